@@ -8,8 +8,8 @@ namespace wakeloft {
 
 class InMemoryAwakeIntentStore final : public AwakeIntentStore {
  public:
-  explicit InMemoryAwakeIntentStore(StoredAwakeIntent stored = StoredAwakeIntent::intent(AwakeIntent::off()))
-      : stored(stored) {}
+  explicit InMemoryAwakeIntentStore(StoredAwakeIntent initial = StoredAwakeIntent::intent(AwakeIntent::off()))
+      : stored(initial) {}
   // The date is not checked.
   InMemoryAwakeIntentStore(bool isAwakeRequested, std::optional<Date> awakeUntil)
       : stored(!isAwakeRequested ? StoredAwakeIntent::intent(AwakeIntent::off())

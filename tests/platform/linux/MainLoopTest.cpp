@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+#include <vector>
+
+#include "base/MainThread.h"
+#include "clock/MainRunLoop.h"
+#include "clock/SystemDateProvider.h"
+#include "clock/TimerDeadlineScheduler.h"
+#include "support/MainLoopTurns.h"
+
+namespace wakeloft {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::turnMainLoopFor;
+using testing::turnMainLoopUntil;
+
+Date inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds); }
+
+TEST(TimerDeadlineSchedulerTest, ASecondScheduleReplacesTheFirst) {
+  TimerDeadlineScheduler scheduler;
+  std::vector<int> fired;
+  scheduler.schedule(inSeconds(0.06), [&] { fired.push_back(1); });
+  scheduler.schedule(inSeconds(0.12), [&] { fired.push_back(2); });
+  turnMainLoopFor(300ms);
+  EXPECT_EQ(fired, std::vector<int>{2});
+}
+
+TEST(TimerDeadlineSchedulerTest, APastDeadlineFiresAfterTheFloorOnTheMainThread) {
+  TimerDeadlineScheduler scheduler;
+  bool fired = false;
+  bool onMain = false;
+  const auto start = std::chrono::steady_clock::now();
+  std::chrono::steady_clock::duration waited{};
+  scheduler.schedule(inSeconds(-10), [&] {
+    waited = std::chrono::steady_clock::now() - start;
+    onMain = isMainThread();
+    fired = true;
+  });
+  ASSERT_TRUE(turnMainLoopUntil([&] { return fired; }, 1s));
+  EXPECT_TRUE(onMain);
+  EXPECT_GE(waited, 49ms);
+  EXPECT_LT(waited, 400ms);
+}
+
+TEST(TimerDeadlineSchedulerTest, CancelledOrDestroyedTimersDoNotFire) {
+  bool fired = false;
+  {
+    TimerDeadlineScheduler scheduler;
+    scheduler.cancel();  // nothing pending: nothing happens
+    scheduler.schedule(inSeconds(0), [&] { fired = true; });
+    scheduler.cancel();
+    scheduler.schedule(inSeconds(0), [&] { fired = true; });
+  }
+  turnMainLoopFor(150ms);
+  EXPECT_FALSE(fired);
+}
+
+TEST(TimerDeadlineSchedulerTest, AnActionMayScheduleAgain) {
+  TimerDeadlineScheduler scheduler;
+  int fired = 0;
+  std::function<void()> again = [&] {
+    if (++fired < 3) scheduler.schedule(inSeconds(0), again);
+  };
+  scheduler.schedule(inSeconds(0), again);
+  EXPECT_TRUE(turnMainLoopUntil([&] { return fired == 3; }, 1s));
+}
+
+TEST(MainRunLoopTest, WorkPostedOnTheMainThreadWaitsForTheNextTurn) {
+  bool ran = false;
+  MainRunLoop::perform([&] { ran = true; });
+  EXPECT_FALSE(ran);
+  EXPECT_TRUE(turnMainLoopUntil([&] { return ran; }, 1s));
+}
+
+TEST(MainRunLoopTest, WorkFromOtherThreadsRunsOnTheMainThreadInOrder) {
+  std::vector<int> order;
+  std::atomic<bool> allOnMain = true;
+  std::thread poster([&] {
+    for (int i = 0; i < 50; ++i) {
+      MainRunLoop::perform([&, i] {
+        if (!isMainThread()) allOnMain = false;
+        order.push_back(i);
+      });
+    }
+  });
+  poster.join();
+  ASSERT_TRUE(turnMainLoopUntil([&] { return order.size() == 50; }, 2s));
+  EXPECT_TRUE(allOnMain);
+  for (int i = 0; i < 50; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
+}
+
+TEST(MainRunLoopTest, DelayedWorkWaitsOffTheMainThread) {
+  const auto start = std::chrono::steady_clock::now();
+  std::chrono::steady_clock::duration waited{};
+  bool ran = false;
+  MainRunLoop::performAfter(0.1, [&] {
+    waited = std::chrono::steady_clock::now() - start;
+    ran = isMainThread();
+  });
+  ASSERT_TRUE(turnMainLoopUntil([&] { return ran; }, 2s));
+  EXPECT_GE(waited, 99ms);
+}
+
+using MainThreadDeathTest = ::testing::Test;
+
+TEST(MainThreadDeathTest, SchedulingFromAnotherThreadStopsTheProgram) {
+  TimerDeadlineScheduler scheduler;
+  EXPECT_DEATH(std::thread([&] { scheduler.schedule(inSeconds(1), [] {}); }).join(),
+               "TimerDeadlineScheduler::schedule must run on the main thread");
+}
+
+}  // namespace
+}  // namespace wakeloft

@@ -1,0 +1,332 @@
+#include "session/AwakeController.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <thread>
+
+#include "session/InMemoryAwakeIntentStore.h"
+#include "session/InMemorySleepBlocker.h"
+#include "support/ManualClocks.h"
+#include "support/ManualScheduling.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::ManualDeadlineScheduler;
+using testing::ManualMachineClocks;
+using testing::ManualRecheckNotifier;
+
+class AwakeControllerTest : public ::testing::Test {
+ protected:
+  std::unique_ptr<AwakeController> make(bool restoring = true) {
+    auto controller = std::make_unique<AwakeController>(blocker, store, clocks.dates, clocks.continuous, scheduler,
+                                                        recheck, restoring);
+    controller->observeSession([this] { ++sessionCalls; });
+    return controller;
+  }
+  Date now() const { return clocks.now(); }
+  AwakeIntent saved() const { return *store->stored.readable(); }
+
+  ManualMachineClocks clocks;
+  std::shared_ptr<InMemorySleepBlocker> blocker = std::make_shared<InMemorySleepBlocker>();
+  std::shared_ptr<InMemoryAwakeIntentStore> store = std::make_shared<InMemoryAwakeIntentStore>();
+  std::shared_ptr<ManualDeadlineScheduler> scheduler = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<ManualRecheckNotifier> recheck = std::make_shared<ManualRecheckNotifier>();
+  int sessionCalls = 0;
+};
+
+TEST_F(AwakeControllerTest, TimedSessionIsSavedArmedAndEndsOnTime) {
+  auto awake = make();
+  const Date start = now();
+  awake->turnOn(1800.0);
+
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_TRUE(awake->isRequested());
+  EXPECT_EQ(awake->activeUntil(), start.adding(1800));
+  EXPECT_EQ(saved(), AwakeIntent::until(start.adding(1800)));
+  EXPECT_EQ(scheduler->pending, start.adding(1800));
+  EXPECT_EQ(blocker->engageCalls, 1);
+  EXPECT_EQ(sessionCalls, 1);
+
+  clocks.pass(600);
+  EXPECT_EQ(awake->remaining(), 1200);
+
+  clocks.pass(1200);
+  scheduler->fire();
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(awake->activeUntil(), std::nullopt);
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  EXPECT_EQ(blocker->releaseCalls, 1);
+  EXPECT_EQ(sessionCalls, 2);
+}
+
+TEST_F(AwakeControllerTest, EarlyTimerOnlyRearmsAtTheEnd) {
+  auto awake = make();
+  awake->turnOn(1800.0);
+  const Date end = *awake->endsAt();
+  clocks.pass(100);
+  scheduler->fire();
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(scheduler->pending, end);
+}
+
+TEST_F(AwakeControllerTest, ClockSetBackCannotStretchTheSession) {
+  auto awake = make();
+  const Date firstEnd = now().adding(1800);
+  awake->turnOn(1800.0);
+
+  clocks.setWallClock(-3600);
+  recheck->post();
+
+  // The continuous clock wins: the end stays at the same real moment, which
+  // the wall clock now calls an hour later.
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(awake->endsAt(), firstEnd.adding(-3600));
+  EXPECT_EQ(awake->remaining(), 1800);
+  EXPECT_EQ(scheduler->pending, firstEnd.adding(-3600));
+  EXPECT_EQ(awake->activeUntil(), firstEnd);
+}
+
+TEST_F(AwakeControllerTest, ClockSetForwardEndsTheSessionByTheWall) {
+  auto awake = make();
+  awake->turnOn(1800.0);
+  clocks.setWallClock(3600);
+  recheck->post();
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_EQ(saved(), AwakeIntent::off());
+}
+
+TEST_F(AwakeControllerTest, SleepingPastTheDeadlineEndsTheSessionOnWake) {
+  auto awake = make();
+  awake->turnOn(1800.0);
+  clocks.sleep(1800);
+  EXPECT_EQ(awake->remaining(), 0);
+  recheck->post();
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_EQ(blocker->releaseCalls, 1);
+}
+
+TEST_F(AwakeControllerTest, RemainingIsNeverNegativeBeforeTheTimerFires) {
+  auto awake = make();
+  awake->turnOn(60.0);
+  clocks.pass(90);
+  EXPECT_EQ(awake->remaining(), 0);
+  EXPECT_TRUE(awake->isOn());
+}
+
+TEST_F(AwakeControllerTest, RefusedStartKeepsTheRequestAndRetriesOnToggle) {
+  auto awake = make();
+  blocker->nextRefusal = -536870212;
+  awake->toggle();
+
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_TRUE(awake->isRequested());
+  EXPECT_EQ(awake->lastFailure(), AwakeFailure(AwakeFailure::AssertionRefused{-536870212}));
+  EXPECT_EQ(saved(), AwakeIntent::indefinite());
+  EXPECT_EQ(sessionCalls, 1);
+
+  awake->toggle();
+  EXPECT_EQ(blocker->engageCalls, 2);
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(awake->lastFailure(), std::nullopt);
+}
+
+TEST_F(AwakeControllerTest, RefusedTimedSessionStillEndsOnTime) {
+  auto awake = make();
+  blocker->nextRefusal = 1;
+  awake->turnOn(60.0);
+  EXPECT_FALSE(awake->isOn());
+  ASSERT_TRUE(scheduler->pending.has_value());
+
+  clocks.pass(60);
+  scheduler->fire();
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(awake->lastFailure(), std::nullopt);
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  EXPECT_EQ(blocker->releaseCalls, 0);
+}
+
+TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
+  auto awake = make();
+  awake->turnOn(std::nullopt);
+  awake->turnOn(3600.0);
+  EXPECT_EQ(blocker->engageCalls, 1);
+  EXPECT_EQ(awake->activeUntil(), now().adding(3600));
+  EXPECT_EQ(scheduler->pending, now().adding(3600));
+
+  const int cancels = scheduler->cancelCount;
+  awake->turnOn(std::nullopt);
+  EXPECT_EQ(awake->activeUntil(), std::nullopt);
+  EXPECT_EQ(scheduler->cancelCount, cancels + 1);
+  EXPECT_FALSE(scheduler->pending.has_value());
+  EXPECT_EQ(saved(), AwakeIntent::indefinite());
+  EXPECT_EQ(blocker->engageCalls, 1);
+}
+
+TEST_F(AwakeControllerTest, LengthsThatCannotBeRepresentedTurnTheSessionOff) {
+  auto awake = make();
+  awake->turnOn(std::nullopt);
+  awake->turnOn(std::numeric_limits<double>::infinity());
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_EQ(saved(), AwakeIntent::off());
+
+  awake->turnOn(std::nan(""));
+  EXPECT_FALSE(awake->isRequested());
+  awake->turnOn(Date::distantFuture().secondsSince(now()) + 1);
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(blocker->engageCalls, 1);
+}
+
+TEST_F(AwakeControllerTest, ZeroOrNegativeLengthStartsThenEndsAtTheTimer) {
+  auto awake = make();
+  awake->turnOn(-5.0);
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(-5)));
+  EXPECT_EQ(scheduler->pending, now().adding(-5));
+  scheduler->fire();
+  EXPECT_FALSE(awake->isOn());
+}
+
+TEST_F(AwakeControllerTest, TurningOffWhileIdleStillRecordsAndTells) {
+  auto awake = make();
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
+  awake->turnOff();
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  EXPECT_EQ(blocker->releaseCalls, 0);
+  EXPECT_EQ(sessionCalls, 1);
+}
+
+TEST_F(AwakeControllerTest, SessionObserversSeeTheNewStateInOrder) {
+  auto awake = make();
+  std::vector<std::string> seen;
+  awake->observeSession([&] { seen.push_back(awake->isOn() ? "first on" : "first off"); });
+  awake->observeSession([&] { seen.push_back(awake->isOn() ? "second on" : "second off"); });
+  awake->toggle();
+  awake->toggle();
+  EXPECT_EQ(seen, (std::vector<std::string>{"first on", "second on", "first off", "second off"}));
+}
+
+TEST_F(AwakeControllerTest, ObserversHearOnlyRealChanges) {
+  auto awake = make();
+  int changes = 0;
+  const auto subscription = awake->observe([&] { ++changes; });
+
+  awake->turnOff();  // nothing was on
+  EXPECT_EQ(changes, 0);
+
+  awake->turnOn(std::nullopt);
+  const int afterStart = changes;
+  EXPECT_GT(afterStart, 0);
+  awake->turnOn(std::nullopt);  // same state again
+  EXPECT_EQ(changes, afterStart);
+
+  awake->turnOn(60.0);  // a deadline appears: endsAt readers must hear of it
+  EXPECT_GT(changes, afterStart);
+}
+
+TEST_F(AwakeControllerTest, ATimerOutlivingItsControllerDoesNothing) {
+  auto awake = make();
+  const Date end = now().adding(60);
+  awake->turnOn(60.0);
+  awake.reset();
+  clocks.pass(60);
+  scheduler->fire();
+  recheck->post();
+  EXPECT_EQ(saved(), AwakeIntent::until(end));
+  EXPECT_EQ(blocker->releaseCalls, 0);  // dropping the controller releases nothing
+}
+
+// Start-up: what each stored form does at launch.
+
+TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerWithoutSavingIt) {
+  struct CountingStore final : AwakeIntentStore {
+    StoredAwakeIntent load() const override { return StoredAwakeIntent::intent(AwakeIntent::indefinite()); }
+    void save(const AwakeIntent&) override { ++saves; }
+    int saves = 0;
+  };
+  auto counting = std::make_shared<CountingStore>();
+  AwakeController awake(blocker, counting, clocks.dates, clocks.continuous, scheduler, recheck, true);
+  EXPECT_TRUE(awake.isOn());
+  EXPECT_TRUE(awake.isRequested());
+  EXPECT_EQ(awake.activeUntil(), std::nullopt);
+  EXPECT_EQ(counting->saves, 0);
+}
+
+TEST_F(AwakeControllerTest, LaunchRestoresAFutureDeadline) {
+  const Date deadline = now().adding(900);
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::until(deadline));
+  auto awake = make();
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(awake->activeUntil(), deadline);
+  EXPECT_EQ(scheduler->pending, deadline);
+  EXPECT_EQ(awake->remaining(), 900);
+}
+
+TEST_F(AwakeControllerTest, LaunchCleansALapsedDeadline) {
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(-1)));
+  auto awake = make();
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  EXPECT_EQ(blocker->engageCalls, 0);
+  EXPECT_EQ(blocker->releaseCalls, 0);
+}
+
+TEST_F(AwakeControllerTest, LaunchCleansAnUnreadableOrUnusableDeadline) {
+  for (const auto stored : {StoredAwakeIntent::unreadableDeadline(),
+                            StoredAwakeIntent::intent(AwakeIntent::until(Date{INFINITY})),
+                            StoredAwakeIntent::intent(AwakeIntent::until(Date::distantFuture().adding(1)))}) {
+    store->stored = stored;
+    auto awake = make();
+    EXPECT_FALSE(awake->isRequested());
+    EXPECT_EQ(saved(), AwakeIntent::off());
+  }
+  EXPECT_EQ(blocker->engageCalls, 0);
+}
+
+TEST_F(AwakeControllerTest, LaunchWithoutRestoringTouchesNothing) {
+  store->stored = StoredAwakeIntent::unreadableDeadline();
+  auto awake = make(/*restoring=*/false);
+  EXPECT_TRUE(awake->isRequested());
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_EQ(store->stored, StoredAwakeIntent::unreadableDeadline());
+  EXPECT_EQ(sessionCalls, 0);
+  EXPECT_FALSE(scheduler->pending.has_value());
+}
+
+TEST_F(AwakeControllerTest, LaunchWithOffStaysIdle) {
+  auto awake = make();
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(sessionCalls, 0);
+  EXPECT_EQ(blocker->engageCalls, 0);
+}
+
+TEST_F(AwakeControllerTest, RestoredDeadlineLeftRefusedStillEnds) {
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(30)));
+  blocker->nextRefusal = 7;
+  auto awake = make();
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_TRUE(awake->isRequested());
+  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(30)));  // not re-saved, not cleaned
+  clocks.pass(30);
+  recheck->post();
+  EXPECT_FALSE(awake->isRequested());
+}
+
+using AwakeControllerDeathTest = AwakeControllerTest;
+
+TEST_F(AwakeControllerDeathTest, ContinuousDeadlineOffTheMainThreadStopsTheProgram) {
+  auto awake = make();
+  EXPECT_DEATH(
+      {
+        std::thread([&] { awake->turnOn(60.0); }).join();
+      },
+      "must run on the main thread");
+}
+
+}  // namespace
+}  // namespace wakeloft

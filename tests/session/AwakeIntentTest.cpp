@@ -1,0 +1,63 @@
+#include "session/AwakeIntent.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "session/AwakeDuration.h"
+#include "session/InMemoryAwakeIntentStore.h"
+
+namespace wakeloft {
+namespace {
+
+TEST(AwakeIntentTest, DeadlineIsNowPlusSecondsWhileItIsAUsableDate) {
+  const Date now{1'700'000'000};
+  EXPECT_EQ(AwakeIntent::deadline(0, now), now);
+  EXPECT_EQ(AwakeIntent::deadline(1800, now), now.adding(1800));
+  EXPECT_EQ(AwakeIntent::deadline(-60, now), now.adding(-60));
+  EXPECT_EQ(AwakeIntent::deadline(std::numeric_limits<double>::infinity(), now), std::nullopt);
+  EXPECT_EQ(AwakeIntent::deadline(std::nan(""), now), std::nullopt);
+  EXPECT_EQ(AwakeIntent::deadline(Date::distantFuture().secondsSince(now), now), Date::distantFuture());
+  EXPECT_EQ(AwakeIntent::deadline(Date::distantFuture().secondsSince(now) + 1, now), std::nullopt);
+  EXPECT_EQ(AwakeIntent::deadline(std::numeric_limits<double>::max(), now), std::nullopt);
+}
+
+TEST(AwakeIntentTest, EqualityLooksAtTheDateOnlyForUntil) {
+  EXPECT_EQ(AwakeIntent::until(Date{5}), AwakeIntent::until(Date{5}));
+  EXPECT_NE(AwakeIntent::until(Date{5}), AwakeIntent::until(Date{6}));
+  EXPECT_NE(AwakeIntent::until(Date{5}), AwakeIntent::indefinite());
+  EXPECT_NE(AwakeIntent::off(), AwakeIntent::indefinite());
+}
+
+TEST(AwakeIntentTest, DistantFutureIsTheYear4001) {
+  // 2001-01-01 plus 63113904000 s, counted from 1970.
+  EXPECT_EQ(Date::distantFuture().secondsSince1970, 978307200.0 + 63113904000.0);
+}
+
+TEST(AwakeDurationTest, PresetsAndIdentity) {
+  EXPECT_EQ(AwakeDuration::presets[0].seconds, 1800);
+  EXPECT_EQ(AwakeDuration::presets[1].seconds, 3600);
+  EXPECT_EQ(AwakeDuration::presets[2].seconds, 7200);
+  EXPECT_EQ(AwakeDuration::lidClosedDefault.seconds, 7200);
+  EXPECT_EQ(AwakeDuration{3600}, AwakeDuration{3600});
+  EXPECT_EQ(AwakeDuration{3600}.id(), AwakeDuration{3600}.id());
+  EXPECT_EQ(std::hash<AwakeDuration>{}(AwakeDuration{3600}), std::hash<AwakeDuration>{}(AwakeDuration{3600}));
+}
+
+TEST(InMemoryAwakeIntentStoreTest, ConvenienceStartAndReadings) {
+  EXPECT_EQ(InMemoryAwakeIntentStore(false, Date{9}).stored, StoredAwakeIntent::intent(AwakeIntent::off()));
+  EXPECT_EQ(InMemoryAwakeIntentStore(true, Date{9}).stored, StoredAwakeIntent::intent(AwakeIntent::until(Date{9})));
+  EXPECT_EQ(InMemoryAwakeIntentStore(true, std::nullopt).stored, StoredAwakeIntent::intent(AwakeIntent::indefinite()));
+
+  InMemoryAwakeIntentStore store(StoredAwakeIntent::unreadableDeadline());
+  EXPECT_TRUE(store.isAwakeRequested());
+  EXPECT_EQ(store.awakeUntil(), std::nullopt);
+  store.save(AwakeIntent::until(Date{42}));
+  EXPECT_EQ(store.awakeUntil(), Date{42});
+  store.save(AwakeIntent::off());
+  EXPECT_FALSE(store.isAwakeRequested());
+}
+
+}  // namespace
+}  // namespace wakeloft
