@@ -1,0 +1,165 @@
+#include "lease/XPCReply.h"
+
+#include <gtest/gtest.h>
+
+#include <latch>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "base/MainThread.h"
+#include "clock/BackgroundQueue.h"
+#include "clock/MainRunLoop.h"
+#include "support/MainLoopPump.h"
+
+namespace wakeloft {
+namespace {
+
+using Outcome = XPCReply::Outcome;
+
+// What reached the callbacks, shared with them so that a late delivery
+// after the test cannot touch freed memory.
+struct Deliveries {
+  std::mutex lock;
+  std::vector<Outcome> outcomes;
+  bool allOnMainThread = true;
+
+  std::function<void(Outcome)> callback(const std::shared_ptr<Deliveries>& self) {
+    return [self](Outcome outcome) {
+      std::lock_guard guard(self->lock);
+      self->allOnMainThread = self->allOnMainThread && isMainThread();
+      self->outcomes.push_back(std::move(outcome));
+    };
+  }
+  std::size_t count() {
+    std::lock_guard guard(lock);
+    return outcomes.size();
+  }
+};
+
+std::shared_ptr<Deliveries> makeDeliveries() { return std::make_shared<Deliveries>(); }
+
+TEST(XPCReplyTest, OutcomesCompareByCaseAndReplyText) {
+  EXPECT_EQ(Outcome::replied(std::nullopt), Outcome::replied(std::nullopt));
+  EXPECT_EQ(Outcome::replied("no"), Outcome::replied("no"));
+  EXPECT_NE(Outcome::replied("no"), Outcome::replied(std::nullopt));
+  EXPECT_NE(Outcome::replied("no"), Outcome::replied("No"));
+  EXPECT_NE(Outcome::unanswered(), Outcome::failed());
+  EXPECT_NE(Outcome::replied(std::nullopt), Outcome::unanswered());
+}
+
+TEST(XPCReplyTest, AnOutcomeIsDeliveredLaterOnTheMainLoop) {
+  auto deliveries = makeDeliveries();
+  auto reply = XPCReply::make(deliveries->callback(deliveries));
+  reply->finish(Outcome::replied(std::nullopt));
+  EXPECT_EQ(deliveries->count(), 0u);  // never inside finish, even on the main thread
+
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  EXPECT_EQ(deliveries->outcomes, std::vector<Outcome>{Outcome::replied(std::nullopt)});
+  EXPECT_TRUE(deliveries->allOnMainThread);
+}
+
+TEST(XPCReplyTest, AReplyFromAnotherThreadReachesTheMainThread) {
+  auto deliveries = makeDeliveries();
+  auto reply = XPCReply::make(deliveries->callback(deliveries));
+  std::thread([reply] { reply->finish(Outcome::replied("The lease deadline is not a number.")); }).join();
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  EXPECT_EQ(deliveries->outcomes.front(), Outcome::replied("The lease deadline is not a number."));
+  EXPECT_TRUE(deliveries->allOnMainThread);
+}
+
+TEST(XPCReplyTest, AnErrorBeforeTheAnswerWins) {
+  auto deliveries = makeDeliveries();
+  auto reply = XPCReply::make(deliveries->callback(deliveries));
+  reply->finish(Outcome::failed());
+  reply->finish(Outcome::replied(std::nullopt));
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  testing::drainMainLoop();
+  EXPECT_EQ(deliveries->outcomes, std::vector<Outcome>{Outcome::failed()});
+}
+
+TEST(XPCReplyTest, AnAnswerAfterTheTimeLimitIsDropped) {
+  auto deliveries = makeDeliveries();
+  auto reply = XPCReply::make(deliveries->callback(deliveries));
+  reply->expire(0.05);
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  EXPECT_EQ(deliveries->outcomes.front(), Outcome::unanswered());
+
+  reply->finish(Outcome::replied(std::nullopt));
+  std::thread([reply] { reply->finish(Outcome::failed()); }).join();
+  testing::drainMainLoop();
+  EXPECT_EQ(deliveries->count(), 1u);
+}
+
+TEST(XPCReplyTest, APendingTimeLimitKeepsTheLatchAliveAndIsDroppedAfterAnAnswer) {
+  auto deliveries = makeDeliveries();
+  auto reply = XPCReply::make(deliveries->callback(deliveries));
+  const std::weak_ptr<XPCReply> watched = reply;
+  reply->expire(0.05);
+  reply->finish(Outcome::replied("refused"));
+  reply.reset();
+  EXPECT_FALSE(watched.expired());  // the timer still holds it
+
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  // Let the timer fire; its outcome must go nowhere.
+  testing::pumpMainLoopUntil([] { return false; }, 0.15);
+  EXPECT_TRUE(watched.expired());
+  EXPECT_EQ(deliveries->outcomes, std::vector<Outcome>{Outcome::replied("refused")});
+}
+
+TEST(XPCReplyTest, ATimeLimitAloneStillDeliversWhenNobodyElseHoldsTheLatch) {
+  auto deliveries = makeDeliveries();
+  XPCReply::make(deliveries->callback(deliveries))->expire(0.01);
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  EXPECT_EQ(deliveries->outcomes.front(), Outcome::unanswered());
+  EXPECT_TRUE(deliveries->allOnMainThread);
+}
+
+TEST(XPCReplyTest, ReplyErrorAndTimeLimitRacingDeliverExactlyOneOutcome) {
+  constexpr int rounds = 200;
+  std::vector<std::shared_ptr<Deliveries>> perRound;
+  std::vector<std::weak_ptr<XPCReply>> latches;
+  for (int round = 0; round < rounds; ++round) {
+    auto deliveries = makeDeliveries();
+    auto reply = XPCReply::make(deliveries->callback(deliveries));
+    perRound.push_back(deliveries);
+    latches.push_back(reply);
+
+    std::latch start(3);
+    std::thread replier([&start, reply] {
+      start.arrive_and_wait();
+      reply->finish(Outcome::replied("late"));
+    });
+    std::thread failer([&start, reply] {
+      start.arrive_and_wait();
+      reply->finish(Outcome::failed());
+    });
+    std::thread timer([&start, reply] {
+      start.arrive_and_wait();
+      reply->expire(0);
+    });
+    replier.join();
+    failer.join();
+    timer.join();
+  }
+  // Background work runs in order of its due time, so this marker reaches the
+  // main loop after every time-out above has finished.
+  auto timersDone = std::make_shared<bool>(false);
+  BackgroundQueue::runAfter(0, [timersDone] { MainRunLoop::perform([timersDone] { *timersDone = true; }); });
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return *timersDone; }, 5));
+  testing::drainMainLoop();
+
+  for (int round = 0; round < rounds; ++round) {
+    SCOPED_TRACE(round);
+    ASSERT_EQ(perRound[round]->count(), 1u);
+    const Outcome& outcome = perRound[round]->outcomes.front();
+    EXPECT_TRUE(outcome == Outcome::replied("late") || outcome == Outcome::failed() ||
+                outcome == Outcome::unanswered());
+    EXPECT_TRUE(perRound[round]->allOnMainThread);
+    EXPECT_TRUE(latches[round].expired());
+  }
+}
+
+}  // namespace
+}  // namespace wakeloft
