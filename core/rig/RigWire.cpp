@@ -1,0 +1,143 @@
+#include "rig/RigWire.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace wakeloft {
+
+namespace {
+
+bool isValidUtf8(std::string_view text) {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    const auto lead = static_cast<unsigned char>(text[i]);
+    std::size_t length = 0;
+    std::uint32_t point = 0;
+    if (lead < 0x80) {
+      ++i;
+      continue;
+    } else if ((lead & 0xE0) == 0xC0) {
+      length = 2, point = lead & 0x1F;
+    } else if ((lead & 0xF0) == 0xE0) {
+      length = 3, point = lead & 0x0F;
+    } else if ((lead & 0xF8) == 0xF0) {
+      length = 4, point = lead & 0x07;
+    } else {
+      return false;
+    }
+    if (i + length > text.size()) return false;
+    for (std::size_t k = 1; k < length; ++k) {
+      const auto next = static_cast<unsigned char>(text[i + k]);
+      if ((next & 0xC0) != 0x80) return false;
+      point = (point << 6) | (next & 0x3F);
+    }
+    // Overlong forms, surrogates and points beyond Unicode are not UTF-8.
+    static constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (point < smallest[length] || point > 0x10FFFF || (point >= 0xD800 && point <= 0xDFFF)) return false;
+    i += length;
+  }
+  return true;
+}
+
+bool isDecimalNumber(std::string_view text) {
+  std::size_t i = 0;
+  if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
+  std::size_t digits = 0;
+  while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i, ++digits;
+  if (i < text.size() && text[i] == '.') {
+    ++i;
+    while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i, ++digits;
+  }
+  if (digits == 0) return false;
+  if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
+    ++i;
+    if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
+    std::size_t exponentDigits = 0;
+    while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i, ++exponentDigits;
+    if (exponentDigits == 0) return false;
+  }
+  return i == text.size();
+}
+
+std::optional<double> parseDeadline(std::string_view text) {
+  if (text == "nan") return std::nan("");
+  if (text == "inf") return HUGE_VAL;
+  if (text == "-inf") return -HUGE_VAL;
+  if (!isDecimalNumber(text)) return std::nullopt;
+  if (text.front() == '+') text.remove_prefix(1);
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  // Out of range is still a number; it reads as the infinity it overflows to.
+  if (error == std::errc::result_out_of_range) return text.front() == '-' ? -HUGE_VAL : HUGE_VAL;
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return value;
+}
+
+}  // namespace
+
+namespace RigWire {
+
+std::string renewLine(double deadline) {
+  if (std::isnan(deadline)) return "renew nan\n";
+  if (std::isinf(deadline)) return deadline > 0 ? "renew inf\n" : "renew -inf\n";
+  char digits[64];
+  const auto result = std::to_chars(digits, digits + sizeof digits, deadline);
+  return "renew " + std::string(digits, result.ptr) + "\n";
+}
+
+std::string replyLine(const std::optional<std::string>& reply) {
+  std::string line = reply.value_or("");
+  for (char& c : line) {
+    if (c == '\n' || c == '\r') c = ' ';
+  }
+  return line + "\n";
+}
+
+std::optional<std::string> replyText(std::string_view line) {
+  if (line.empty()) return std::nullopt;
+  return std::string(line);
+}
+
+std::variant<LidLeaseRequest, Violation> parseRequest(std::string_view line) {
+  if (line == "revoke") return LidLeaseRequest::revoke();
+  constexpr std::string_view renew = "renew ";
+  if (line.starts_with(renew)) {
+    if (const auto deadline = parseDeadline(line.substr(renew.size()))) return LidLeaseRequest::renew(*deadline);
+    return Violation{"a renewal without a readable deadline"};
+  }
+  return Violation{"an unknown request"};
+}
+
+}  // namespace RigWire
+
+std::vector<RigLineReader::Item> RigLineReader::feed(std::string_view bytes) {
+  std::vector<Item> items;
+  if (spent_) return items;
+  pending_.append(bytes);
+  std::size_t start = 0;
+  for (;;) {
+    const auto end = pending_.find('\n', start);
+    const std::string_view line =
+        std::string_view(pending_).substr(start, end == std::string::npos ? std::string::npos : end - start);
+    if (line.size() > RigWire::maximumLineBytes) {
+      items.emplace_back(RigWire::Violation{"a line over 4096 bytes"});
+      break;
+    }
+    if (end == std::string::npos) break;
+    if (!isValidUtf8(line)) {
+      items.emplace_back(RigWire::Violation{"bytes that are not UTF-8"});
+      break;
+    }
+    items.emplace_back(std::string(line));
+    start = end + 1;
+  }
+  if (!items.empty() && std::holds_alternative<RigWire::Violation>(items.back())) {
+    spent_ = true;
+    pending_.clear();
+  } else {
+    pending_.erase(0, start);
+  }
+  return items;
+}
+
+}  // namespace wakeloft

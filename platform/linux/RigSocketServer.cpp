@@ -1,0 +1,232 @@
+#include "RigSocketServer.h"
+
+#include <gio/gio.h>
+#include <gio/gunixsocketaddress.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
+#include "clock/MainRunLoop.h"
+#include "rig/RigWire.h"
+
+namespace wakeloft {
+
+namespace {
+
+// Owns a GLib source and stops it when dropped.
+struct SourceHandle {
+  GSource* source = nullptr;
+  SourceHandle() = default;
+  SourceHandle(const SourceHandle&) = delete;
+  SourceHandle& operator=(const SourceHandle&) = delete;
+  ~SourceHandle() { reset(); }
+  void reset(GSource* replacement = nullptr) {
+    if (source) {
+      g_source_destroy(source);
+      g_source_unref(source);
+    }
+    source = replacement;
+  }
+};
+
+std::string takeMessage(GError* error) {
+  std::string message = error ? error->message : "unknown error";
+  g_clear_error(&error);
+  return message;
+}
+
+template <typename Body>
+GSource* watch(GSocket* socket, GIOCondition condition, Body* body) {
+  GSource* source = g_socket_create_source(socket, condition, nullptr);
+  g_source_set_callback(
+      source, G_SOURCE_FUNC(+[](GSocket*, GIOCondition ready, gpointer data) -> gboolean {
+        return (*static_cast<Body*>(data))(ready) ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
+      }),
+      body, nullptr);
+  g_source_attach(source, nullptr);
+  return source;
+}
+
+}  // namespace
+
+struct RigSocketServer::Listener {
+  GSocket* socket = nullptr;
+  std::function<bool(GIOCondition)> onReady;
+  SourceHandle source;
+  ~Listener() {
+    source.reset();
+    if (socket) g_object_unref(socket);
+  }
+};
+
+struct RigSocketServer::Connection {
+  std::uint64_t client = 0;
+  GSocket* socket = nullptr;
+  RigLineReader reader;
+  std::string unsent;
+  std::function<bool(GIOCondition)> onReadable;
+  std::function<bool(GIOCondition)> onWritable;
+  SourceHandle readSource;
+  SourceHandle writeSource;
+  bool closed = false;
+
+  ~Connection() {
+    readSource.reset();
+    writeSource.reset();
+    if (socket) {
+      g_socket_close(socket, nullptr);
+      g_object_unref(socket);
+    }
+  }
+
+  // Sends what it can now and the rest when the peer reads; a peer that has
+  // gone is noticed by the reading side.
+  void send(const std::string& line) {
+    if (closed) return;
+    unsent += line;
+    flush();
+  }
+  void flush() {
+    while (!unsent.empty()) {
+      GError* error = nullptr;
+      const gssize sent = g_socket_send_with_blocking(socket, unsent.data(), unsent.size(), FALSE, nullptr, &error);
+      if (sent < 0) {
+        const bool later = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK);
+        g_clear_error(&error);
+        if (later && !writeSource.source) writeSource.reset(watch(socket, G_IO_OUT, &onWritable));
+        if (!later) unsent.clear();
+        return;
+      }
+      unsent.erase(0, static_cast<std::size_t>(sent));
+    }
+    writeSource.reset();
+  }
+};
+
+RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Requests requests, Log log)
+    : path_(std::move(path)), allowedUid_(allowedUid), requests_(std::move(requests)), log_(std::move(log)) {
+  struct stat existing {};
+  if (lstat(path_.c_str(), &existing) == 0) {
+    if (!S_ISSOCK(existing.st_mode)) {
+      throw std::runtime_error("cannot serve on " + path_ + ": a file that is not a socket is in the way");
+    }
+    if (unlink(path_.c_str()) != 0) {
+      throw std::runtime_error("cannot replace the stale socket " + path_ + ": " + std::strerror(errno));
+    }
+  }
+
+  listener_ = std::make_unique<Listener>();
+  GError* error = nullptr;
+  listener_->socket = g_socket_new(G_SOCKET_FAMILY_UNIX, G_SOCKET_TYPE_STREAM, G_SOCKET_PROTOCOL_DEFAULT, &error);
+  if (!listener_->socket) throw std::runtime_error("cannot make a socket: " + takeMessage(error));
+
+  GSocketAddress* address = g_unix_socket_address_new(path_.c_str());
+  // Created as 0600 from the start: no moment in which others may connect.
+  const mode_t previous = umask(0177);
+  const gboolean bound = g_socket_bind(listener_->socket, address, FALSE, &error);
+  umask(previous);
+  g_object_unref(address);
+  if (!bound) throw std::runtime_error("cannot serve on " + path_ + ": " + takeMessage(error));
+  if (!g_socket_listen(listener_->socket, &error)) {
+    unlink(path_.c_str());
+    throw std::runtime_error("cannot listen on " + path_ + ": " + takeMessage(error));
+  }
+  g_socket_set_blocking(listener_->socket, FALSE);
+  listener_->onReady = [this](GIOCondition) {
+    accept();
+    return true;
+  };
+  listener_->source.reset(watch(listener_->socket, G_IO_IN, &listener_->onReady));
+}
+
+RigSocketServer::~RigSocketServer() {
+  connections_.clear();
+  listener_.reset();
+  unlink(path_.c_str());
+}
+
+void RigSocketServer::accept() {
+  GError* error = nullptr;
+  GSocket* socket = g_socket_accept(listener_->socket, nullptr, &error);
+  if (!socket) {
+    if (!g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK)) log_("connection not accepted: " + takeMessage(error));
+    g_clear_error(&error);
+    return;
+  }
+
+  GCredentials* credentials = g_socket_get_credentials(socket, &error);
+  const uid_t uid = credentials ? g_credentials_get_unix_user(credentials, nullptr) : static_cast<uid_t>(-1);
+  if (credentials) g_object_unref(credentials);
+  g_clear_error(&error);
+  if (uid != allowedUid_) {
+    log_("connection refused: peer uid " + (uid == static_cast<uid_t>(-1) ? std::string("unknown") : std::to_string(uid)) +
+         " is not the allowed uid " + std::to_string(allowedUid_));
+    g_socket_close(socket, nullptr);
+    g_object_unref(socket);
+    return;
+  }
+
+  auto connection = std::make_shared<Connection>();
+  connection->client = ++lastClient_;
+  connection->socket = socket;
+  g_socket_set_blocking(socket, FALSE);
+  std::weak_ptr<Connection> weak = connection;
+
+  connection->onWritable = [weak](GIOCondition) {
+    if (auto c = weak.lock()) c->flush();
+    return false;  // flush() watches again when it must
+  };
+  connection->onReadable = [this, weak](GIOCondition) {
+    auto c = weak.lock();
+    if (!c) return false;
+    char buffer[4096];
+    GError* readError = nullptr;
+    const gssize received = g_socket_receive_with_blocking(c->socket, buffer, sizeof buffer, FALSE, nullptr, &readError);
+    if (received < 0 && g_error_matches(readError, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK)) {
+      g_clear_error(&readError);
+      return true;
+    }
+    if (received <= 0) {
+      g_clear_error(&readError);
+      close(c);
+      return false;
+    }
+    for (auto& item : c->reader.feed(std::string_view(buffer, static_cast<std::size_t>(received)))) {
+      if (const auto* violation = std::get_if<RigWire::Violation>(&item)) {
+        log_("client " + std::to_string(c->client) + " closed: it sent " + violation->why);
+        close(c);
+        return false;
+      }
+      const auto parsed = RigWire::parseRequest(std::get<std::string>(item));
+      if (const auto* violation = std::get_if<RigWire::Violation>(&parsed)) {
+        log_("client " + std::to_string(c->client) + " closed: it sent " + violation->why);
+        close(c);
+        return false;
+      }
+      requests_(c->client, std::get<LidLeaseRequest>(parsed), [weak](const std::optional<std::string>& reply) {
+        if (auto alive = weak.lock()) alive->send(RigWire::replyLine(reply));
+      });
+    }
+    return true;
+  };
+  connection->readSource.reset(watch(socket, G_IO_IN, &connection->onReadable));
+  connections_.emplace(connection->client, std::move(connection));
+}
+
+void RigSocketServer::close(const std::shared_ptr<Connection>& connection) {
+  if (connection->closed) return;
+  connection->closed = true;
+  connection->readSource.reset();
+  connection->writeSource.reset();
+  g_socket_close(connection->socket, nullptr);
+  const auto client = connection->client;
+  // Freed on the loop's next turn: the callback running now may be its own.
+  MainRunLoop::perform([kept = connection] {});
+  connections_.erase(client);
+  requests_(client, LidLeaseRequest::disconnect(), [](const std::optional<std::string>&) {});
+}
+
+}  // namespace wakeloft

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "lease/LidLeaseRequest.h"
+
+namespace wakeloft {
+
+// The lease rig's transport: a Unix stream socket served on GLib's main
+// context. Each accepted connection is one client, numbered from 1; its
+// lines become requests, and each request's reply goes back as one line, in
+// order. A peer of another user, a line that breaks the wire, or the end of
+// the stream ends the connection, which the service hears as a disconnect.
+class RigSocketServer {
+ public:
+  using Reply = std::function<void(const std::optional<std::string>&)>;
+  using Requests = std::function<void(std::uint64_t client, LidLeaseRequest request, Reply reply)>;
+  using Log = std::function<void(const std::string&)>;
+
+  // Binds `path` (mode 0600; a stale socket file there is replaced). Throws
+  // std::runtime_error saying why when the path cannot be used.
+  RigSocketServer(std::string path, uid_t allowedUid, Requests requests, Log log);
+  ~RigSocketServer();
+  RigSocketServer(const RigSocketServer&) = delete;
+  RigSocketServer& operator=(const RigSocketServer&) = delete;
+
+  const std::string& path() const { return path_; }
+
+ private:
+  struct Listener;
+  struct Connection;
+
+  void accept();
+  void close(const std::shared_ptr<Connection>& connection);
+
+  std::string path_;
+  uid_t allowedUid_;
+  Requests requests_;
+  Log log_;
+  std::unique_ptr<Listener> listener_;
+  std::map<std::uint64_t, std::shared_ptr<Connection>> connections_;
+  std::uint64_t lastClient_ = 0;
+};
+
+}  // namespace wakeloft

@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "RigProcess.h"
+#include "clock/SystemDateProvider.h"
+#include "helper/RigLeaseFile.h"
+#include "rig/RigWire.h"
+
+namespace wakeloft {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::RigClient;
+using testing::RigProcess;
+
+constexpr const char* turnedOff =
+    "The sleep setting was turned off by something other than Wakeloft, and was left off.";
+constexpr const char* alreadyOn =
+    "The sleep setting is already on, set by something other than Wakeloft, and was left as it is.";
+
+double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
+
+class LeaseRigTest : public ::testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(rig.waitForSocket()) << rig.log(); }
+
+  std::optional<Date> leaseEnd() const { return RigLeaseFile::read(rig.leasePath); }
+
+  RigProcess rig;
+};
+
+TEST_F(LeaseRigTest, GrantedLeaseIsHeldInTheRigFileUntilRevoked) {
+  RigClient client(rig.socketPath);
+  ASSERT_TRUE(client.connected());
+  const double deadline = inSeconds(20);
+  EXPECT_EQ(client.ask(RigWire::renewLine(deadline)), "");
+  EXPECT_EQ(leaseEnd(), Date{deadline});
+
+  // A renewal further out than a lease may reach is cut to 30 s from now.
+  const double tooFar = inSeconds(3600);
+  EXPECT_EQ(client.ask(RigWire::renewLine(tooFar)), "");
+  ASSERT_TRUE(leaseEnd().has_value());
+  EXPECT_LE(leaseEnd()->secondsSince1970, inSeconds(30));
+  EXPECT_GT(leaseEnd()->secondsSince1970, inSeconds(25));
+
+  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_FALSE(rig.leaseFileExists());
+}
+
+TEST_F(LeaseRigTest, TwoClientsAreMergedIntoOneLease) {
+  RigClient first(rig.socketPath), second(rig.socketPath);
+  const double early = inSeconds(10), late = inSeconds(20);
+  EXPECT_EQ(first.ask(RigWire::renewLine(early)), "");
+  EXPECT_EQ(second.ask(RigWire::renewLine(late)), "");
+  EXPECT_EQ(leaseEnd(), Date{late});
+
+  EXPECT_EQ(second.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_EQ(leaseEnd(), Date{early});  // the other client's lease goes on
+  EXPECT_EQ(first.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_FALSE(rig.leaseFileExists());
+}
+
+TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTerm) {
+  RigClient stays(rig.socketPath);
+  {
+    RigClient vanishes(rig.socketPath);
+    EXPECT_EQ(vanishes.ask(RigWire::renewLine(inSeconds(20))), "");
+    EXPECT_TRUE(rig.leaseFileExists());
+  }
+  EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s));
+  EXPECT_EQ(stays.ask(std::string(RigWire::revokeLine)), "");  // still served
+}
+
+TEST_F(LeaseRigTest, ALapsedLeaseRemovesTheFileWithoutAnyRequest) {
+  RigClient client(rig.socketPath);
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(0.5))), "");
+  EXPECT_TRUE(rig.leaseFileExists());
+  EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s));
+}
+
+TEST_F(LeaseRigTest, SigtermPutsTheSettingBackAndExitsCleanly) {
+  RigClient client(rig.socketPath);
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  kill(rig.pid, SIGTERM);
+  EXPECT_EQ(rig.waitForExit(5s), 0);
+  EXPECT_FALSE(rig.leaseFileExists());
+}
+
+TEST_F(LeaseRigTest, AForeignLineClosesOnlyThatConnection) {
+  RigClient good(rig.socketPath), bad(rig.socketPath);
+  EXPECT_EQ(good.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(bad.ask(RigWire::renewLine(inSeconds(25))), "");
+  bad.send("hello\n");
+  EXPECT_TRUE(bad.closedByPeer());
+  // Its disconnect ended its term; the other client's lease stands.
+  EXPECT_TRUE(rig.waitUntil([&] { return leaseEnd() && leaseEnd()->secondsSince1970 < inSeconds(21); }, 2s));
+  EXPECT_EQ(good.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_NE(rig.log().find("closed: it sent an unknown request"), std::string::npos) << rig.log();
+}
+
+TEST_F(LeaseRigTest, RefusalsComeBackAsTheirReasonText) {
+  RigClient client(rig.socketPath);
+  EXPECT_EQ(client.ask("renew nan\n"), "The lease deadline is not a number.");
+  EXPECT_EQ(client.ask("renew -inf\n"), "The lease deadline is not a number.");
+  EXPECT_FALSE(rig.leaseFileExists());
+
+  // The file made behind the helper's back is the setting on elsewhere.
+  RigLeaseFile::write(Date{inSeconds(100)}, rig.leasePath);
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), alreadyOn);
+  EXPECT_TRUE(rig.leaseFileExists());  // left as it is
+}
+
+TEST_F(LeaseRigTest, AFileRemovedBehindTheHelpersBackEndsTheLease) {
+  RigClient first(rig.socketPath), second(rig.socketPath);
+  EXPECT_EQ(first.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(second.ask(RigWire::renewLine(inSeconds(20))), "");
+  std::filesystem::remove(rig.leasePath);
+  EXPECT_EQ(first.ask(RigWire::renewLine(inSeconds(20))), turnedOff);
+  EXPECT_EQ(second.ask(RigWire::renewLine(inSeconds(20))), turnedOff);  // told once, at its next renewal
+  EXPECT_FALSE(rig.leaseFileExists());
+  EXPECT_EQ(second.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_TRUE(rig.leaseFileExists());
+}
+
+TEST_F(LeaseRigTest, ALidShutDuringTheLeaseAsksForSleepWhenItEnds) {
+  RigClient client(rig.socketPath);
+  std::ofstream(rig.lidPath) << "closed\n";
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(rig.log().find("asked the system to sleep"), std::string::npos);
+  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_NE(rig.log().find("asked the system to sleep"), std::string::npos) << rig.log();
+}
+
+TEST_F(LeaseRigTest, AnOpenLidIsLeftAlone) {
+  RigClient client(rig.socketPath);
+  std::ofstream(rig.lidPath) << "open\n";
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_EQ(rig.log().find("sleep"), std::string::npos) << rig.log();
+}
+
+TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2) {
+  RigProcess rig(std::vector<std::string>{"--rig", "--socket", "/tmp/x.sock", "--allow-uid", "nobody"});
+  EXPECT_EQ(rig.waitForExit(5s), 2);
+  EXPECT_NE(rig.log().find("--allow-uid needs a user id"), std::string::npos) << rig.log();
+  EXPECT_NE(rig.log().find("usage: WakeloftLidHelper --rig --socket PATH"), std::string::npos) << rig.log();
+}
+
+TEST(LeaseRigStartTest, AnUnusableSocketPathIsAClearErrorAndStatus1) {
+  RigProcess missingFolder(std::vector<std::string>{"--rig", "--socket", "/nonexistent-folder/rig.sock"});
+  EXPECT_EQ(missingFolder.waitForExit(5s), 1);
+  EXPECT_NE(missingFolder.log().find("cannot serve on /nonexistent-folder/rig.sock"), std::string::npos)
+      << missingFolder.log();
+
+  RigProcess fileInTheWay(std::vector<std::string>{"--rig", "--socket", "/etc/hostname"});
+  EXPECT_EQ(fileInTheWay.waitForExit(5s), 1);
+  EXPECT_NE(fileInTheWay.log().find("a file that is not a socket is in the way"), std::string::npos)
+      << fileInTheWay.log();
+}
+
+TEST(LeaseRigStartTest, AStaleSocketFileIsReplaced) {
+  RigProcess first;
+  ASSERT_TRUE(first.waitForSocket());
+  kill(first.pid, SIGKILL);  // leaves its socket file behind
+  first.waitForExit(5s);
+  RigProcess second(std::vector<std::string>{"--rig", "--socket", first.socketPath, "--rig-file", first.leasePath});
+  ASSERT_TRUE(second.waitUntil([&] { return second.log().find("helper starting") != std::string::npos; }));
+  RigClient client(first.socketPath);
+  EXPECT_EQ(client.ask("revoke\n"), "");
+}
+
+}  // namespace
+}  // namespace wakeloft
