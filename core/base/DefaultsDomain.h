@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -11,11 +12,14 @@
 namespace wakeloft {
 
 // One value of a property-list-shaped preferences domain. Booleans and
-// numbers are different kinds, as CFBoolean and CFNumber are.
+// numbers are different kinds, as CFBoolean and CFNumber are. Dictionaries are
+// here so that whatever the domain holds can be read, even where a reader
+// only ever expects the other kinds.
 struct DefaultsValue {
   using Data = std::vector<std::uint8_t>;
   using Array = std::vector<DefaultsValue>;
-  std::variant<bool, std::int64_t, double, std::string, Date, Data, Array> value;
+  using Dictionary = std::vector<std::pair<std::string, DefaultsValue>>;
+  std::variant<bool, std::int64_t, double, std::string, Date, Data, Array, Dictionary> value;
 
   template <typename T>
   DefaultsValue(T v) : value(std::move(v)) {}

@@ -1,0 +1,29 @@
+#include "session/IOKitSleepBlocker.h"
+
+#include <utility>
+
+#include "session/SleepBlockerError.h"
+
+namespace wakeloft {
+
+IOKitSleepBlocker::IOKitSleepBlocker(std::shared_ptr<PowerAssertions> assertions, std::string reason)
+    : assertions_(std::move(assertions)), reason_(std::move(reason)) {}
+
+IOKitSleepBlocker::~IOKitSleepBlocker() { release(); }
+
+void IOKitSleepBlocker::engage() {
+  if (assertionID_) return;
+  const auto created = assertions_->create(assertionType, assertionLevelOn, reason_);
+  if (created.code != 0) throw SleepBlockerError::assertionFailed(created.code);
+  assertionID_ = created.assertionID;
+}
+
+void IOKitSleepBlocker::release() {
+  if (!assertionID_) return;
+  const auto assertionID = *std::exchange(assertionID_, std::nullopt);
+  // A refused release leaves nothing the app could do about it; the
+  // identifier is dropped all the same.
+  assertions_->release(assertionID);
+}
+
+}  // namespace wakeloft

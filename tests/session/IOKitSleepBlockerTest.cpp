@@ -1,0 +1,121 @@
+#include "session/IOKitSleepBlocker.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "session/AwakeFailure.h"
+#include "session/SleepBlockerError.h"
+
+namespace wakeloft {
+namespace {
+
+constexpr std::int32_t ioReturnError = -536870212;  // kIOReturnError
+constexpr std::int32_t ioReturnNotFound = -536870160;  // kIOReturnNotFound
+
+// Answers like the power-management calls would and remembers every call.
+struct RecordingPowerAssertions final : PowerAssertions {
+  struct Request {
+    std::string type;
+    std::uint32_t level;
+    std::string name;
+  };
+  std::vector<Request> creations;
+  std::vector<std::uint32_t> releases;
+  std::int32_t createCode = 0;
+  std::int32_t releaseCode = 0;
+  std::uint32_t lastID = 40;
+
+  Creation create(const std::string& type, std::uint32_t level, const std::string& name) override {
+    creations.push_back({type, level, name});
+    if (createCode != 0) return {createCode, 0xBAD};
+    return {0, ++lastID};
+  }
+  std::int32_t release(std::uint32_t assertionID) override {
+    releases.push_back(assertionID);
+    return releaseCode;
+  }
+};
+
+struct IOKitSleepBlockerTest : ::testing::Test {
+  std::shared_ptr<RecordingPowerAssertions> system = std::make_shared<RecordingPowerAssertions>();
+};
+
+TEST_F(IOKitSleepBlockerTest, EngagingTwiceHoldsOneAssertionUntilReleased) {
+  IOKitSleepBlocker blocker(system, IOKitSleepBlocker::appReason);
+  EXPECT_FALSE(blocker.isEngaged());
+
+  blocker.engage();
+  blocker.engage();
+
+  ASSERT_EQ(system->creations.size(), 1u);
+  EXPECT_EQ(system->creations[0].type, "PreventUserIdleSystemSleep");
+  EXPECT_EQ(system->creations[0].level, 255u);
+  EXPECT_EQ(system->creations[0].name, "Wakeloft is keeping this Mac awake");
+  EXPECT_TRUE(blocker.isEngaged());
+  EXPECT_EQ(blocker.assertionID(), 41u);
+
+  blocker.release();
+  EXPECT_EQ(system->releases, std::vector<std::uint32_t>{41});
+  EXPECT_FALSE(blocker.isEngaged());
+  EXPECT_EQ(blocker.assertionID(), std::nullopt);
+}
+
+TEST_F(IOKitSleepBlockerTest, ReleasingWithNothingHeldCallsNothing) {
+  IOKitSleepBlocker blocker(system, "reason");
+  blocker.release();
+  blocker.engage();
+  blocker.release();
+  blocker.release();
+  EXPECT_EQ(system->releases.size(), 1u);
+}
+
+TEST_F(IOKitSleepBlockerTest, RefusedCreationFailsWithTheSystemCodeAndHoldsNothing) {
+  {
+    IOKitSleepBlocker blocker(system, "reason");
+    system->createCode = ioReturnError;
+    try {
+      blocker.engage();
+      FAIL() << "engage should have failed";
+    } catch (const SleepBlockerError& error) {
+      EXPECT_EQ(error.assertionCode(), ioReturnError);
+      EXPECT_EQ(AwakeFailure::from(error), AwakeFailure(AwakeFailure::AssertionRefused{ioReturnError}));
+    }
+    EXPECT_FALSE(blocker.isEngaged());
+    EXPECT_EQ(blocker.assertionID(), std::nullopt);
+
+    // A later attempt that the system grants holds the assertion.
+    system->createCode = 0;
+    blocker.engage();
+    EXPECT_TRUE(blocker.isEngaged());
+    EXPECT_EQ(system->creations.size(), 2u);
+  }
+  // Only the granted assertion was ever released, never the refused call's id.
+  EXPECT_EQ(system->releases, std::vector<std::uint32_t>{41});
+}
+
+TEST_F(IOKitSleepBlockerTest, RefusedReleaseStillLetsGo) {
+  IOKitSleepBlocker blocker(system, "reason");
+  system->releaseCode = ioReturnNotFound;
+  blocker.engage();
+  blocker.release();
+  EXPECT_FALSE(blocker.isEngaged());
+
+  blocker.engage();
+  EXPECT_EQ(system->creations.size(), 2u);
+  EXPECT_EQ(blocker.assertionID(), 42u);
+}
+
+TEST_F(IOKitSleepBlockerTest, EndingTheBlockerReleasesWhatItHolds) {
+  {
+    IOKitSleepBlocker held(system, "reason");
+    held.engage();
+    IOKitSleepBlocker idle(system, "reason");
+  }
+  EXPECT_EQ(system->releases, std::vector<std::uint32_t>{41});
+}
+
+}  // namespace
+}  // namespace wakeloft
