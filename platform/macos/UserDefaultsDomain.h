@@ -1,0 +1,19 @@
+#pragma once
+
+#include "base/DefaultsDomain.h"
+
+namespace wakeloft {
+
+// The app's own preferences, the domain the standard user defaults read and
+// write: Core Foundation preferences of the current application.
+class UserDefaultsDomain final : public DefaultsDomain {
+ public:
+  std::optional<DefaultsValue> object(const std::string& key) const override;
+  // Throws std::invalid_argument, writing nothing, for a key or text that is
+  // not UTF-8: the domain could not store it.
+  void set(const std::string& key, DefaultsValue value) override;
+  void remove(const std::string& key) override;
+  bool boolean(const std::string& key) const override;
+};
+
+}  // namespace wakeloft
