@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "LibplistPropertyListParser.h"
 #include "RigClamshell.h"
 #include "RigSleepSetting.h"
 #include "RigSocketServer.h"
@@ -99,7 +100,7 @@ int main(int argc, char** argv) {
   }
 
   const auto executable = executablePath();
-  logLine(LidHelperService::startLine(executable, std::string(argv[0]), std::nullopt));
+  logLine(LidHelperService::startLine(executable, std::string(argv[0]), std::nullopt, LibplistPropertyListParser()));
 
   GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
   Stopping stopping{&daemon, loop};

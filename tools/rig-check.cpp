@@ -66,8 +66,8 @@ int main(int argc, char** argv) {
   show(path);
 
   GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
-  const auto quit = +[](gpointer loop) -> gboolean {
-    g_main_loop_quit(static_cast<GMainLoop*>(loop));
+  const auto quit = +[](gpointer running) -> gboolean {
+    g_main_loop_quit(static_cast<GMainLoop*>(running));
     return G_SOURCE_REMOVE;
   };
   g_unix_signal_add(SIGINT, quit, loop);
