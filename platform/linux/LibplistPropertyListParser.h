@@ -1,0 +1,13 @@
+#pragma once
+
+#include "base/PropertyListParser.h"
+
+namespace wakeloft {
+
+// XML and binary property lists, read with libplist.
+class LibplistPropertyListParser final : public PropertyListParser {
+ public:
+  PropertyList parse(std::span<const std::uint8_t> bytes) const override;
+};
+
+}  // namespace wakeloft

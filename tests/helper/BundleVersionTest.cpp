@@ -1,0 +1,108 @@
+#include "helper/BundleVersion.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "LibplistPropertyListParser.h"
+#include "PlistBytes.h"
+#include "TemporaryDirectory.h"
+#include "base/PropertyListXMLWriter.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::binaryPropertyList;
+using testing::TemporaryDirectory;
+
+constexpr const char* program = "Wakeloft.app/Contents/Helpers/WakeloftLidHelper";
+
+PropertyList info(PropertyList shortVersion, PropertyList build) {
+  return PropertyList::Dictionary{
+      {"CFBundleIdentifier", "com.wakeloft.app"},
+      {"CFBundleShortVersionString", std::move(shortVersion)},
+      {"CFBundleVersion", std::move(build)},
+  };
+}
+
+class BundleVersionTest : public ::testing::Test {
+ protected:
+  std::string executable() const { return (directory.path() / program).string(); }
+  void writeInfo(std::string_view content) const { directory.write("Wakeloft.app/Contents/Info.plist", content); }
+  std::optional<BundleVersion> read() const { return BundleVersion::aroundExecutable(executable(), parser); }
+
+  TemporaryDirectory directory;
+  LibplistPropertyListParser parser;
+};
+
+TEST_F(BundleVersionTest, ReadsTheInfoPlistTwoLevelsAboveTheProgramInEitherFormat) {
+  writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
+  EXPECT_EQ(read(), (BundleVersion{"1.4", "27"}));
+
+  writeInfo(binaryPropertyList(info("2.0-beta_1", "2024.11.15")));
+  EXPECT_EQ(read(), (BundleVersion{"2.0-beta_1", "2024.11.15"}));
+}
+
+TEST_F(BundleVersionTest, FileMustBeARegularFileOfAtMostOneMebibyte) {
+  // Padding inside a string keeps the list valid at any size.
+  const auto sized = [](std::size_t total) {
+    const auto padded = [](std::size_t padding) {
+      auto list = info("1.4", "27");
+      std::get<PropertyList::Dictionary>(list.value).emplace_back("Padding", std::string(padding, 'x'));
+      return PropertyListXMLWriter::document(list);
+    };
+    return padded(total - padded(0).size());
+  };
+  ASSERT_EQ(sized(BundleVersion::maxInfoPlistBytes).size(), BundleVersion::maxInfoPlistBytes);
+  writeInfo(sized(BundleVersion::maxInfoPlistBytes));
+  EXPECT_EQ(read(), (BundleVersion{"1.4", "27"}));
+  writeInfo(sized(BundleVersion::maxInfoPlistBytes + 1));
+  EXPECT_EQ(read(), std::nullopt);
+}
+
+TEST_F(BundleVersionTest, AnythingButARegularFileGivesNoVersionAndDoesNotBlock) {
+  EXPECT_EQ(read(), std::nullopt);  // missing
+
+  std::filesystem::create_directories(directory.path() / "Wakeloft.app/Contents/Info.plist");
+  EXPECT_EQ(read(), std::nullopt);
+  std::filesystem::remove(directory.path() / "Wakeloft.app/Contents/Info.plist");
+
+  // A pipe with no writer would hold a blocking open forever.
+  const auto fifo = directory.path() / "Wakeloft.app/Contents/Info.plist";
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_EQ(read(), std::nullopt);
+}
+
+TEST_F(BundleVersionTest, MalformedListsGiveNoVersion) {
+  writeInfo("not a property list");
+  EXPECT_EQ(read(), std::nullopt);
+  writeInfo(PropertyListXMLWriter::document(PropertyList::Array{"1.4", "27"}));
+  EXPECT_EQ(read(), std::nullopt);
+  writeInfo(PropertyListXMLWriter::document(PropertyList::Dictionary{{"CFBundleVersion", "27"}}));
+  EXPECT_EQ(read(), std::nullopt);
+}
+
+TEST_F(BundleVersionTest, PathsWithoutAContentsFolderGiveNoVersion) {
+  writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
+  EXPECT_EQ(BundleVersion::aroundExecutable("", parser), std::nullopt);
+  EXPECT_EQ(BundleVersion::aroundExecutable("WakeloftLidHelper", parser), std::nullopt);
+  EXPECT_EQ(BundleVersion::aroundExecutable(executable() + "/", parser), std::nullopt);
+}
+
+TEST(BundleVersionTextTest, BothTextsMustBeShortPlainVersionTexts) {
+  const std::string longest(64, '9');
+  EXPECT_EQ(BundleVersion::fromInfoDictionary(info(longest, "1")), (BundleVersion{longest, "1"}));
+  EXPECT_EQ(BundleVersion::fromInfoDictionary(info("1.0", longest + "9")), std::nullopt);
+  EXPECT_EQ(BundleVersion::fromInfoDictionary(info("", "1")), std::nullopt);
+  for (const char* bad : {"1.0 ", "1,0", "1+2", "v1\n", "1.0\u00e9", "\"1\"", "1/2"}) {
+    EXPECT_EQ(BundleVersion::fromInfoDictionary(info(bad, "1")), std::nullopt) << bad;
+    EXPECT_EQ(BundleVersion::fromInfoDictionary(info("1", bad)), std::nullopt) << bad;
+  }
+  // A number is not a version text, even one that looks like it.
+  EXPECT_EQ(BundleVersion::fromInfoDictionary(info("1.4", 27)), std::nullopt);
+  EXPECT_EQ(BundleVersion::fromInfoDictionary(info(1.4, "27")), std::nullopt);
+}
+
+}  // namespace
+}  // namespace wakeloft

@@ -1,0 +1,131 @@
+#include "helper/LidHelperService.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "LibplistPropertyListParser.h"
+#include "PlistBytes.h"
+#include "TemporaryDirectory.h"
+#include "base/PropertyListXMLWriter.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::bytesOf;
+using testing::TemporaryDirectory;
+
+TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarries) {
+  EXPECT_EQ(PropertyListXMLWriter::document(LidHelperService::launchdPlist()),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+            "<plist version=\"1.0\">\n"
+            "<dict>\n"
+            "\t<key>Label</key>\n"
+            "\t<string>com.wakeloft.app.lidhelper</string>\n"
+            "\t<key>BundleProgram</key>\n"
+            "\t<string>Contents/Helpers/WakeloftLidHelper</string>\n"
+            "\t<key>MachServices</key>\n"
+            "\t<dict>\n"
+            "\t\t<key>com.wakeloft.app.lidhelper</key>\n"
+            "\t\t<true/>\n"
+            "\t</dict>\n"
+            "\t<key>AssociatedBundleIdentifiers</key>\n"
+            "\t<array>\n"
+            "\t\t<string>com.wakeloft.app</string>\n"
+            "\t</array>\n"
+            "\t<key>RunAtLoad</key>\n"
+            "\t<true/>\n"
+            "\t<key>KeepAlive</key>\n"
+            "\t<true/>\n"
+            "</dict>\n"
+            "</plist>\n");
+}
+
+TEST(LidHelperServiceTest, LaunchdPlistReadsBackWithExactlyItsSixKeys) {
+  const auto document = PropertyListXMLWriter::document(LidHelperService::launchdPlist());
+  const auto read = LibplistPropertyListParser().parse(bytesOf(document));
+  const auto* entries = read.get<PropertyList::Dictionary>();
+  ASSERT_NE(entries, nullptr);
+  EXPECT_EQ(entries->size(), 6u);
+  EXPECT_EQ(*findEntry(read, "Label"), PropertyList("com.wakeloft.app.lidhelper"));
+  EXPECT_EQ(*findEntry(read, "MachServices"), PropertyList(PropertyList::Dictionary{{"com.wakeloft.app.lidhelper", true}}));
+  EXPECT_EQ(*findEntry(read, "AssociatedBundleIdentifiers"), PropertyList(PropertyList::Array{"com.wakeloft.app"}));
+}
+
+TEST(LidHelperServiceTest, CodeRequirementPinsIdentifierAndTeam) {
+  EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", "ABCDE12345"),
+            "anchor apple generic and identifier \"com.wakeloft.app\" and certificate leaf[subject.OU] = \"ABCDE12345\"");
+  EXPECT_EQ(LidHelperService::codeRequirement(LidHelperService::label, "0123456789"),
+            "anchor apple generic and identifier \"com.wakeloft.app.lidhelper\" and certificate leaf[subject.OU] = "
+            "\"0123456789\"");
+  EXPECT_NE(LidHelperService::codeRequirement("A-b.9", "ZZZZZZZZZZ"), std::nullopt);
+}
+
+TEST(LidHelperServiceTest, MalformedTeamIdentifiersGiveNoRequirement) {
+  for (const char* team : {"ABCDE1234", "ABCDE123456", "abcde12345", "ABCDE 2345", "ABCDE-2345", "ABCDE1234\u00c9", ""}) {
+    EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", std::string(team)), std::nullopt) << team;
+  }
+  EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", std::nullopt), std::nullopt);
+}
+
+TEST(LidHelperServiceTest, IdentifiersThatCouldEscapeTheQuotesGiveNoRequirement) {
+  for (const char* identifier : {"", "com.wakeloft app", "com.wakeloft\"app", "com.wakeloft.app\n", "com_wakeloft",
+                                 "com.wakeloft.app\" or true or \"", "caf\u00e9"}) {
+    EXPECT_EQ(LidHelperService::codeRequirement(identifier, "ABCDE12345"), std::nullopt) << identifier;
+  }
+}
+
+class StartLineTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    executable = (directory.path() / "Wakeloft.app" / LidHelperService::bundleProgram).string();
+    writeInfo("1.4", "27");
+  }
+  void writeInfo(const std::string& shortVersion, const std::string& build) const {
+    directory.write("Wakeloft.app/Contents/Info.plist",
+                    PropertyListXMLWriter::document(PropertyList::Dictionary{
+                        {"CFBundleShortVersionString", shortVersion}, {"CFBundleVersion", build}}));
+  }
+  std::string line(const std::optional<std::string>& executablePath, const std::optional<std::string>& launchedPath,
+                   const std::optional<std::string>& codeDirectoryHash) const {
+    return LidHelperService::startLine(executablePath, launchedPath, codeDirectoryHash, parser);
+  }
+
+  TemporaryDirectory directory;
+  LibplistPropertyListParser parser;
+  std::string executable;
+  const std::string hash = std::string(20, 'a') + std::string(20, '0');
+};
+
+TEST_F(StartLineTest, NamesVersionHashAndPath) {
+  EXPECT_EQ(line(executable, executable, hash),
+            "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable);
+  EXPECT_EQ(line(executable, std::nullopt, std::nullopt),
+            "helper starting: Wakeloft 1.4 (27), cdhash unknown, from " + executable);
+}
+
+TEST_F(StartLineTest, NamesTheLaunchedPathOnlyWhenItDiffers) {
+  EXPECT_EQ(line(executable, "/private/var/run/Wakeloft", hash),
+            "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable +
+                ", started as /private/var/run/Wakeloft");
+  EXPECT_EQ(line(std::nullopt, "/private/var/run/Wakeloft", hash),
+            "helper starting: Wakeloft version unknown, cdhash " + hash +
+                ", from a path that could not be read, started as /private/var/run/Wakeloft");
+  EXPECT_EQ(line(std::nullopt, std::nullopt, std::nullopt),
+            "helper starting: Wakeloft version unknown, cdhash unknown, from a path that could not be read");
+}
+
+TEST_F(StartLineTest, AnUnreadableVersionIsUnknown) {
+  writeInfo("1.4", std::string(65, '7'));
+  EXPECT_EQ(line(executable, executable, hash),
+            "helper starting: Wakeloft version unknown, cdhash " + hash + ", from " + executable);
+
+  writeInfo("1.4", "27");
+  directory.write("Wakeloft.app/Contents/Info.plist", std::string(1'048'577, ' '));
+  EXPECT_EQ(line(executable, executable, hash),
+            "helper starting: Wakeloft version unknown, cdhash " + hash + ", from " + executable);
+}
+
+}  // namespace
+}  // namespace wakeloft

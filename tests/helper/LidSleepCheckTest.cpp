@@ -1,0 +1,113 @@
+#include "helper/LidSleepCheck.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace wakeloft {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+// A lid the test opens and closes, recording what was asked of it.
+struct FakeClamshell final : Clamshell {
+  std::optional<bool> closed = true;
+  std::optional<bool> causesSleep = true;
+  bool sleepFails = false;
+  std::vector<std::string> asked;
+
+  std::optional<bool> lidIsClosed() override {
+    asked.push_back("lidIsClosed");
+    return closed;
+  }
+  std::optional<bool> closingCausesSleep() override {
+    asked.push_back("closingCausesSleep");
+    return causesSleep;
+  }
+  void requestSleep() override {
+    asked.push_back("requestSleep");
+    if (sleepFails) throw std::runtime_error("IOPMSleepSystem returned 0xe00002c2");
+  }
+};
+
+class LidSleepCheckTest : public ::testing::Test {
+ protected:
+  std::shared_ptr<FakeClamshell> lid = std::make_shared<FakeClamshell>();
+  std::vector<std::string> log;
+  LidSleepCheck check{lid, [this](const std::string& line) { log.push_back(line); }};
+};
+
+TEST_F(LidSleepCheckTest, ClosedLidSleepsOnceTheLastLeaseEndsAndSaysSo) {
+  check.settingSettled(true);
+  check.settingSettled(false);
+  EXPECT_THAT(lid->asked, ElementsAre("lidIsClosed", "closingCausesSleep", "requestSleep"));
+  EXPECT_THAT(log, ElementsAre("lease ended with the lid closed and the setting back at 0: asked the system to sleep"));
+}
+
+TEST_F(LidSleepCheckTest, NothingIsReadWhileTheSettingIsHeldOrWasNeverHeld) {
+  check.settingSettled(false);
+  check.settingSettled(false);
+  check.settingSettled(true);
+  check.settingSettled(true);
+  EXPECT_THAT(lid->asked, IsEmpty());
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(LidSleepCheckTest, OnlyTheStepToZeroCountsAndEachStepOnce) {
+  check.settingSettled(true);
+  check.settingSettled(false);
+  check.settingSettled(false);
+  EXPECT_EQ(std::count(lid->asked.begin(), lid->asked.end(), "requestSleep"), 1);
+
+  // A restore that keeps failing leaves the setting held: nothing yet.
+  check.settingSettled(true);
+  check.settingSettled(true);
+  EXPECT_EQ(std::count(lid->asked.begin(), lid->asked.end(), "requestSleep"), 1);
+  check.settingSettled(false);
+  EXPECT_EQ(std::count(lid->asked.begin(), lid->asked.end(), "requestSleep"), 2);
+}
+
+TEST_F(LidSleepCheckTest, OpenLidOrClosedDisplayModeIsLeftAlone) {
+  lid->closed = false;
+  check.settingSettled(true);
+  check.settingSettled(false);
+  EXPECT_THAT(lid->asked, ElementsAre("lidIsClosed"));
+
+  lid->asked.clear();
+  lid->closed = true;
+  lid->causesSleep = false;
+  check.settingSettled(true);
+  check.settingSettled(false);
+  EXPECT_THAT(lid->asked, ElementsAre("lidIsClosed", "closingCausesSleep"));
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(LidSleepCheckTest, UnreadableLidIsNeverGuessedClosed) {
+  lid->closed.reset();
+  check.settingSettled(true);
+  check.settingSettled(false);
+  lid->closed = true;
+  lid->causesSleep.reset();
+  check.settingSettled(true);
+  check.settingSettled(false);
+  EXPECT_EQ(std::count(lid->asked.begin(), lid->asked.end(), "requestSleep"), 0);
+  EXPECT_THAT(log, ElementsAre("lease ended with the setting back at 0, but the lid state could not be read; sleep "
+                               "was not requested",
+                               "lease ended with the lid closed, but whether that causes sleep could not be read; "
+                               "sleep was not requested"));
+}
+
+TEST_F(LidSleepCheckTest, AFailedSleepRequestIsLoggedWithItsReason) {
+  lid->sleepFails = true;
+  check.settingSettled(true);
+  EXPECT_NO_THROW(check.settingSettled(false));
+  EXPECT_THAT(log, ElementsAre("lease ended with the lid closed and the setting back at 0, but sleep could not be "
+                               "requested: IOPMSleepSystem returned 0xe00002c2"));
+}
+
+}  // namespace
+}  // namespace wakeloft

@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "LibplistPropertyListParser.h"
+#include "PlistBytes.h"
+#include "base/PropertyList.h"
+#include "base/PropertyListError.h"
+#include "base/PropertyListXMLWriter.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::binaryPropertyList;
+using testing::bytesOf;
+
+PropertyList everyKind() {
+  return PropertyList::Dictionary{
+      {"yes", true},
+      {"no", false},
+      {"negative", std::int64_t{-42}},
+      {"large", std::numeric_limits<std::int64_t>::max()},
+      {"real", 0.1},
+      {"huge", -1.5e300},
+      {"text", "a < b && c > \"d\" 'e'\tline\nnext\rreturn \u00e9\u20ac\U0001F319"},
+      {"empty text", ""},
+      {"date", Date{1731700000}},
+      {"before 1970", Date{-86400 * 365.0}},
+      {"no bytes", PropertyList::Data{}},
+      {"one byte", PropertyList::Data{0xFF}},
+      {"two bytes", PropertyList::Data{0x00, 0x10}},
+      {"three bytes", PropertyList::Data{0xFB, 0xFF, 0xBF}},
+      {"four bytes", PropertyList::Data{1, 2, 3, 4}},
+      {"empty array", PropertyList::Array{}},
+      {"empty dictionary", PropertyList::Dictionary{}},
+      {"nested", PropertyList::Array{PropertyList::Dictionary{{"k<&>", PropertyList::Array{1, "two", 3.5}}}}},
+  };
+}
+
+TEST(PropertyListTest, EveryKindSurvivesTheXMLWriterAndLibplist) {
+  const LibplistPropertyListParser parser;
+  const auto xml = PropertyListXMLWriter::document(everyKind());
+  EXPECT_EQ(parser.parse(bytesOf(xml)), everyKind());
+}
+
+TEST(PropertyListTest, BinaryListsReadLikeXMLOnes) {
+  const LibplistPropertyListParser parser;
+  const auto binary = binaryPropertyList(everyKind());
+  ASSERT_EQ(binary.substr(0, 8), "bplist00");
+  EXPECT_EQ(parser.parse(bytesOf(binary)), everyKind());
+}
+
+TEST(PropertyListTest, DocumentUsesThePlatformsHeaderAndTabIndentation) {
+  const PropertyList value = PropertyList::Dictionary{{"A", PropertyList::Array{true}}, {"B", PropertyList::Dictionary{}}};
+  EXPECT_EQ(PropertyListXMLWriter::document(value),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+            "<plist version=\"1.0\">\n"
+            "<dict>\n"
+            "\t<key>A</key>\n"
+            "\t<array>\n"
+            "\t\t<true/>\n"
+            "\t</array>\n"
+            "\t<key>B</key>\n"
+            "\t<dict/>\n"
+            "</dict>\n"
+            "</plist>\n");
+}
+
+TEST(PropertyListTest, ScalarsAreWrittenInTheirXMLForms) {
+  const auto body = [](const PropertyList& value) {
+    const auto doc = PropertyListXMLWriter::document(value);
+    const auto start = doc.find("<plist version=\"1.0\">\n") + 22;
+    return doc.substr(start, doc.size() - start - 9);
+  };
+  EXPECT_EQ(body(std::int64_t{-7}), "<integer>-7</integer>\n");
+  EXPECT_EQ(body(2.0), "<real>2</real>\n");
+  EXPECT_EQ(body(Date{0}), "<date>1970-01-01T00:00:00Z</date>\n");
+  // Whole seconds only; the fraction is dropped toward the past.
+  EXPECT_EQ(body(Date{-0.5}), "<date>1969-12-31T23:59:59Z</date>\n");
+  EXPECT_EQ(body(PropertyList::Data{'M', 'a', 'n', 'M'}), "<data>TWFuTQ==</data>\n");
+  EXPECT_EQ(body("x&y"), "<string>x&amp;y</string>\n");
+}
+
+TEST(PropertyListTest, WriterRefusesWhatXMLCannotCarry) {
+  const PropertyList refused[] = {
+      std::string("bell \x07"),
+      std::string("broken \xC3"),
+      std::string("\xEF\xBF\xBF"),  // U+FFFF
+      std::nan(""),
+      std::numeric_limits<double>::infinity(),
+      Date{std::nan("")},
+      Date{253402300800.0},  // 10000-01-01
+      PropertyList::Dictionary{{"key\x01", 1}},
+  };
+  for (const auto& value : refused) EXPECT_THROW(PropertyListXMLWriter::document(value), PropertyListError);
+  EXPECT_NO_THROW(PropertyListXMLWriter::document(Date{253402300799.0}));
+  EXPECT_NO_THROW(PropertyListXMLWriter::document(Date{-62167219200.0}));
+}
+
+TEST(PropertyListTest, ParserRefusesWhatIsNotAWholePropertyList) {
+  const LibplistPropertyListParser parser;
+  const auto binary = binaryPropertyList(everyKind());
+  const auto xml = PropertyListXMLWriter::document(everyKind());
+  const std::string refused[] = {
+      "",
+      "hello",
+      "<?xml version=\"1.0\"?><plist><dict><key>a</key>",
+      xml.substr(0, xml.size() / 2),
+      binary.substr(0, binary.size() - 20),
+      "bplist00",
+      std::string("<plist><string>\xC3\x28</string></plist>"),
+      std::string("<plist><dict><key>a\0b</key><string>x</string></dict></plist>", 60),
+  };
+  for (const auto& bytes : refused) {
+    EXPECT_THROW(parser.parse(bytesOf(bytes)), PropertyListError) << bytes.size() << " bytes";
+  }
+}
+
+TEST(PropertyListTest, DeeplyNestedGarbageIsRefusedWithoutCrashing) {
+  const LibplistPropertyListParser parser;
+  std::string deep = "<plist>";
+  for (int i = 0; i < 100'000; ++i) deep += "<array>";
+  try {
+    parser.parse(bytesOf(deep));
+    FAIL() << "an unclosed list was accepted";
+  } catch (const PropertyListError&) {
+  }
+}
+
+// A binary list of one dictionary whose one key is the given object and
+// whose value is the text "x".
+std::string oneEntryBinaryList(const std::string& keyObject) {
+  std::string list = "bplist00";
+  list += "\xD1\x01\x02";
+  const auto keyAt = list.size();
+  list += keyObject;
+  const auto valueAt = list.size();
+  list += "\x51x";
+  const auto tableAt = list.size();
+  list += {'\x08', static_cast<char>(keyAt), static_cast<char>(valueAt)};
+  list += std::string(6, '\0') + "\x01\x01";
+  list += std::string(7, '\0') + "\x03";
+  list += std::string(8, '\0');
+  list += std::string(7, '\0') + static_cast<char>(tableAt);
+  return list;
+}
+
+TEST(PropertyListTest, BinaryKeysWithAZeroCharacterAreRefusedNotFatal) {
+  const LibplistPropertyListParser parser;
+  using namespace std::string_literals;
+  EXPECT_EQ(parser.parse(bytesOf(oneEntryBinaryList("\x53" "a b"))),
+            PropertyList(PropertyList::Dictionary{{"a b", "x"}}));
+  EXPECT_EQ(parser.parse(bytesOf(oneEntryBinaryList("\x62\0a\0b"s))),
+            PropertyList(PropertyList::Dictionary{{"ab", "x"}}));
+  EXPECT_THROW(parser.parse(bytesOf(oneEntryBinaryList("\x53" "a\0b"s))), PropertyListError);
+  EXPECT_THROW(parser.parse(bytesOf(oneEntryBinaryList("\x62\0a\0\0"s))), PropertyListError);
+}
+
+TEST(PropertyListTest, FindLooksUpDictionaryEntriesOnly) {
+  const PropertyList dictionary = PropertyList::Dictionary{{"a", 1}, {"b", "two"}};
+  ASSERT_NE(findEntry(dictionary, "b"), nullptr);
+  EXPECT_EQ(*findEntry(dictionary, "b"), PropertyList("two"));
+  EXPECT_EQ(findEntry(dictionary, "c"), nullptr);
+  EXPECT_EQ(findEntry(PropertyList::Array{"a"}, "a"), nullptr);
+}
+
+}  // namespace
+}  // namespace wakeloft

@@ -1,0 +1,149 @@
+#include "helper/RigLeaseFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <bit>
+#include <cmath>
+#include <filesystem>
+#include <limits>
+#include <random>
+#include <stdexcept>
+#include <system_error>
+
+#include "TemporaryDirectory.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TemporaryDirectory;
+
+TEST(RigLeaseFileTest, DefaultPathIsTheRigsFile) { EXPECT_EQ(RigLeaseFile::defaultPath, "/tmp/wakeloft-lid-rig.lease"); }
+
+TEST(RigLeaseFileTest, EncodesTheShortestDecimalWithAPoint) {
+  EXPECT_EQ(RigLeaseFile::encode(Date{1731700000.25}), "1731700000.25");
+  EXPECT_EQ(RigLeaseFile::encode(Date{1731700000}), "1731700000.0");
+  EXPECT_EQ(RigLeaseFile::encode(Date{0.1}), "0.1");
+  EXPECT_EQ(RigLeaseFile::encode(Date{-2.5}), "-2.5");
+  EXPECT_EQ(RigLeaseFile::encode(Date{0}), "0.0");
+  // Never an exponent, however large.
+  EXPECT_EQ(RigLeaseFile::encode(Date{1e20}), "100000000000000000000.0");
+  EXPECT_EQ(RigLeaseFile::encode(Date{1e-7}), "0.0000001");
+}
+
+TEST(RigLeaseFileTest, EncodingRefusesDatesThatAreNotFinite) {
+  EXPECT_THROW(RigLeaseFile::encode(Date{std::nan("")}), std::domain_error);
+  EXPECT_THROW(RigLeaseFile::encode(Date{-std::numeric_limits<double>::infinity()}), std::domain_error);
+}
+
+TEST(RigLeaseFileTest, EveryFiniteDateSurvivesEncodingExactly) {
+  std::mt19937_64 random(20241115);
+  std::vector<double> samples{std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min(),
+                              -std::numeric_limits<double>::min(), 1731700000.123456789, Date::distantFuture().secondsSince1970};
+  while (samples.size() < 2000) {
+    const double value = std::bit_cast<double>(random());
+    if (std::isfinite(value)) samples.push_back(value);
+  }
+  for (const double seconds : samples) {
+    const auto text = RigLeaseFile::encode(Date{seconds});
+    const auto decoded = RigLeaseFile::decode(text);
+    ASSERT_TRUE(decoded.has_value()) << text;
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(decoded->secondsSince1970), std::bit_cast<std::uint64_t>(seconds)) << text;
+  }
+}
+
+TEST(RigLeaseFileTest, DecodingAllowsBlanksAndLineBreaksAround) {
+  EXPECT_EQ(RigLeaseFile::decode("1731700000.5\n"), Date{1731700000.5});
+  EXPECT_EQ(RigLeaseFile::decode(" \t\r\n1731700000.5\r\n\v\f "), Date{1731700000.5});
+  // Unicode blanks and separators count too: NBSP, NEL, LINE SEPARATOR, IDEOGRAPHIC SPACE.
+  EXPECT_EQ(RigLeaseFile::decode("\u00a0\u00851731700000.5\u2028\u3000"), Date{1731700000.5});
+  EXPECT_EQ(RigLeaseFile::decode("1731700000"), Date{1731700000});
+  EXPECT_EQ(RigLeaseFile::decode("+2.5"), Date{2.5});
+  EXPECT_EQ(RigLeaseFile::decode("-1e3"), Date{-1000});
+}
+
+TEST(RigLeaseFileTest, DecodingRefusesAnythingButOneFiniteNumber) {
+  for (const std::string_view text : {"", " \n ", "nan", "NaN", "inf", "-inf", "infinity", "1e999", "12abc", "1 2",
+                                      "1,5", "1.5.", "0.5s", "\u00a0", "1731700000.5\u200b", "\xff" "1"}) {
+    EXPECT_EQ(RigLeaseFile::decode(text), std::nullopt) << '"' << text << '"';
+  }
+  EXPECT_EQ(RigLeaseFile::decode(std::string_view("\0" "1.5", 4)), std::nullopt);
+  EXPECT_EQ(RigLeaseFile::decode(std::string_view("1.5\0", 4)), std::nullopt);
+}
+
+class RigLeaseFileOnDiskTest : public ::testing::Test {
+ protected:
+  std::string path() const { return (directory.path() / "rig.lease").string(); }
+  TemporaryDirectory directory;
+};
+
+TEST_F(RigLeaseFileOnDiskTest, WrittenDateReadsBack) {
+  RigLeaseFile::write(Date{1731700000.25}, path());
+  EXPECT_EQ(RigLeaseFile::read(path()), Date{1731700000.25});
+  RigLeaseFile::write(Date{1731700030}, path());
+  EXPECT_EQ(RigLeaseFile::read(path()), Date{1731700030});
+}
+
+TEST_F(RigLeaseFileOnDiskTest, WriteReplacesTheFileInOneStepAndLeavesNothingElse) {
+  RigLeaseFile::write(Date{1}, path());
+  struct stat before {};
+  ASSERT_EQ(::stat(path().c_str(), &before), 0);
+  RigLeaseFile::write(Date{2}, path());
+  struct stat after {};
+  ASSERT_EQ(::stat(path().c_str(), &after), 0);
+  // A new file renamed over the old one, never the old one rewritten.
+  EXPECT_NE(before.st_ino, after.st_ino);
+  EXPECT_EQ(after.st_mode & 0777, 0644u);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory.path()), {}), 1);
+}
+
+TEST_F(RigLeaseFileOnDiskTest, WriteReplacesALinkInsteadOfFollowingIt) {
+  const auto target = directory.write("elsewhere", "keep me");
+  std::filesystem::create_symlink(target, path());
+  RigLeaseFile::write(Date{5}, path());
+  EXPECT_FALSE(std::filesystem::is_symlink(path()));
+  EXPECT_EQ(RigLeaseFile::read(target), std::nullopt);
+  EXPECT_EQ(RigLeaseFile::read(path()), Date{5});
+}
+
+TEST_F(RigLeaseFileOnDiskTest, WriteIntoAMissingFolderFailsClearly) {
+  const auto missing = (directory.path() / "no such folder" / "rig.lease").string();
+  try {
+    RigLeaseFile::write(Date{5}, missing);
+    FAIL() << "wrote into a missing folder";
+  } catch (const std::system_error& error) {
+    EXPECT_EQ(error.code(), std::errc::no_such_file_or_directory);
+    EXPECT_NE(std::string(error.what()).find(missing), std::string::npos);
+  }
+}
+
+TEST_F(RigLeaseFileOnDiskTest, ReadGivesAbsentForAnythingButAShortTextFile) {
+  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);  // missing
+  std::filesystem::create_directory(path());
+  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
+  std::filesystem::remove(path());
+
+  directory.write("rig.lease", "1731700000.5\xff");
+  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
+  directory.write("rig.lease", "garbage");
+  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
+
+  const std::string number = "1731700000.5";
+  directory.write("rig.lease", std::string(RigLeaseFile::maxFileBytes - number.size(), ' ') + number);
+  EXPECT_EQ(RigLeaseFile::read(path()), Date{1731700000.5});
+  directory.write("rig.lease", std::string(RigLeaseFile::maxFileBytes - number.size() + 1, ' ') + number);
+  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
+}
+
+TEST_F(RigLeaseFileOnDiskTest, RemoveSaysWhetherThereWasAFile) {
+  RigLeaseFile::write(Date{5}, path());
+  EXPECT_TRUE(RigLeaseFile::remove(path()));
+  EXPECT_FALSE(std::filesystem::exists(path()));
+  EXPECT_FALSE(RigLeaseFile::remove(path()));
+
+  std::filesystem::create_directory(path());
+  EXPECT_THROW(RigLeaseFile::remove(path()), std::system_error);
+}
+
+}  // namespace
+}  // namespace wakeloft
