@@ -5,14 +5,12 @@
 #include <string>
 
 #include "LibplistPropertyListParser.h"
-#include "PlistBytes.h"
 #include "TemporaryDirectory.h"
 #include "base/PropertyListXMLWriter.h"
 
 namespace wakeloft {
 namespace {
 
-using testing::bytesOf;
 using testing::TemporaryDirectory;
 
 TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarries) {
@@ -40,17 +38,6 @@ TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarries) {
             "\t<true/>\n"
             "</dict>\n"
             "</plist>\n");
-}
-
-TEST(LidHelperServiceTest, LaunchdPlistReadsBackWithExactlyItsSixKeys) {
-  const auto document = PropertyListXMLWriter::document(LidHelperService::launchdPlist());
-  const auto read = LibplistPropertyListParser().parse(bytesOf(document));
-  const auto* entries = read.get<PropertyList::Dictionary>();
-  ASSERT_NE(entries, nullptr);
-  EXPECT_EQ(entries->size(), 6u);
-  EXPECT_EQ(*findEntry(read, "Label"), PropertyList("com.wakeloft.app.lidhelper"));
-  EXPECT_EQ(*findEntry(read, "MachServices"), PropertyList(PropertyList::Dictionary{{"com.wakeloft.app.lidhelper", true}}));
-  EXPECT_EQ(*findEntry(read, "AssociatedBundleIdentifiers"), PropertyList(PropertyList::Array{"com.wakeloft.app"}));
 }
 
 TEST(LidHelperServiceTest, CodeRequirementPinsIdentifierAndTeam) {

@@ -159,13 +159,5 @@ TEST(PropertyListTest, BinaryKeysWithAZeroCharacterAreRefusedNotFatal) {
   EXPECT_THROW(parser.parse(bytesOf(oneEntryBinaryList("\x62\0a\0\0"s))), PropertyListError);
 }
 
-TEST(PropertyListTest, FindLooksUpDictionaryEntriesOnly) {
-  const PropertyList dictionary = PropertyList::Dictionary{{"a", 1}, {"b", "two"}};
-  ASSERT_NE(findEntry(dictionary, "b"), nullptr);
-  EXPECT_EQ(*findEntry(dictionary, "b"), PropertyList("two"));
-  EXPECT_EQ(findEntry(dictionary, "c"), nullptr);
-  EXPECT_EQ(findEntry(PropertyList::Array{"a"}, "a"), nullptr);
-}
-
 }  // namespace
 }  // namespace wakeloft

@@ -18,8 +18,6 @@ namespace {
 
 using testing::TemporaryDirectory;
 
-TEST(RigLeaseFileTest, DefaultPathIsTheRigsFile) { EXPECT_EQ(RigLeaseFile::defaultPath, "/tmp/wakeloft-lid-rig.lease"); }
-
 TEST(RigLeaseFileTest, EncodesTheShortestDecimalWithAPoint) {
   EXPECT_EQ(RigLeaseFile::encode(Date{1731700000.25}), "1731700000.25");
   EXPECT_EQ(RigLeaseFile::encode(Date{1731700000}), "1731700000.0");
