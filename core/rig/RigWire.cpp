@@ -3,41 +3,11 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/Utf8.h"
+
 namespace wakeloft {
 
 namespace {
-
-bool isValidUtf8(std::string_view text) {
-  std::size_t i = 0;
-  while (i < text.size()) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    std::size_t length = 0;
-    std::uint32_t point = 0;
-    if (lead < 0x80) {
-      ++i;
-      continue;
-    } else if ((lead & 0xE0) == 0xC0) {
-      length = 2, point = lead & 0x1F;
-    } else if ((lead & 0xF0) == 0xE0) {
-      length = 3, point = lead & 0x0F;
-    } else if ((lead & 0xF8) == 0xF0) {
-      length = 4, point = lead & 0x07;
-    } else {
-      return false;
-    }
-    if (i + length > text.size()) return false;
-    for (std::size_t k = 1; k < length; ++k) {
-      const auto next = static_cast<unsigned char>(text[i + k]);
-      if ((next & 0xC0) != 0x80) return false;
-      point = (point << 6) | (next & 0x3F);
-    }
-    // Overlong forms, surrogates and points beyond Unicode are not UTF-8.
-    static constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (point < smallest[length] || point > 0x10FFFF || (point >= 0xD800 && point <= 0xDFFF)) return false;
-    i += length;
-  }
-  return true;
-}
 
 bool isDecimalNumber(std::string_view text) {
   std::size_t i = 0;
@@ -124,7 +94,7 @@ std::vector<RigLineReader::Item> RigLineReader::feed(std::string_view bytes) {
       break;
     }
     if (end == std::string::npos) break;
-    if (!isValidUtf8(line)) {
+    if (!Utf8::isValid(line)) {
       items.emplace_back(RigWire::Violation{"bytes that are not UTF-8"});
       break;
     }

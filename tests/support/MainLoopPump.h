@@ -26,6 +26,11 @@ inline bool pumpMainLoopUntil(const std::function<bool()>& done, double seconds)
   return done();
 }
 
+// Runs the main loop for `seconds`, whatever happens meanwhile.
+inline void pumpMainLoopFor(double seconds) {
+  pumpMainLoopUntil([] { return false; }, seconds);
+}
+
 // Runs everything the main loop has ready now, without waiting for more.
 inline void drainMainLoop() {
   while (g_main_context_iteration(nullptr, FALSE)) {

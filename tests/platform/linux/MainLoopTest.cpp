@@ -9,14 +9,14 @@
 #include "clock/MainRunLoop.h"
 #include "clock/SystemDateProvider.h"
 #include "clock/TimerDeadlineScheduler.h"
-#include "support/MainLoopTurns.h"
+#include "support/MainLoopPump.h"
 
 namespace wakeloft {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::turnMainLoopFor;
-using testing::turnMainLoopUntil;
+using testing::pumpMainLoopFor;
+using testing::pumpMainLoopUntil;
 
 Date inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds); }
 
@@ -25,7 +25,7 @@ TEST(TimerDeadlineSchedulerTest, ASecondScheduleReplacesTheFirst) {
   std::vector<int> fired;
   scheduler.schedule(inSeconds(0.06), [&] { fired.push_back(1); });
   scheduler.schedule(inSeconds(0.12), [&] { fired.push_back(2); });
-  turnMainLoopFor(300ms);
+  pumpMainLoopFor(0.3);
   EXPECT_EQ(fired, std::vector<int>{2});
 }
 
@@ -40,7 +40,7 @@ TEST(TimerDeadlineSchedulerTest, APastDeadlineFiresAfterTheFloorOnTheMainThread)
     onMain = isMainThread();
     fired = true;
   });
-  ASSERT_TRUE(turnMainLoopUntil([&] { return fired; }, 1s));
+  ASSERT_TRUE(pumpMainLoopUntil([&] { return fired; }, 1));
   EXPECT_TRUE(onMain);
   EXPECT_GE(waited, 49ms);
   EXPECT_LT(waited, 400ms);
@@ -55,7 +55,7 @@ TEST(TimerDeadlineSchedulerTest, CancelledOrDestroyedTimersDoNotFire) {
     scheduler.cancel();
     scheduler.schedule(inSeconds(0), [&] { fired = true; });
   }
-  turnMainLoopFor(150ms);
+  pumpMainLoopFor(0.15);
   EXPECT_FALSE(fired);
 }
 
@@ -66,14 +66,14 @@ TEST(TimerDeadlineSchedulerTest, AnActionMayScheduleAgain) {
     if (++fired < 3) scheduler.schedule(inSeconds(0), again);
   };
   scheduler.schedule(inSeconds(0), again);
-  EXPECT_TRUE(turnMainLoopUntil([&] { return fired == 3; }, 1s));
+  EXPECT_TRUE(pumpMainLoopUntil([&] { return fired == 3; }, 1));
 }
 
 TEST(MainRunLoopTest, WorkPostedOnTheMainThreadWaitsForTheNextTurn) {
   bool ran = false;
   MainRunLoop::perform([&] { ran = true; });
   EXPECT_FALSE(ran);
-  EXPECT_TRUE(turnMainLoopUntil([&] { return ran; }, 1s));
+  EXPECT_TRUE(pumpMainLoopUntil([&] { return ran; }, 1));
 }
 
 TEST(MainRunLoopTest, WorkFromOtherThreadsRunsOnTheMainThreadInOrder) {
@@ -88,7 +88,7 @@ TEST(MainRunLoopTest, WorkFromOtherThreadsRunsOnTheMainThreadInOrder) {
     }
   });
   poster.join();
-  ASSERT_TRUE(turnMainLoopUntil([&] { return order.size() == 50; }, 2s));
+  ASSERT_TRUE(pumpMainLoopUntil([&] { return order.size() == 50; }, 2));
   EXPECT_TRUE(allOnMain);
   for (int i = 0; i < 50; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
 }
@@ -101,7 +101,7 @@ TEST(MainRunLoopTest, DelayedWorkWaitsOffTheMainThread) {
     waited = std::chrono::steady_clock::now() - start;
     ran = isMainThread();
   });
-  ASSERT_TRUE(turnMainLoopUntil([&] { return ran; }, 2s));
+  ASSERT_TRUE(pumpMainLoopUntil([&] { return ran; }, 2));
   EXPECT_GE(waited, 99ms);
 }
 
