@@ -1,0 +1,144 @@
+#include "helper/PmsetCommand.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "TemporaryDirectory.h"
+#include "base/Utf8.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TemporaryDirectory;
+
+// Output as pmset prints it on a laptop, with the system-wide part as given.
+std::string listing(const std::string& systemWide) {
+  return "System-wide power settings:\n" + systemWide +
+         "Currently in use:\n"
+         " standby              1\n"
+         " sleep                1 (sleep prevented by powerd)\n"
+         " hibernatemode        3\n"
+         " displaysleep         10\n";
+}
+
+ChildProcess::Result exited(int status, std::string output) { return {status, std::move(output)}; }
+
+std::string readFailure(const ChildProcess::Result& result) {
+  try {
+    PmsetCommand::sleepDisabled(result);
+  } catch (const std::runtime_error& error) {
+    return error.what();
+  }
+  ADD_FAILURE() << "the listing was read as a value";
+  return {};
+}
+
+TEST(PmsetCommandTest, ReadsTheSystemWideSleepDisabledLine) {
+  EXPECT_TRUE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t1\n"))));
+  EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t0\n"))));
+  // A note after the value belongs to the system, not to the value.
+  EXPECT_TRUE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t1 (imposed by 'powerd')\n"))));
+  // Another setting's 1 is not the sleep setting's.
+  EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, " SleepDisabledAfter 1\n" + listing(" SleepDisabled 0\n"))));
+}
+
+TEST(PmsetCommandTest, ASettingNeverChangedIsListedWithoutALineAndReadsAsZero) {
+  EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, listing(""))));
+  EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, "Currently in use:\n standby              1\n")));
+}
+
+TEST(PmsetCommandTest, AnythingElseIsAnErrorThatSaysWhatCame) {
+  EXPECT_EQ(readFailure(exited(0, listing(" SleepDisabled\t\tmaybe\n"))),
+            "pmset -g gave no value of 0 or 1 for SleepDisabled: SleepDisabled\t\tmaybe");
+  EXPECT_EQ(readFailure(exited(0, listing(" SleepDisabled\n"))),
+            "pmset -g gave no value of 0 or 1 for SleepDisabled: SleepDisabled");
+  EXPECT_EQ(readFailure(exited(0, "\nUsage: pmset <options>\n")), "pmset -g listed no power settings: Usage: pmset <options>");
+  EXPECT_EQ(readFailure(exited(0, "")), "pmset -g listed no power settings");
+  // A failing tool is not read, whatever it printed.
+  EXPECT_EQ(readFailure(exited(1, listing(" SleepDisabled 0\n"))),
+            "pmset -g failed with exit status 1: System-wide power settings:");
+}
+
+TEST(PmsetCommandTest, AWriteFailsOnlyWhenTheToolDoes) {
+  EXPECT_NO_THROW(PmsetCommand::checkWritten(exited(0, "")));
+  try {
+    PmsetCommand::checkWritten(exited(1, "  pmset must be run as root in order to modify settings  \n"));
+    FAIL() << "a failed write passed";
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "pmset failed with exit status 1: pmset must be run as root in order to modify settings");
+  }
+  EXPECT_THROW(PmsetCommand::checkWritten(exited(2, "")), std::runtime_error);
+}
+
+TEST(PmsetCommandTest, QuotedOutputIsShortValidText) {
+  const std::string garbage = "\xff\xfe not text " + std::string(500, 'x');
+  const std::string text = readFailure(exited(0, garbage));
+  EXPECT_TRUE(Utf8::isValid(text)) << text;
+  EXPECT_LT(text.size(), 260u);
+  EXPECT_EQ(text.rfind("pmset -g listed no power settings: \xEF\xBF\xBD\xEF\xBF\xBD not text xxx", 0), 0u) << text;
+}
+
+TEST(PmsetCommandTest, WritesAndReadsWithTheirOwnArgumentsAndTimeLimits) {
+  std::vector<std::pair<std::vector<std::string>, double>> calls;
+  const PmsetCommand::Run recording = [&](const std::vector<std::string>& arguments, double timeout) {
+    calls.emplace_back(arguments, timeout);
+    return arguments[1] == "-g" ? exited(0, listing(" SleepDisabled 1\n")) : exited(0, "");
+  };
+
+  PmsetCommand::write(true, recording);
+  PmsetCommand::write(false, recording);
+  EXPECT_TRUE(PmsetCommand::read(recording));
+
+  ASSERT_EQ(calls.size(), 3u);
+  EXPECT_EQ(calls[0].first, (std::vector<std::string>{"/usr/bin/pmset", "-a", "disablesleep", "1"}));
+  EXPECT_EQ(calls[0].second, 1.0);
+  EXPECT_EQ(calls[1].first, (std::vector<std::string>{"/usr/bin/pmset", "-a", "disablesleep", "0"}));
+  EXPECT_EQ(calls[2].first, (std::vector<std::string>{"/usr/bin/pmset", "-g"}));
+  EXPECT_EQ(calls[2].second, 0.25);
+}
+
+TEST(PmsetCommandTest, ATimeOutOfTheToolReachesTheCallerUnchanged) {
+  const PmsetCommand::Run hanging = [](const std::vector<std::string>&, double timeout) -> ChildProcess::Result {
+    throw ChildProcessError(ChildProcessError::Kind::timedOut,
+                            "/usr/bin/pmset did not finish within " + ChildProcess::describeSeconds(timeout) +
+                                " and was stopped");
+  };
+  try {
+    PmsetCommand::write(true, hanging);
+    FAIL() << "a write that timed out passed";
+  } catch (const ChildProcessError& error) {
+    EXPECT_STREQ(error.what(), "/usr/bin/pmset did not finish within 1 second and was stopped");
+  }
+  EXPECT_THROW(PmsetCommand::read(hanging), ChildProcessError);
+}
+
+// A stand-in for pmset that keeps the setting in a file beside it and lists
+// it the way pmset does.
+TEST(PmsetCommandTest, RoundTripThroughARealChildProcess) {
+  TemporaryDirectory folder;
+  const auto tool = folder.write("pmset",
+                                 "#!/bin/sh\n"
+                                 "state=\"$(dirname \"$0\")/state\"\n"
+                                 "case \"$1\" in\n"
+                                 "  -a) [ \"$2\" = disablesleep ] || exit 1; echo \"$3\" > \"$state\" ;;\n"
+                                 "  -g) echo 'System-wide power settings:'\n"
+                                 "      [ -f \"$state\" ] && printf ' SleepDisabled\\t\\t%s\\n' \"$(cat \"$state\")\"\n"
+                                 "      echo 'Currently in use:'; echo ' standby              1' ;;\n"
+                                 "  *) echo 'Usage: pmset' >&2; exit 1 ;;\n"
+                                 "esac\n");
+  std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+  const PmsetCommand::Run run = &ChildProcess::run;
+
+  EXPECT_FALSE(PmsetCommand::read(run, tool));
+  PmsetCommand::write(true, run, tool);
+  EXPECT_TRUE(PmsetCommand::read(run, tool));
+  PmsetCommand::write(false, run, tool);
+  EXPECT_FALSE(PmsetCommand::read(run, tool));
+}
+
+}  // namespace
+}  // namespace wakeloft
