@@ -1,12 +1,13 @@
 #include "clock/BackgroundQueue.h"
 
 #include <chrono>
-#include <cmath>
 #include <condition_variable>
 #include <mutex>
 #include <queue>
 #include <thread>
 #include <vector>
+
+#include "clock/WaitDuration.h"
 
 namespace wakeloft::BackgroundQueue {
 
@@ -19,9 +20,7 @@ using Clock = std::chrono::steady_clock;
 class TimerThread {
  public:
   void add(double seconds, std::function<void()> work) {
-    const auto delay = std::isfinite(seconds) && seconds > 0 ? std::chrono::duration<double>(std::min(seconds, 3.0e7))
-                                                              : std::chrono::duration<double>(0);
-    const auto due = Clock::now() + std::chrono::duration_cast<Clock::duration>(delay);
+    const auto due = Clock::now() + std::chrono::nanoseconds(WaitDuration::nanoseconds(seconds));
     {
       std::lock_guard lock(mutex_);
       items_.push(Item{due, next_++, std::move(work)});
