@@ -14,7 +14,9 @@ LidHelperDaemon::LidHelperDaemon(std::shared_ptr<LidSleepLeaseKeeper> keeper, st
       tick_(std::move(tick)),
       dates_(std::move(dates)),
       uptime_(std::move(uptime)),
-      settled_(std::move(settled)) {}
+      settled_(std::move(settled)) {
+  armTick();  // the keeper's first write of 0 may already be failing
+}
 
 LidLeaseService::Requests LidHelperDaemon::requests() {
   // The service queues and handles; its answer reaches us on the main loop,
