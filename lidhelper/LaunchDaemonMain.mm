@@ -88,10 +88,10 @@ void stopAndExit(LidHelperDaemon& daemon, int status) {
 
 // The signal's default action is ignored, so that it reaches the source on
 // the main queue instead of ending the process at once.
-dispatch_source_t stopOnSignal(int signal, LidHelperDaemon& daemon) {
-  ::signal(signal, SIG_IGN);
+dispatch_source_t stopOnSignal(int number, LidHelperDaemon& daemon) {
+  ::signal(number, SIG_IGN);
   dispatch_source_t source =
-      dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(signal), 0, dispatch_get_main_queue());
+      dispatch_source_create(DISPATCH_SOURCE_TYPE_SIGNAL, static_cast<uintptr_t>(number), 0, dispatch_get_main_queue());
   LidHelperDaemon* stopping = &daemon;
   dispatch_source_set_event_handler(source, ^{
     stopAndExit(*stopping, 0);
