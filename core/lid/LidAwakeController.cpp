@@ -1,0 +1,234 @@
+#include "lid/LidAwakeController.h"
+
+#include <utility>
+
+#include "lease/LidSleepLease.h"
+#include "session/AwakeIntent.h"
+
+namespace wakeloft {
+
+LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
+                                       std::shared_ptr<LidSleepBlocker> blocker,
+                                       std::shared_ptr<LidAwakeStore> store,
+                                       std::shared_ptr<const MachineConditions> conditions,
+                                       std::shared_ptr<MachineConditionsNotifier> conditionsNotifier,
+                                       std::shared_ptr<const DateProvider> dates,
+                                       std::shared_ptr<DeadlineScheduler> scheduler,
+                                       std::shared_ptr<DeadlineScheduler> deadlineScheduler)
+    : awake_(std::move(awake)),
+      blocker_(std::move(blocker)),
+      store_(std::move(store)),
+      machine_(std::move(conditions)),
+      conditionsNotifier_(std::move(conditionsNotifier)),
+      dates_(std::move(dates)),
+      scheduler_(std::move(scheduler)),
+      deadlineScheduler_(std::move(deadlineScheduler)) {
+  hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
+  machineConditions_.set(machine_->snapshot());
+  sessionUntil_.set(awake_->activeUntil());
+
+  conditionsNotifier_->observe(weakSelf_([](LidAwakeController& self) { self.refreshConditions(); }));
+  // A session that is lengthened, shortened or stopped moves Deepwake's end
+  // with it.
+  awake_->observeSession(weakSelf_([](LidAwakeController& self) {
+    if (self.isOn_ || self.isTurningOn_) self.armDeadline();
+  }));
+  awakeChanges_ = awake_->observe(weakSelf_([](LidAwakeController& self) {
+    self.sessionUntil_.set(self.awake_->activeUntil());
+  }));
+}
+
+bool LidAwakeController::turnOn(std::optional<double> length) { return start(length, /*joining=*/false); }
+
+bool LidAwakeController::turnOnJoiningSessionOr(std::optional<double> length) {
+  return start(length, /*joining=*/true);
+}
+
+bool LidAwakeController::start(std::optional<double> length, bool joining) {
+  if (!hasAcknowledgedHeatWarning_) return false;
+  if (length && !AwakeIntent::deadline(*length, dates_->now())) return false;
+
+  try {
+    blocker_->prepare();
+  } catch (...) {
+    recordStartFailure(AwakeFailure::from(std::current_exception()));
+    return false;
+  }
+
+  if (joining) {
+    awake_->checkExpiry();
+    if (!awake_->isOn()) awake_->turnOn(length);
+  } else {
+    awake_->turnOn(length);
+  }
+
+  if (!awake_->isOn()) {
+    recordStartFailure(awake_->lastFailure());
+    return false;
+  }
+  renewLease();
+  return isOn_ || isTurningOn_;
+}
+
+void LidAwakeController::recordStartFailure(std::optional<AwakeFailure> failure) {
+  startFailure_.set(unconfirmedReset_.get() ? std::nullopt : std::move(failure));
+}
+
+void LidAwakeController::renewLease() {
+  if (isRenewing_) return;  // never more than one renewal in flight
+  isRenewing_ = true;
+  if (!isOn_) isTurningOn_.set(true);
+  armDeadline();
+
+  unanswered_.set(unanswered_ + 1);
+  const int tag = switchOffs_;
+  blocker_->renew(dates_->now().adding(LidSleepLease::duration),
+                  weakSelf_([tag](LidAwakeController& self, std::exception_ptr error) { self.renewed(error, tag); }));
+}
+
+void LidAwakeController::renewed(std::exception_ptr error, int tag) {
+  if (tag != switchOffs_) {
+    settle();
+    return;
+  }
+  isRenewing_ = false;
+  isTurningOn_.set(false);
+
+  if (!error) {
+    isOn_.set(true);
+    startFailure_.set(std::nullopt);
+    unconfirmedReset_.set(std::nullopt);
+    arm();
+  } else {
+    // The awake session itself runs on; only Deepwake ends.
+    scheduler_->cancel();
+    deadlineScheduler_->cancel();
+    isOn_.set(false);
+    startFailure_.set(AwakeFailure::from(error));
+    giveBack();
+  }
+  settle();
+}
+
+void LidAwakeController::arm() {
+  scheduler_->schedule(dates_->now().adding(LidSleepLease::renewalInterval),
+                       weakSelf_([](LidAwakeController& self) { self.checkLease(); }));
+}
+
+void LidAwakeController::checkLease() {
+  if (!isOn_ && !isTurningOn_) {
+    if (unconfirmedReset_.get() && givingBack_ == 0) giveBack();
+    return;
+  }
+  awake_->checkExpiry();
+  if (awake_->isOn()) {
+    renewLease();
+  } else {
+    turnOff();
+  }
+}
+
+void LidAwakeController::armDeadline() {
+  const auto reached = weakSelf_([](LidAwakeController& self) { self.deadlineReached(); });
+  if (!awake_->isOn()) {
+    // Stopped or refused: end Deepwake at once, but from the timer, outside
+    // the session change that got us here.
+    deadlineScheduler_->schedule(dates_->now(), reached);
+  } else if (const auto end = awake_->endsAt()) {
+    deadlineScheduler_->schedule(*end, reached);
+  } else {
+    deadlineScheduler_->cancel();
+  }
+}
+
+void LidAwakeController::deadlineReached() {
+  if (!isOn_ && !isTurningOn_) return;
+  awake_->checkExpiry();
+  if (!awake_->isOn()) {
+    turnOff();
+  } else {
+    armDeadline();
+  }
+}
+
+void LidAwakeController::turnOff() {
+  scheduler_->cancel();
+  deadlineScheduler_->cancel();
+
+  ++switchOffs_;
+  const bool wasRenewing = std::exchange(isRenewing_, false);
+  isTurningOn_.set(false);
+  startFailure_.set(std::nullopt);
+
+  if (!isOn_ && !wasRenewing) {
+    // Nothing held; only a give-back that was never confirmed is tried again.
+    if (!unconfirmedReset_.get() || givingBack_ != 0) return;
+  }
+  isOn_.set(false);
+  giveBack();
+}
+
+void LidAwakeController::giveBack() {
+  ++givingBack_;
+  unanswered_.set(unanswered_ + 1);
+  blocker_->revoke(weakSelf_([](LidAwakeController& self, std::exception_ptr error) { self.gaveBack(error); }));
+}
+
+void LidAwakeController::gaveBack(std::exception_ptr error) {
+  --givingBack_;
+  if (error) {
+    auto failure = AwakeFailure::from(error);
+    // A refusal says exactly what the helper did; anything vaguer keeps the
+    // first reason.
+    if (failure.as<AwakeFailure::LidHelperRefused>() || !unconfirmedReset_.get()) {
+      unconfirmedReset_.set(std::move(failure));
+    }
+    startFailure_.set(std::nullopt);
+  } else {
+    unconfirmedReset_.set(std::nullopt);
+  }
+  settle();
+}
+
+void LidAwakeController::settle() {
+  unanswered_.set(unanswered_ - 1);
+  if (unanswered_ != 0) return;
+  auto waiters = std::exchange(settledWaiters_, {});
+  for (auto& waiter : waiters) waiter();
+}
+
+void LidAwakeController::whenSettled(std::function<void()> action) {
+  if (unanswered_ == 0) {
+    action();
+  } else {
+    settledWaiters_.push_back(std::move(action));
+  }
+}
+
+void LidAwakeController::acknowledgeHeatWarning() {
+  store_->setHasAcknowledgedHeatWarning(true);
+  hasAcknowledgedHeatWarning_.set(true);
+}
+
+void LidAwakeController::refresh() {
+  hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
+  refreshConditions();
+}
+
+void LidAwakeController::refreshConditions() { machineConditions_.set(machine_->snapshot()); }
+
+std::optional<AwakeFailure> LidAwakeController::lastFailure() const {
+  if (unconfirmedReset_.get()) return unconfirmedReset_.get();
+  return startFailure_.get();
+}
+
+std::optional<LidAwakeRefusal> LidAwakeController::refusal() const {
+  if (!hasAcknowledgedHeatWarning_) return LidAwakeRefusal::unacknowledged;
+  return std::nullopt;
+}
+
+LidClosePrecaution LidAwakeController::precaution() const {
+  return LidClosePrecaution::shown(isOn_, hasAcknowledgedHeatWarning_, machineConditions_);
+}
+
+}  // namespace wakeloft

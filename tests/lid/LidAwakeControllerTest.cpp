@@ -1,0 +1,589 @@
+#include "lid/LidAwakeController.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lid/InMemoryLidAwakeStore.h"
+#include "lid/InMemoryLidSleepBlocker.h"
+#include "lid/LidSleepBlockerError.h"
+#include "session/InMemoryAwakeIntentStore.h"
+#include "session/InMemorySleepBlocker.h"
+#include "support/ManualClocks.h"
+#include "support/ManualScheduling.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::ManualDeadlineScheduler;
+using testing::ManualMachineClocks;
+using testing::ManualRecheckNotifier;
+
+// Conditions a test can change, and a notifier it can post.
+struct SettableMachineConditions final : MachineConditions {
+  MachineConditionsSnapshot current;
+  bool isOnBattery() const override { return current.isOnBattery; }
+  bool hasExternalDisplay() const override { return current.hasExternalDisplay; }
+};
+
+struct ManualConditionsNotifier final : MachineConditionsNotifier {
+  std::function<void()> handler;
+  int observeCount = 0;
+  void observe(std::function<void()> newHandler) override {
+    ++observeCount;
+    handler = std::move(newHandler);
+  }
+  void post() {
+    if (handler) handler();
+  }
+};
+
+std::exception_ptr refused(std::string_view reason) {
+  return std::make_exception_ptr(LidSleepBlockerError::helperRefused(std::string(reason)));
+}
+std::exception_ptr unavailable() { return std::make_exception_ptr(LidSleepBlockerError::helperUnavailable()); }
+std::exception_ptr requiresApproval() {
+  return std::make_exception_ptr(LidSleepBlockerError::helperRequiresApproval());
+}
+
+const AwakeFailure helperUnavailable = AwakeFailure::LidHelperUnavailable{};
+const AwakeFailure helperRequiresApproval = AwakeFailure::LidHelperRequiresApproval{};
+AwakeFailure helperRefused(LidHelperRefusal refusal) { return AwakeFailure::LidHelperRefused{std::move(refusal)}; }
+
+class LidAwakeControllerTest : public ::testing::Test {
+ protected:
+  std::unique_ptr<LidAwakeController> make() {
+    return std::make_unique<LidAwakeController>(awake, lid, store, machine, notifier, clocks.dates, leaseTimer,
+                                                sessionEnd);
+  }
+  // Turned on through the panel's switch and confirmed by the helper.
+  std::unique_ptr<LidAwakeController> makeOn(std::optional<double> length = 7200) {
+    auto controller = make();
+    EXPECT_TRUE(controller->turnOnJoiningSessionOr(length));
+    EXPECT_TRUE(controller->isOn());
+    return controller;
+  }
+  // On, then switched off with a give-back the helper does not confirm.
+  std::unique_ptr<LidAwakeController> makeWithUnconfirmedReset(std::exception_ptr revokeError = unavailable()) {
+    auto controller = makeOn();
+    lid->nextRevocationError = std::move(revokeError);
+    controller->turnOff();
+    return controller;
+  }
+  Date now() const { return clocks.now(); }
+  std::size_t held() const { return lid->unanswered.size(); }
+
+  ManualMachineClocks clocks;
+  std::shared_ptr<InMemorySleepBlocker> assertion = std::make_shared<InMemorySleepBlocker>();
+  std::shared_ptr<ManualDeadlineScheduler> sessionTimer = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<AwakeController> awake = std::make_shared<AwakeController>(
+      assertion, std::make_shared<InMemoryAwakeIntentStore>(), clocks.dates, clocks.continuous, sessionTimer,
+      std::make_shared<ManualRecheckNotifier>(), /*restoringPreviousState=*/false);
+  std::shared_ptr<InMemoryLidSleepBlocker> lid = std::make_shared<InMemoryLidSleepBlocker>();
+  std::shared_ptr<InMemoryLidAwakeStore> store = std::make_shared<InMemoryLidAwakeStore>(true);
+  std::shared_ptr<SettableMachineConditions> machine = std::make_shared<SettableMachineConditions>();
+  std::shared_ptr<ManualConditionsNotifier> notifier = std::make_shared<ManualConditionsNotifier>();
+  std::shared_ptr<ManualDeadlineScheduler> leaseTimer = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<ManualDeadlineScheduler> sessionEnd = std::make_shared<ManualDeadlineScheduler>();
+};
+
+// --- The heat-warning gate and refused starts ---
+
+TEST_F(LidAwakeControllerTest, BeforeTheHeatWarningIsAcknowledgedNothingStarts) {
+  store->acknowledged = false;
+  auto controller = make();
+  EXPECT_EQ(controller->refusal(), LidAwakeRefusal::unacknowledged);
+  EXPECT_EQ(controller->precaution(), LidClosePrecaution::beforeFirstUse);
+
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_FALSE(controller->turnOn(std::nullopt));
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(lid->prepareCount, 0);
+  EXPECT_EQ(lid->renewCount, 0);
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);  // a refusal is not a failure
+
+  controller->acknowledgeHeatWarning();
+  EXPECT_TRUE(store->acknowledged);
+  EXPECT_EQ(controller->refusal(), std::nullopt);
+  EXPECT_EQ(controller->precaution(), LidClosePrecaution::none);
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->isOn());
+}
+
+TEST_F(LidAwakeControllerTest, RefreshPicksUpAnAcknowledgementFromTheStore) {
+  store->acknowledged = false;
+  auto controller = make();
+  int changes = 0;
+  auto subscription = controller->observe([&] { ++changes; });
+
+  controller->refresh();
+  EXPECT_EQ(changes, 0);
+
+  store->acknowledged = true;
+  controller->refresh();
+  EXPECT_TRUE(controller->hasAcknowledgedHeatWarning());
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(LidAwakeControllerTest, UnusableLengthIsRefusedBeforeAnythingHappens) {
+  auto controller = make();
+  EXPECT_FALSE(controller->turnOn(std::numeric_limits<double>::infinity()));
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(std::numeric_limits<double>::quiet_NaN()));
+  EXPECT_EQ(lid->prepareCount, 0);
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+}
+
+TEST_F(LidAwakeControllerTest, HelperThatCannotBePreparedStartsNoSession) {
+  auto controller = make();
+  lid->nextPreparationError = requiresApproval();
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), helperRequiresApproval);
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(held(), 0u);
+  EXPECT_EQ(lid->renewCount, 0);
+}
+
+TEST_F(LidAwakeControllerTest, AwakeSessionThatCannotStartIsTheFailure) {
+  auto controller = make();
+  assertion->nextRefusal = -536870199;
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), AwakeFailure(AwakeFailure::AssertionRefused{-536870199}));
+  EXPECT_FALSE(controller->isTurningOn());
+  EXPECT_EQ(lid->renewCount, 0);
+  EXPECT_TRUE(controller->isSettled());
+}
+
+// --- Turning on and keeping the lease ---
+
+TEST_F(LidAwakeControllerTest, FirstRenewalTurnsOnAndTheLeaseIsRenewedEveryTenSeconds) {
+  lid->holdsReplies = true;
+  auto controller = make();
+  const Date start = now();
+
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->isTurningOn());
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_FALSE(controller->isSettled());
+  EXPECT_EQ(lid->prepareCount, 1);
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(controller->activeUntil(), start.adding(7200));
+  EXPECT_EQ(sessionEnd->pending, start.adding(7200));
+
+  lid->answerNext();
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_FALSE(controller->isTurningOn());
+  EXPECT_TRUE(controller->isSettled());
+  EXPECT_EQ(lid->leaseExpiry, start.adding(30));
+  EXPECT_EQ(leaseTimer->pending, start.adding(10));
+
+  clocks.pass(10);
+  leaseTimer->fire();
+  EXPECT_EQ(held(), 1u);
+  EXPECT_TRUE(controller->isOn());  // still on while the renewal is out
+  EXPECT_FALSE(controller->isTurningOn());
+  lid->answerNext();
+  EXPECT_EQ(lid->renewCount, 2);
+  EXPECT_EQ(lid->leaseExpiry, start.adding(40));
+  EXPECT_EQ(leaseTimer->pending, start.adding(20));
+}
+
+TEST_F(LidAwakeControllerTest, TwoQuickTurnOnsSendOneRenewal) {
+  lid->holdsReplies = true;
+  auto controller = make();
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(held(), 1u);
+  EXPECT_EQ(controller->unanswered(), 1);
+
+  lid->answerAll();
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_EQ(lid->renewCount, 1);
+  EXPECT_TRUE(controller->isSettled());
+}
+
+TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionWhileTurnOnReplacesIt) {
+  const Date start = now();
+  awake->turnOn(1800.0);
+  auto controller = make();
+
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(awake->activeUntil(), start.adding(1800));
+  EXPECT_EQ(sessionEnd->pending, start.adding(1800));
+
+  EXPECT_TRUE(controller->turnOn(3600.0));
+  EXPECT_EQ(awake->activeUntil(), start.adding(3600));
+  EXPECT_EQ(sessionEnd->pending, start.adding(3600));
+
+  EXPECT_TRUE(controller->turnOn(std::nullopt));
+  EXPECT_EQ(awake->activeUntil(), std::nullopt);
+  EXPECT_EQ(sessionEnd->pending, std::nullopt);
+  EXPECT_TRUE(controller->isOn());
+}
+
+TEST_F(LidAwakeControllerTest, JoiningALapsedSessionStartsAFreshOne) {
+  awake->turnOn(60.0);
+  clocks.pass(61);  // its timer has not fired yet
+  auto controller = make();
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(awake->activeUntil(), now().adding(7200));
+}
+
+// --- Switching off ---
+
+TEST_F(LidAwakeControllerTest, LateSuccessAfterTurnOffDoesNotTurnDeepwakeOn) {
+  lid->holdsReplies = true;
+  auto controller = make();
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  controller->turnOff();
+
+  EXPECT_FALSE(controller->isTurningOn());
+  EXPECT_EQ(controller->switchOffs(), 1);
+  EXPECT_EQ(held(), 2u);  // the revoke went out behind the renewal
+  EXPECT_EQ(controller->givingBack(), 1);
+  EXPECT_EQ(controller->unanswered(), 2);
+
+  lid->answerNext();  // the late success
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(controller->unanswered(), 1);
+  EXPECT_EQ(leaseTimer->pending, std::nullopt);
+
+  lid->answerNext();
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_TRUE(controller->isSettled());
+  EXPECT_FALSE(lid->isEngaged());
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+  EXPECT_TRUE(awake->isOn());  // only Deepwake ends
+}
+
+TEST_F(LidAwakeControllerTest, LateFailureAfterTurnOffRecordsNothing) {
+  lid->holdsReplies = true;
+  lid->nextRenewalError = unavailable();
+  auto controller = make();
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  controller->turnOff();
+  lid->answerAll();
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+  EXPECT_EQ(lid->revokeCount, 1);  // no second give-back for the stale reply
+}
+
+TEST_F(LidAwakeControllerTest, TurnOffWithNothingHeldSendsNothing) {
+  auto controller = make();
+  controller->turnOff();
+  EXPECT_EQ(lid->revokeCount, 0);
+  EXPECT_TRUE(controller->isSettled());
+
+  auto on = makeOn();
+  on->turnOff();
+  on->turnOff();
+  EXPECT_EQ(lid->revokeCount, 1);
+  EXPECT_EQ(leaseTimer->pending, std::nullopt);
+  EXPECT_EQ(sessionEnd->pending, std::nullopt);
+}
+
+// --- A failed renewal ---
+
+TEST_F(LidAwakeControllerTest, FailedFirstRenewalRevokesAtOnceAndLeavesTheSessionRunning) {
+  lid->nextRenewalError = refused(LidHelperRefusal::settingOnElsewhereText);
+  auto controller = make();
+
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_FALSE(controller->isTurningOn());
+  EXPECT_EQ(controller->lastFailure(), helperRefused(LidHelperRefusal::settingOnElsewhere()));
+  EXPECT_EQ(lid->revokeCount, 1);
+  EXPECT_TRUE(controller->isSettled());
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(leaseTimer->pending, std::nullopt);
+  EXPECT_EQ(sessionEnd->pending, std::nullopt);
+
+  // Switching off dismisses the failure and sends nothing more.
+  controller->turnOff();
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+  EXPECT_EQ(lid->revokeCount, 1);
+}
+
+TEST_F(LidAwakeControllerTest, FailedLaterRenewalTurnsDeepwakeOffAndGivesBack) {
+  auto controller = makeOn();
+  lid->holdsReplies = true;
+  lid->nextRenewalError = unavailable();
+  clocks.pass(10);
+  leaseTimer->fire();
+  lid->answerNext();
+
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+  EXPECT_EQ(controller->givingBack(), 1);
+  EXPECT_EQ(held(), 1u);  // the revoke
+  EXPECT_EQ(leaseTimer->pending, std::nullopt);
+  EXPECT_EQ(sessionEnd->pending, std::nullopt);
+
+  lid->answerNext();
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);  // the give-back succeeded; the cause stays
+  EXPECT_TRUE(controller->isSettled());
+  EXPECT_TRUE(awake->isOn());
+
+  // There is no automatic retry: the next check leaves Deepwake off.
+  controller->checkLease();
+  EXPECT_EQ(held(), 0u);
+  EXPECT_EQ(lid->renewCount, 1);
+}
+
+TEST_F(LidAwakeControllerTest, FailedGiveBackAfterAFailedRenewalLeavesOnlyTheReset) {
+  lid->nextRenewalError = requiresApproval();
+  lid->nextRevocationError = unavailable();
+  auto controller = make();
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+
+  controller->checkLease();  // the retry is confirmed; nothing is left to explain
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+}
+
+TEST_F(LidAwakeControllerTest, SuccessfulTurnOnClearsTheEarlierFailure) {
+  lid->nextRenewalError = unavailable();
+  auto controller = make();
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+}
+
+// --- Deepwake follows the awake session ---
+
+TEST_F(LidAwakeControllerTest, StoppingTheSessionTurnsDeepwakeOffThroughTheZeroDelayDeadline) {
+  auto controller = makeOn();
+  awake->turnOff();
+  EXPECT_EQ(sessionEnd->pending, now());
+  EXPECT_TRUE(controller->isOn());  // not inside the session's own change
+
+  sessionEnd->fire();
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(lid->revokeCount, 1);
+  EXPECT_EQ(leaseTimer->pending, std::nullopt);
+}
+
+TEST_F(LidAwakeControllerTest, TimedSessionEndsDeepwakeAtItsEnd) {
+  const Date start = now();
+  auto controller = makeOn(1800);
+  EXPECT_EQ(sessionEnd->pending, start.adding(1800));
+
+  // Fired early (the clock was moved): only re-armed.
+  clocks.pass(900);
+  sessionEnd->fire();
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_EQ(sessionEnd->pending, start.adding(1800));
+
+  clocks.pass(900);
+  sessionEnd->fire();
+  EXPECT_FALSE(awake->isOn());  // the awake controller confirmed the expiry
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(lid->revokeCount, 1);
+}
+
+TEST_F(LidAwakeControllerTest, SessionTimerFiringFirstAlsoEndsDeepwake) {
+  auto controller = makeOn(1800);
+  clocks.pass(1800);
+  sessionTimer->fire();  // the awake controller's own timer
+  EXPECT_FALSE(awake->isOn());
+  sessionEnd->fire();
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(lid->revokeCount, 1);
+}
+
+TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEnd) {
+  const Date start = now();
+  auto controller = makeOn(1800);
+  awake->turnOn(5400.0);
+  EXPECT_EQ(sessionEnd->pending, start.adding(5400));
+  awake->turnOn(600.0);
+  EXPECT_EQ(sessionEnd->pending, start.adding(600));
+  awake->turnOn(std::nullopt);
+  EXPECT_EQ(sessionEnd->pending, std::nullopt);
+  EXPECT_TRUE(controller->isOn());
+}
+
+TEST_F(LidAwakeControllerTest, SessionChangesDoNotArmAnythingWhileDeepwakeIsOff) {
+  auto controller = make();
+  awake->turnOn(1800.0);
+  awake->turnOff();
+  EXPECT_EQ(sessionEnd->scheduleCount, 0);
+}
+
+TEST_F(LidAwakeControllerTest, LeaseCheckAfterTheSessionLapsedTurnsDeepwakeOff) {
+  auto controller = makeOn(60);
+  clocks.pass(60);
+  leaseTimer->fire();  // before either session timer
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(lid->revokeCount, 1);
+  EXPECT_EQ(lid->renewCount, 1);
+}
+
+TEST_F(LidAwakeControllerTest, ActiveUntilFollowsTheSessionAndIsSignalled) {
+  auto controller = makeOn(1800);
+  int changes = 0;
+  auto subscription = controller->observe([&] { ++changes; });
+  awake->turnOn(3600.0);
+  EXPECT_EQ(controller->activeUntil(), now().adding(3600));
+  EXPECT_EQ(changes, 1);
+}
+
+// --- Give-backs that are not confirmed ---
+
+TEST_F(LidAwakeControllerTest, UnansweredRevokeBecomesAnUnconfirmedReset) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+  EXPECT_TRUE(controller->isSettled());
+}
+
+TEST_F(LidAwakeControllerTest, UnconfirmedResetOutranksAStartFailure) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  lid->holdsReplies = true;
+  lid->nextRenewalError = requiresApproval();
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  lid->answerNext();  // the renewal fails; its give-back is held
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+
+  lid->answerNext();  // the give-back is confirmed
+  EXPECT_EQ(controller->lastFailure(), helperRequiresApproval);
+}
+
+TEST_F(LidAwakeControllerTest, StartFailureIsNotRecordedWhileAResetIsUnconfirmed) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  lid->nextPreparationError = requiresApproval();
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+
+  controller->checkLease();  // confirms the give-back
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+}
+
+TEST_F(LidAwakeControllerTest, RefusedGiveBackReplacesTheReasonAndVaguerOnesKeepTheFirst) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  lid->nextRevocationError = requiresApproval();
+  controller->checkLease();
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+
+  const auto notPutBack = LidHelperRefusal::settingNotPutBack("busy");
+  lid->nextRevocationError = refused(notPutBack.reason());
+  controller->checkLease();
+  EXPECT_EQ(controller->lastFailure(), helperRefused(notPutBack));
+
+  lid->nextRevocationError = unavailable();
+  controller->checkLease();
+  EXPECT_EQ(controller->lastFailure(), helperRefused(notPutBack));
+}
+
+TEST_F(LidAwakeControllerTest, UnconfirmedResetIsRetriedOneAtATimeUntilConfirmed) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  ASSERT_EQ(lid->revokeCount, 1);
+  lid->holdsReplies = true;
+
+  controller->checkLease();
+  controller->checkLease();
+  controller->turnOff();
+  EXPECT_EQ(held(), 1u);
+  EXPECT_EQ(controller->givingBack(), 1);
+
+  lid->answerNext();
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+  EXPECT_TRUE(controller->isSettled());
+
+  controller->checkLease();
+  controller->turnOff();
+  EXPECT_EQ(held(), 0u);
+  EXPECT_EQ(lid->revokeCount, 2);
+}
+
+TEST_F(LidAwakeControllerTest, TurnOffRetriesAnUnconfirmedReset) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  controller->turnOff();
+  EXPECT_EQ(lid->revokeCount, 2);
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+}
+
+TEST_F(LidAwakeControllerTest, ConfirmedRenewalClearsAnUnconfirmedReset) {
+  auto controller = makeWithUnconfirmedReset(unavailable());
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+}
+
+// --- Waiting for the helper ---
+
+TEST_F(LidAwakeControllerTest, WhenSettledRunsAtOnceWithNothingOutstanding) {
+  auto controller = make();
+  int runs = 0;
+  controller->whenSettled([&] { ++runs; });
+  EXPECT_EQ(runs, 1);
+}
+
+TEST_F(LidAwakeControllerTest, WhenSettledWaitsForEveryOutstandingRequest) {
+  lid->holdsReplies = true;
+  auto controller = make();
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  controller->turnOff();
+
+  std::vector<std::string> runs;
+  controller->whenSettled([&] { runs.push_back("first"); });
+  controller->whenSettled([&] { runs.push_back("second"); });
+  lid->answerNext();
+  EXPECT_TRUE(runs.empty());
+
+  lid->answerNext();
+  EXPECT_EQ(runs, (std::vector<std::string>{"first", "second"}));
+
+  // Waiters run once.
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  lid->answerAll();
+  EXPECT_EQ(runs.size(), 2u);
+}
+
+TEST_F(LidAwakeControllerTest, RepliesAfterTheControllerIsGoneDoNothing) {
+  lid->holdsReplies = true;
+  auto controller = make();
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  controller.reset();
+  lid->answerAll();
+  sessionEnd->fire();
+  leaseTimer->fire();
+  awake->turnOff();
+  notifier->post();
+  EXPECT_EQ(lid->renewCount, 1);
+  EXPECT_EQ(lid->revokeCount, 0);
+}
+
+// --- Machine conditions and the precaution ---
+
+TEST_F(LidAwakeControllerTest, PrecautionFollowsTheMachineConditions) {
+  machine->current = {.isOnBattery = true, .hasExternalDisplay = false};
+  auto controller = make();
+  EXPECT_EQ(notifier->observeCount, 1);
+  EXPECT_EQ(controller->precaution(), LidClosePrecaution::none);  // Deepwake is off
+
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->precaution(), LidClosePrecaution::noHeatPath);
+
+  int changes = 0;
+  auto subscription = controller->observe([&] { ++changes; });
+  machine->current.hasExternalDisplay = true;
+  notifier->post();
+  EXPECT_EQ(controller->precaution(), LidClosePrecaution::none);
+  EXPECT_EQ(changes, 1);
+
+  notifier->post();  // nothing changed
+  EXPECT_EQ(changes, 1);
+
+  machine->current.hasExternalDisplay = false;
+  controller->refresh();  // as when the panel opens
+  EXPECT_EQ(controller->precaution(), LidClosePrecaution::noHeatPath);
+  EXPECT_EQ(changes, 2);
+}
+
+}  // namespace
+}  // namespace wakeloft
