@@ -406,13 +406,6 @@ TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEn
   EXPECT_TRUE(controller->isOn());
 }
 
-TEST_F(LidAwakeControllerTest, SessionChangesDoNotArmAnythingWhileDeepwakeIsOff) {
-  auto controller = make();
-  awake->turnOn(1800.0);
-  awake->turnOff();
-  EXPECT_EQ(sessionEnd->scheduleCount, 0);
-}
-
 TEST_F(LidAwakeControllerTest, LeaseCheckAfterTheSessionLapsedTurnsDeepwakeOff) {
   auto controller = makeOn(60);
   clocks.pass(60);

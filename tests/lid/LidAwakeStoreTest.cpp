@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "base/InMemoryDefaultsDomain.h"
-#include "lid/InMemoryLidAwakeStore.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
 
 namespace wakeloft {
@@ -35,13 +34,6 @@ TEST(UserDefaultsLidAwakeStoreTest, OtherKindsReadAsThePlatformReadsThemAndStayA
   defaults.set(key, DefaultsValue::Data{0x01});
   EXPECT_FALSE(store.hasAcknowledgedHeatWarning());
   EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Data{0x01}));
-}
-
-TEST(InMemoryLidAwakeStoreTest, StartsUnacknowledged) {
-  InMemoryLidAwakeStore store;
-  EXPECT_FALSE(store.hasAcknowledgedHeatWarning());
-  store.setHasAcknowledgedHeatWarning(true);
-  EXPECT_TRUE(store.hasAcknowledgedHeatWarning());
 }
 
 }  // namespace

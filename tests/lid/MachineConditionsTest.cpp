@@ -31,20 +31,9 @@ TEST(LidClosePrecautionTest, UnacknowledgedWarningWinsOverEverything) {
   }
 }
 
-TEST(LidClosePrecautionTest, CasesAreDistinctAndListedInOrder) {
-  const std::unordered_set<LidClosePrecaution> distinct(LidClosePrecaution::allCases.begin(),
-                                                        LidClosePrecaution::allCases.end());
-  EXPECT_EQ(distinct.size(), 3u);
-  EXPECT_EQ(LidClosePrecaution::allCases.front(), LidClosePrecaution::none);
-  EXPECT_EQ(LidClosePrecaution::allCases.back(), LidClosePrecaution::noHeatPath);
-}
-
 TEST(MachineConditionsTest, SnapshotReadsBothFacts) {
   EXPECT_EQ(StaticMachineConditions(true, false).snapshot(), builtInOnlyOnBattery);
   EXPECT_EQ(StaticMachineConditions(true, true).snapshot(), externalOnBattery);
-  EXPECT_TRUE(builtInOnlyOnBattery.hasNoHeatPath());
-  EXPECT_FALSE(externalOnBattery.hasNoHeatPath());
-  EXPECT_FALSE(builtInOnlyOnPower.hasNoHeatPath());
 }
 
 TEST(ProvidingPowerSourceTest, OnlyBatteryPowerCountsAsOnBattery) {
