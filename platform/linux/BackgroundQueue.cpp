@@ -44,8 +44,10 @@ class TimerThread {
         wake_.wait(lock);
         continue;
       }
-      if (Clock::now() < items_.top().due) {
-        wake_.wait_until(lock, items_.top().due);
+      // A copy: the queue may grow, and move its items, while we wait.
+      const Clock::time_point due = items_.top().due;
+      if (Clock::now() < due) {
+        wake_.wait_until(lock, due);
         continue;
       }
       auto work = std::move(const_cast<Item&>(items_.top()).work);
