@@ -1,0 +1,31 @@
+#include "SMAppServiceLidHelperRegistration.h"
+
+#include <stdexcept>
+#include <string>
+
+#include "lid/AppServiceStatus.h"
+
+namespace wakeloft {
+
+static_assert(SMAppServiceStatusNotRegistered == AppServiceStatus::notRegistered);
+static_assert(SMAppServiceStatusEnabled == AppServiceStatus::enabled);
+static_assert(SMAppServiceStatusRequiresApproval == AppServiceStatus::requiresApproval);
+static_assert(SMAppServiceStatusNotFound == AppServiceStatus::notFound);
+
+SMAppServiceLidHelperRegistration::SMAppServiceLidHelperRegistration(std::string_view plistName)
+    : service_([SMAppService daemonServiceWithPlistName:[[NSString alloc] initWithBytes:plistName.data()
+                                                                                length:plistName.size()
+                                                                              encoding:NSUTF8StringEncoding]]) {}
+
+LidHelperStatus SMAppServiceLidHelperRegistration::status() const {
+  return AppServiceStatus::lidHelperStatus(static_cast<long>(service_.status));
+}
+
+void SMAppServiceLidHelperRegistration::registerHelper() {
+  NSError* error = nil;
+  if ([service_ registerAndReturnError:&error]) return;
+  const char* description = error.localizedDescription.UTF8String;
+  throw std::runtime_error(description ? description : "The helper could not be registered.");
+}
+
+}  // namespace wakeloft
