@@ -35,7 +35,9 @@ void LeaseClientLidSleepBlocker::prepare() {
   }
   // Registering often succeeds only as far as asking the user: that is what
   // the caller must hear, whatever registration said.
-  if (registration_->status() == LidHelperStatus::requiresApproval) throw LidSleepBlockerError::helperRequiresApproval();
+  if (registration_->status() == LidHelperStatus::requiresApproval) {
+    throw LidSleepBlockerError::helperRequiresApproval();
+  }
   if (registrationError) std::rethrow_exception(registrationError);
 }
 

@@ -56,7 +56,9 @@ class XPCLidLeaseTransport final : public LidLeaseTransport {
       case LidLeaseRequest::Kind::renew:
         [lease renewLeaseUntil:request.until()
                          reply:^(NSString* _Nullable text) {
-                           latch->finish(Outcome::replied(text ? std::optional<std::string>(utf8(text)) : std::nullopt));
+                           std::optional<std::string> reason;
+                           if (text) reason = utf8(text);
+                           latch->finish(Outcome::replied(std::move(reason)));
                          }];
         return;
       case LidLeaseRequest::Kind::revoke:

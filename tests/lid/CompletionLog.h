@@ -46,7 +46,8 @@ inline std::ostream& operator<<(std::ostream& out, const Received& received) {
   if (received.succeeded) return out << "success";
   if (!received.lidError) return out << "error \"" << received.otherError << "\"";
   switch (received.lidError->kind()) {
-    case LidSleepBlockerError::Kind::helperRefused: return out << "helperRefused(\"" << received.lidError->reason() << "\")";
+    case LidSleepBlockerError::Kind::helperRefused:
+      return out << "helperRefused(\"" << received.lidError->reason() << "\")";
     case LidSleepBlockerError::Kind::helperUnavailable: return out << "helperUnavailable";
     case LidSleepBlockerError::Kind::helperRequiresApproval: return out << "helperRequiresApproval";
   }

@@ -130,8 +130,9 @@ TEST(UnavailableLidSleepBlockerTest, RenewalFailsAndRevokeHasNothingToDo) {
   EXPECT_NO_THROW(blocker.prepare());
   blocker.renew(noon, log.record("renew"));
   blocker.revoke(log.record("revoke"));
-  EXPECT_THAT(log.entries, ElementsAre(CompletionLog::Entry{"renew", failure(LidSleepBlockerError::helperUnavailable())},
-                                       CompletionLog::Entry{"revoke", success()}));
+  EXPECT_THAT(log.entries,
+              ElementsAre(CompletionLog::Entry{"renew", failure(LidSleepBlockerError::helperUnavailable())},
+                          CompletionLog::Entry{"revoke", success()}));
   EXPECT_FALSE(blocker.isEngaged());
 }
 

@@ -219,16 +219,11 @@ TEST_F(LeaseClientLidSleepBlockerTest, ConfirmedRevokeDisengagesAtOnceAndEndsDou
   EXPECT_FALSE(blocker->isResetUnconfirmed());
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, RevokeIsDisengagedBeforeItIsAnswered) {
-  engage();
-  blocker->revoke(log.record("revoke"));
-  EXPECT_FALSE(blocker->isEngaged());
-  EXPECT_EQ(log.entries.size(), 1u);  // only the renewal so far
-}
-
 TEST_F(LeaseClientLidSleepBlockerTest, RevokeCarryingATextIsARefusalAndLeavesDoubt) {
   engage();
-  revokeAndAnswer(Outcome::replied(elsewhere));
+  blocker->revoke(log.record("revoke"));
+  EXPECT_FALSE(blocker->isEngaged());  // from the moment it is sent
+  answer(Outcome::replied(elsewhere));
   EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRefused(elsewhere)));
   EXPECT_TRUE(blocker->isResetUnconfirmed());
   EXPECT_TRUE(transport->isOpen());
