@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -51,8 +52,14 @@ class RigProcess {
   void start(const std::vector<std::string>& arguments) {
     pid = fork();
     if (pid == 0) {
+      // Dies with the test, and keeps none of its output pipes open, so a
+      // crashed test never leaves a helper behind for ctest to wait on.
+      prctl(PR_SET_PDEATHSIG, SIGKILL);
       const int log = ::open(logPath.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
       dup2(log, STDERR_FILENO);
+      const int nothing = ::open("/dev/null", O_RDWR);
+      dup2(nothing, STDOUT_FILENO);
+      dup2(nothing, STDIN_FILENO);
       std::vector<char*> argv;
       for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
       argv.push_back(nullptr);

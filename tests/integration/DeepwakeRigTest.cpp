@@ -1,0 +1,110 @@
+// The whole Deepwake road on Linux: an awake session and its Deepwake
+// controller on GLib's main loop, leasing from the real helper over the rig's
+// socket, with the rig file standing in for the sleep setting.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "RigLidHelperRegistration.h"
+#include "RigProcess.h"
+#include "SocketLidSleepBlocker.h"
+#include "clock/SystemContinuousTimeProvider.h"
+#include "clock/SystemDateProvider.h"
+#include "clock/TimerDeadlineScheduler.h"
+#include "helper/RigLeaseFile.h"
+#include "lid/InMemoryLidAwakeStore.h"
+#include "lid/LidAwakeController.h"
+#include "lid/StaticMachineConditions.h"
+#include "session/AwakeController.h"
+#include "session/InMemoryAwakeIntentStore.h"
+#include "session/InMemorySleepBlocker.h"
+#include "support/MainLoopPump.h"
+#include "support/ManualScheduling.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::pumpMainLoopUntil;
+using testing::RigProcess;
+
+// Linux has no power sources or displays to follow.
+struct NoConditionChanges final : MachineConditionsNotifier {
+  void observe(std::function<void()>) override {}
+};
+
+class DeepwakeRigTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(rig->waitForSocket()) << rig->log();
+    awake = std::make_shared<AwakeController>(
+        std::make_shared<InMemorySleepBlocker>(), std::make_shared<InMemoryAwakeIntentStore>(), dates,
+        std::make_shared<SystemContinuousTimeProvider>(), std::make_shared<TimerDeadlineScheduler>(),
+        std::make_shared<testing::ManualRecheckNotifier>(), true);
+    deepwake = std::make_unique<LidAwakeController>(
+        awake,
+        std::make_shared<SocketLidSleepBlocker>(std::make_shared<RigLidHelperRegistration>(), rig->socketPath,
+                                                getuid()),
+        std::make_shared<InMemoryLidAwakeStore>(true), std::make_shared<StaticMachineConditions>(false, true),
+        std::make_shared<NoConditionChanges>(), dates, std::make_shared<TimerDeadlineScheduler>(),
+        std::make_shared<TimerDeadlineScheduler>());
+  }
+
+  std::optional<Date> leaseEnd() const { return RigLeaseFile::read(rig->leasePath); }
+  bool waitFor(const std::function<bool()>& done, double seconds) { return pumpMainLoopUntil(done, seconds); }
+
+  std::unique_ptr<RigProcess> rig = std::make_unique<RigProcess>();
+  std::shared_ptr<const SystemDateProvider> dates = std::make_shared<SystemDateProvider>();
+  std::shared_ptr<AwakeController> awake;
+  std::unique_ptr<LidAwakeController> deepwake;
+};
+
+TEST_F(DeepwakeRigTest, DeepwakeHoldsARenewedLeaseAndGivesItBackWhenTurnedOff) {
+  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
+  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
+  EXPECT_TRUE(awake->isOn());
+  ASSERT_TRUE(leaseEnd().has_value());
+  const Date first = *leaseEnd();
+  EXPECT_LE(first, dates->now().adding(30));
+  EXPECT_GT(first, dates->now().adding(25));
+
+  // The next renewal comes about ten seconds later and moves the end with it.
+  ASSERT_TRUE(waitFor([&] { return leaseEnd() && *leaseEnd() > first.adding(5); }, 12));
+  EXPECT_NEAR(leaseEnd()->secondsSince(first), 10, 1);
+
+  deepwake->turnOff();
+  ASSERT_TRUE(waitFor([&] { return deepwake->isSettled(); }, 3));
+  EXPECT_FALSE(rig->leaseFileExists());
+  EXPECT_TRUE(awake->isOn());  // the awake session runs on
+  EXPECT_EQ(deepwake->lastFailure(), std::nullopt);
+}
+
+TEST_F(DeepwakeRigTest, EndingTheAwakeSessionEndsTheLease) {
+  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
+  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
+  awake->turnOff();
+  ASSERT_TRUE(waitFor([&] { return !rig->leaseFileExists() && deepwake->isSettled(); }, 3));
+  EXPECT_FALSE(deepwake->isOn());
+}
+
+TEST_F(DeepwakeRigTest, AKilledHelperIsUnavailableAtTheNextRenewalAndARestartedOneServesAgain) {
+  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
+  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
+
+  kill(rig->pid, SIGKILL);
+  rig->waitForExit(std::chrono::seconds(2));
+  ASSERT_TRUE(waitFor([&] { return deepwake->lastFailure().has_value(); }, 13));
+  EXPECT_EQ(deepwake->lastFailure(), AwakeFailure(AwakeFailure::LidHelperUnavailable{}));
+  EXPECT_FALSE(deepwake->isOn());
+
+  // A new helper at the same socket serves the next start.
+  RigProcess restarted(std::vector<std::string>{"--rig", "--socket", rig->socketPath, "--rig-file", rig->leasePath});
+  ASSERT_TRUE(restarted.waitUntil([&] { return restarted.log().find("helper starting") != std::string::npos; }));
+  ASSERT_TRUE(waitFor([&] { return deepwake->isSettled(); }, 3));
+  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
+  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << restarted.log();
+  EXPECT_TRUE(leaseEnd().has_value());
+  EXPECT_EQ(deepwake->lastFailure(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace wakeloft
