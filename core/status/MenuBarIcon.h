@@ -6,6 +6,11 @@
 
 namespace wakeloft {
 
+struct AwakeGlyph;
+struct GlyphImage;
+class SymbolMetrics;
+enum class LayoutDirection;
+
 // The state the menu-bar glyph shows: the vessel filled or empty, a clock
 // badge while a timer runs, and the two-vessel glyph while Deepwake holds
 // the Mac awake with the lid closed.
@@ -26,6 +31,13 @@ struct MenuBarIcon {
   }
 
   SpokenLabel spokenLabel() const;
+
+  // The drawing side, defined by the glyph library (glyph/MenuBarIconImage.cpp),
+  // which callers of these link. The glyph: two mugs in Deepwake, the single
+  // vessel otherwise, filled while on. The image: the status item's glyph,
+  // with the timer badge on the side that the layout direction puts after it.
+  AwakeGlyph glyph() const;
+  GlyphImage image(LayoutDirection layoutDirection, const SymbolMetrics& symbols) const;
 
   friend bool operator==(const MenuBarIcon&, const MenuBarIcon&) = default;
 };

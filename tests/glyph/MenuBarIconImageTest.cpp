@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include "FixedSymbolMetrics.h"
+#include "glyph/AwakeGlyph.h"
+#include "glyph/GlyphImage.h"
+#include "glyph/LayoutDirection.h"
+#include "status/MenuBarIcon.h"
+
+namespace wakeloft {
+namespace {
+
+using Blend = GlyphImage::Part::Blend;
+
+FixedSymbolMetrics systemSymbols(double badgeWidth = 9) {
+  FixedSymbolMetrics symbols;
+  symbols.sizes = {{"mug", {17.5, 14}}, {"mug.fill", {17.5, 14}}, {"clock.fill", {badgeWidth, 9}}};
+  return symbols;
+}
+
+// The badge is the last part, after a clear ring a point wide around it.
+const GlyphImage::Part& badgeOf(const GlyphImage& image) {
+  const auto& badge = image.parts.back();
+  EXPECT_EQ(std::get<SystemSymbol>(badge.content), SystemSymbol::clockFill(8));
+  EXPECT_EQ(badge.blend, Blend::draw);
+  const auto& ring = image.parts[image.parts.size() - 2];
+  EXPECT_EQ(ring.content, badge.content);
+  EXPECT_EQ(ring.blend, Blend::erase);
+  EXPECT_DOUBLE_EQ(ring.frame.height, badge.frame.height + 2);
+  EXPECT_DOUBLE_EQ(ring.frame.y, badge.frame.y - 1);
+  EXPECT_DOUBLE_EQ(ring.frame.x + ring.frame.width / 2, badge.frame.x + badge.frame.width / 2);
+  return badge;
+}
+
+TEST(MenuBarIconImageTest, GlyphIsTheMugPairInDeepwakeAndFilledWhenOn) {
+  using Vessel = AwakeGlyph::Vessel;
+  EXPECT_EQ(MenuBarIcon::current(false, std::nullopt, true).glyph(), AwakeGlyph(Vessel::mug, false));
+  EXPECT_EQ((MenuBarIcon{true, true, false}).glyph(), AwakeGlyph(Vessel::mug, true));
+  EXPECT_EQ((MenuBarIcon{true, false, true}).glyph(), AwakeGlyph(Vessel::doubleMug, true));
+}
+
+TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOn) {
+  const auto symbols = systemSymbols();
+  for (const bool on : {false, true}) {
+    const auto image = MenuBarIcon{on, false, false}.image(LayoutDirection::leftToRight, symbols);
+    EXPECT_EQ(image.size, (GlyphSize{21, 14}));
+    EXPECT_TRUE(image.isTemplate);
+    ASSERT_EQ(image.parts.size(), 1u);
+    EXPECT_EQ(std::get<GlyphImage::VesselOnLaptop>(image.parts[0].content).filled, on);
+  }
+}
+
+TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirection) {
+  const auto symbols = systemSymbols();
+  const MenuBarIcon icon{true, true, false};
+
+  // round(21 + 9 − 2) wide, 18 high; the 14-point glyph centred.
+  const auto leftToRight = icon.image(LayoutDirection::leftToRight, symbols);
+  EXPECT_EQ(leftToRight.size, (GlyphSize{28, 18}));
+  ASSERT_EQ(leftToRight.parts.size(), 3u);
+  EXPECT_EQ(leftToRight.parts[0].frame, (GlyphRect{0, 2, 21, 14}));
+  EXPECT_EQ(badgeOf(leftToRight).frame, (GlyphRect{19, 2, 9, 9}));
+
+  const auto rightToLeft = icon.image(LayoutDirection::rightToLeft, symbols);
+  EXPECT_EQ(rightToLeft.size, (GlyphSize{28, 18}));
+  EXPECT_EQ(rightToLeft.parts[0].frame, (GlyphRect{7, 2, 21, 14}));
+  EXPECT_EQ(badgeOf(rightToLeft).frame, (GlyphRect{0, 2, 9, 9}));
+}
+
+TEST(MenuBarIconImageTest, CombinedWidthIsRoundedAndTheBadgeKeepsItsOwnWidth) {
+  const auto image = MenuBarIcon{true, true, false}.image(LayoutDirection::leftToRight, systemSymbols(8.6));
+  // 21 + 8.6 − 2 = 27.6 → 28; the badge ends at the right edge.
+  EXPECT_EQ(image.size.width, 28);
+  EXPECT_DOUBLE_EQ(badgeOf(image).frame.x, 28 - 8.6);
+  EXPECT_DOUBLE_EQ(badgeOf(image).frame.maxX(), 28);
+}
+
+TEST(MenuBarIconImageTest, DeepwakeShowsTheMugPairOverlappedOneMorePoint) {
+  const auto symbols = systemSymbols();
+  const auto plain = MenuBarIcon{true, false, true}.image(LayoutDirection::leftToRight, symbols);
+  EXPECT_EQ(plain.size, (GlyphSize{26, 14}));
+  EXPECT_EQ(std::get<SystemSymbol>(plain.parts[0].content), SystemSymbol::mugFill(15));
+
+  // round(26 + 9 − 3) = 32.
+  const auto leftToRight = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, symbols);
+  EXPECT_EQ(leftToRight.size, (GlyphSize{32, 18}));
+  ASSERT_EQ(leftToRight.parts.size(), plain.parts.size() + 2);
+  EXPECT_EQ(badgeOf(leftToRight).frame, (GlyphRect{23, 2, 9, 9}));
+  for (size_t i = 0; i < plain.parts.size(); ++i) {
+    EXPECT_EQ(leftToRight.parts[i].frame, plain.parts[i].frame.offsetBy(0, 2));
+  }
+
+  const auto rightToLeft = MenuBarIcon{true, true, true}.image(LayoutDirection::rightToLeft, symbols);
+  EXPECT_EQ(badgeOf(rightToLeft).frame, (GlyphRect{0, 2, 9, 9}));
+  for (size_t i = 0; i < plain.parts.size(); ++i) {
+    EXPECT_EQ(rightToLeft.parts[i].frame, plain.parts[i].frame.offsetBy(6, 2));
+  }
+}
+
+TEST(MenuBarIconImageTest, WithoutTheClockSymbolTheGlyphStandsAlone) {
+  FixedSymbolMetrics noClock;
+  noClock.sizes = {{"mug.fill", {17.5, 14}}};
+  const MenuBarIcon timed{true, true, false};
+  const MenuBarIcon untimed{true, false, false};
+  EXPECT_EQ(timed.image(LayoutDirection::leftToRight, noClock), untimed.image(LayoutDirection::leftToRight, noClock));
+  const MenuBarIcon timedDeepwake{true, true, true};
+  const MenuBarIcon deepwake{true, false, true};
+  EXPECT_EQ(timedDeepwake.image(LayoutDirection::rightToLeft, noClock),
+            deepwake.image(LayoutDirection::rightToLeft, noClock));
+}
+
+TEST(MenuBarIconImageTest, NoMugSymbolsMeansNoImageAndNoBadge) {
+  FixedSymbolMetrics clockOnly;
+  clockOnly.sizes = {{"clock.fill", {9, 9}}};
+  const auto image = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, clockOnly);
+  EXPECT_TRUE(image.isEmpty());
+  EXPECT_TRUE(image.parts.empty());
+}
+
+}  // namespace
+}  // namespace wakeloft
