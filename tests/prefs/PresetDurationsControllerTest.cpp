@@ -1,0 +1,113 @@
+#include "prefs/PresetDurationsController.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/InMemoryDefaultsDomain.h"
+#include "prefs/InMemoryPresetDurationStore.h"
+#include "prefs/UserDefaultsPresetDurationStore.h"
+
+namespace wakeloft {
+namespace {
+
+const std::string key = "com.wakeloft.presetDurations";
+const AwakeDuration halfHour{1800}, hour{3600}, twoHours{7200}, fourHours{14400}, eightHours{28800};
+const std::vector<AwakeDuration> defaultThree{halfHour, hour, twoHours};
+
+class PresetDurationsControllerTest : public ::testing::Test {
+ protected:
+  std::vector<AwakeDuration> pinnedWithStored(DefaultsValue stored) {
+    defaults.set(key, std::move(stored));
+    return PresetDurationsController(store).pinned();
+  }
+
+  InMemoryDefaultsDomain defaults;
+  std::shared_ptr<UserDefaultsPresetDurationStore> store = std::make_shared<UserDefaultsPresetDurationStore>(defaults);
+};
+
+TEST_F(PresetDurationsControllerTest, ReadsAStoredChoiceSorted) {
+  EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{7200.0, 1800.0}), (std::vector<AwakeDuration>{halfHour, twoHours}));
+  // Integers are numbers as well.
+  EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{28800, 3600}), (std::vector<AwakeDuration>{hour, eightHours}));
+  EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{}), std::vector<AwakeDuration>{});
+}
+
+TEST_F(PresetDurationsControllerTest, AnUnusableStoredValueReadsAsTheDefaultAndStaysAsItWas) {
+  const std::vector<DefaultsValue> unusable = {
+      DefaultsValue::Array{1800.0, 1800.0},
+      DefaultsValue::Array{1800.0, 3600.0, 7200.0, 14400.0},
+      DefaultsValue::Array{900.0},
+      DefaultsValue::Array{1800.0, "3600"},
+      DefaultsValue::Array{1800.0, true},
+      DefaultsValue::Array{DefaultsValue(DefaultsValue::Array{1800.0})},
+      DefaultsValue(1800.0),
+      DefaultsValue("1800,3600"),
+      DefaultsValue(DefaultsValue::Dictionary{{"1800", 1800.0}}),
+  };
+  for (const auto& value : unusable) {
+    EXPECT_EQ(pinnedWithStored(value), defaultThree);
+    EXPECT_EQ(defaults.object(key), value);
+  }
+}
+
+TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBack) {
+  PresetDurationsController controller(store);
+  EXPECT_EQ(controller.pinned(), defaultThree);
+  EXPECT_TRUE(defaults.values().empty());
+}
+
+TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObservers) {
+  PresetDurationsController controller(store);
+  int changes = 0;
+  const auto subscription = controller.observe([&] { ++changes; });
+
+  controller.pin({fourHours, halfHour});
+  EXPECT_EQ(controller.pinned(), (std::vector<AwakeDuration>{halfHour, fourHours}));
+  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 14400.0}));
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(PresetDurationsController(store).pinned(), controller.pinned());
+
+  controller.pin({});
+  EXPECT_EQ(controller.pinned(), std::vector<AwakeDuration>{});
+  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{}));
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(PresetDurationsControllerTest, PinningTheDefaultStoresItWithoutAChange) {
+  PresetDurationsController controller(store);
+  int changes = 0;
+  const auto subscription = controller.observe([&] { ++changes; });
+  controller.pin({twoHours, hour, halfHour});
+  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 3600.0, 7200.0}));
+  EXPECT_EQ(changes, 0);
+}
+
+TEST_F(PresetDurationsControllerTest, AnInvalidPinChangesNothing) {
+  auto memory = std::make_shared<InMemoryPresetDurationStore>(std::vector<double>{3600});
+  PresetDurationsController controller(memory);
+  int changes = 0;
+  const auto subscription = controller.observe([&] { ++changes; });
+
+  controller.pin({halfHour, hour, twoHours, fourHours});
+  controller.pin({hour, hour});
+  controller.pin({{5400}});
+  EXPECT_EQ(controller.pinned(), std::vector<AwakeDuration>{hour});
+  EXPECT_EQ(memory->stored, std::vector<double>{3600});
+  EXPECT_EQ(changes, 0);
+}
+
+TEST(UserDefaultsPresetDurationStoreTest, AbsentRemovesTheKey) {
+  InMemoryDefaultsDomain defaults;
+  UserDefaultsPresetDurationStore store(defaults);
+  EXPECT_EQ(store.pinnedSeconds(), std::nullopt);
+  store.setPinnedSeconds(std::vector<double>{7200});
+  EXPECT_EQ(store.pinnedSeconds(), std::vector<double>{7200});
+  store.setPinnedSeconds(std::nullopt);
+  EXPECT_TRUE(defaults.values().empty());
+}
+
+}  // namespace
+}  // namespace wakeloft
