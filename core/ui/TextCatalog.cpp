@@ -1,0 +1,22 @@
+#include "ui/TextCatalog.h"
+
+#include <array>
+
+namespace wakeloft {
+
+std::span<const TextKey> TextCatalog::all() {
+  static constexpr std::array keys{
+      assertionRefused,
+      lidHelperUnavailable,
+      lidHelperRequiresApproval,
+      settingUnreadable,
+      settingUnwritten,
+      settingNotPutBack,
+      deadlineNotANumber,
+      settingOnElsewhere,
+      settingTurnedOffElsewhere,
+  };
+  return keys;
+}
+
+}  // namespace wakeloft

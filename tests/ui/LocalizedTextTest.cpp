@@ -1,0 +1,58 @@
+#include "ui/LocalizedText.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "ui/TextCatalog.h"
+
+namespace wakeloft {
+namespace {
+
+TextLookup tableOf(std::map<std::string, std::string> entries) {
+  return [entries = std::move(entries)](TextKey key) -> std::optional<std::string> {
+    const auto found = entries.find(std::string(key.key()));
+    if (found == entries.end()) return std::nullopt;
+    return found->second;
+  };
+}
+
+const LocalizedText refused{TextCatalog::assertionRefused, {std::int32_t{-3}}};
+
+TEST(LocalizedTextTest, ResolvesThroughTheTranslationWithItsArguments) {
+  const auto german = tableOf({{std::string(TextCatalog::assertionRefused.key()),
+                                "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler %d)."}});
+  EXPECT_EQ(refused.resolved(german), "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler -3).");
+  EXPECT_EQ(refused.english(), "macOS couldn't keep your Mac awake (IOKit error -3).");
+}
+
+TEST(LocalizedTextTest, MissingOrBrokenTranslationsFallBackToEnglish) {
+  const std::string english = "macOS couldn't keep your Mac awake (IOKit error -3).";
+  EXPECT_EQ(refused.resolved(tableOf({})), english);
+  EXPECT_EQ(refused.resolved(nullptr), english);
+  EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %@"}})), english);
+  EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %"}})), english);
+}
+
+TEST(LocalizedTextTest, VerbatimWordsAreNeverLookedUp) {
+  const auto words = LocalizedText::verbatim("Cancel");
+  EXPECT_TRUE(words.isVerbatim());
+  EXPECT_EQ(words.key(), std::nullopt);
+  EXPECT_EQ(words.resolved(tableOf({{"Cancel", "Abbrechen"}})), "Cancel");
+}
+
+TEST(LocalizedTextTest, IllFormedBytesAreRepairedBeforeAnyViewSeesThem) {
+  EXPECT_EQ(LocalizedText::verbatim("bad \xC3( byte").english(), "bad \xEF\xBF\xBD( byte");
+  const LocalizedText text{TextCatalog::settingUnwritten, {std::string("\xFF")}};
+  EXPECT_EQ(std::get<std::string>(text.arguments()[0]), "\xEF\xBF\xBD");
+}
+
+TEST(LocalizedTextTest, EqualOnlyWithTheSameKeyAndArguments) {
+  EXPECT_EQ(refused, LocalizedText(TextCatalog::assertionRefused, {std::int32_t{-3}}));
+  EXPECT_NE(refused, LocalizedText(TextCatalog::assertionRefused, {std::int32_t{3}}));
+  EXPECT_NE(LocalizedText(TextCatalog::lidHelperUnavailable), LocalizedText::verbatim(
+      std::string(TextCatalog::lidHelperUnavailable.key())));
+}
+
+}  // namespace
+}  // namespace wakeloft
