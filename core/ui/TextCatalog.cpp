@@ -15,6 +15,14 @@ std::span<const TextKey> TextCatalog::all() {
       deadlineNotANumber,
       settingOnElsewhere,
       settingTurnedOffElsewhere,
+      quitAndStopAwakeMode,
+      awakeModeQuitConsequence,
+      quit,
+      cancel,
+      leftInThisSession,
+      quitAndEndDeepwakeQuestion,
+      deepwakeQuitConsequence,
+      quitAndEndDeepwake,
   };
   return keys;
 }

@@ -40,6 +40,21 @@ class TextCatalog {
       "Deepwake stopped because something other than Wakeloft changed the sleep setting. Closing the lid works as "
       "usual again.",
       TextTable::deepwake};
+
+  // --- Quit confirmation ---
+  static constexpr TextKey quitAndStopAwakeMode{"Quit and stop awake mode?", TextTable::standard};
+  static constexpr TextKey awakeModeQuitConsequence{
+      "Your Mac can fall asleep on its own again. Awake mode turns back on the next time you open Wakeloft.",
+      TextTable::standard};
+  static constexpr TextKey quit{"Quit", TextTable::standard};
+  static constexpr TextKey cancel{"Cancel", TextTable::standard};
+  static constexpr TextKey leftInThisSession{"%@ left in this session.", TextTable::standard};
+  static constexpr TextKey quitAndEndDeepwakeQuestion{"Quit and end Deepwake?", TextTable::deepwake};
+  static constexpr TextKey deepwakeQuitConsequence{
+      "Your Mac can sleep again with the lid open or closed. Awake mode turns back on the next time you open "
+      "Wakeloft. Deepwake stays off.",
+      TextTable::deepwake};
+  static constexpr TextKey quitAndEndDeepwake{"Quit and end Deepwake", TextTable::deepwake};
 };
 
 }  // namespace wakeloft

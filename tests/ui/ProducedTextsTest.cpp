@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ui/FailureText.h"
+#include "ui/QuitConfirmationAlert.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
@@ -36,6 +37,12 @@ std::vector<AwakeFailure> everyFailure() {
 KeySet produced() {
   KeySet keys;
   for (const auto& failure : everyFailure()) collect(keys, FailureText::describing(failure));
+  for (const auto& question : {QuitConfirmation::awakeMode(600), QuitConfirmation::deepwake(600)}) {
+    const auto alert = QuitConfirmationAlert::make(question, "en_US", LayoutDirection::leftToRight);
+    collect(keys, alert->title);
+    for (const auto& sentence : alert->message.sentences()) collect(keys, sentence);
+    for (const auto& button : alert->buttons) collect(keys, button.title);
+  }
   return keys;
 }
 

@@ -1,0 +1,64 @@
+#include "ui/QuitConfirmationAlert.h"
+
+#include <gtest/gtest.h>
+
+#include "session/AwakeDuration.h"
+#include "ui/TextCatalog.h"
+
+namespace wakeloft {
+namespace {
+
+constexpr const char* awakeConsequence =
+    "Your Mac can fall asleep on its own again. Awake mode turns back on the next time you open Wakeloft.";
+constexpr const char* deepwakeConsequence =
+    "Your Mac can sleep again with the lid open or closed. Awake mode turns back on the next time you open "
+    "Wakeloft. Deepwake stays off.";
+
+TEST(QuitConfirmationAlertTest, QuitNowAsksNothing) {
+  EXPECT_EQ(QuitConfirmationAlert::make(QuitConfirmation::quitNow(), "en_US", LayoutDirection::leftToRight),
+            std::nullopt);
+}
+
+TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAlone) {
+  const auto alert =
+      QuitConfirmationAlert::make(QuitConfirmation::awakeMode(std::nullopt), "en_US", LayoutDirection::leftToRight);
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->title.english(), "Quit and stop awake mode?");
+  EXPECT_EQ(alert->message.english(), awakeConsequence);
+  ASSERT_EQ(alert->buttons.size(), 2u);
+  EXPECT_EQ(alert->buttons[0].title.english(), "Quit");
+  EXPECT_EQ(alert->buttons[0].keyEquivalent, "");
+  EXPECT_EQ(alert->buttons[1].title.english(), "Cancel");
+  EXPECT_EQ(alert->buttons[1].keyEquivalent, "\x1b");
+  EXPECT_TRUE(QuitConfirmationAlert::isConfirmed(0));
+  EXPECT_FALSE(QuitConfirmationAlert::isConfirmed(1));
+}
+
+TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocale) {
+  const auto english =
+      QuitConfirmationAlert::make(QuitConfirmation::awakeMode(1500), "en_US", LayoutDirection::leftToRight);
+  ASSERT_TRUE(english);
+  EXPECT_EQ(english->message.english(), std::string("25m left in this session. ") + awakeConsequence);
+
+  const auto germanLabel = QuitConfirmationAlert::sentences(5400, "de_DE", TextCatalog::quit);
+  ASSERT_EQ(germanLabel.sentences().size(), 2u);
+  const LocalizedText timeLeft(TextCatalog::leftInThisSession, {AwakeDuration{5400}.label("de_DE")});
+  EXPECT_EQ(germanLabel.sentences()[0], timeLeft);
+  EXPECT_EQ(germanLabel.sentences()[1], LocalizedText(TextCatalog::quit));
+}
+
+TEST(QuitConfirmationAlertTest, DeepwakeIsAskedInItsOwnTable) {
+  const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->title, LocalizedText(TextCatalog::quitAndEndDeepwakeQuestion));
+  EXPECT_EQ(alert->title.key()->table(), TextTable::deepwake);
+  EXPECT_EQ(alert->message.english(), std::string("1h left in this session. ") + deepwakeConsequence);
+  EXPECT_EQ(alert->message.sentences()[1].key()->table(), TextTable::deepwake);
+  EXPECT_EQ(alert->buttons[0].title.english(), "Quit and end Deepwake");
+  EXPECT_EQ(alert->buttons[0].title.key()->table(), TextTable::deepwake);
+  EXPECT_EQ(alert->buttons[1].keyEquivalent, std::string(QuitConfirmationAlert::escapeKey));
+  EXPECT_EQ(alert->layoutDirection, LayoutDirection::rightToLeft);
+}
+
+}  // namespace
+}  // namespace wakeloft

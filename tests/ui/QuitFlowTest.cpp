@@ -1,0 +1,204 @@
+#include "ui/QuitFlow.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "TestControllers.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TestControllers;
+
+class QuitFlowTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    app.start();
+    flow->attach(app.awake, app.lid);
+  }
+
+  // Runs the delayed closures, as the main loop would once their time is up.
+  void runDelayed() {
+    auto due = std::move(delayed);
+    delayed.clear();
+    for (auto& [seconds, work] : due) work();
+  }
+
+  TestControllers app;
+  std::vector<QuitConfirmation> asked;
+  bool answer = true;
+  std::function<void()> whileAsking;
+  bool systemQuit = false;
+  std::vector<bool> replies;
+  std::vector<std::pair<double, std::function<void()>>> delayed;
+  std::unique_ptr<QuitFlow> flow = std::make_unique<QuitFlow>(
+      [this](const QuitConfirmation& confirmation) {
+        asked.push_back(confirmation);
+        EXPECT_TRUE(flow->isAsking());
+        if (whileAsking) whileAsking();
+        return answer;
+      },
+      [this] { return systemQuit; }, [this](bool reply) { replies.push_back(reply); },
+      [this](double seconds, std::function<void()> work) { delayed.emplace_back(seconds, std::move(work)); });
+};
+
+// --- The user's quit ---
+
+TEST_F(QuitFlowTest, NothingRunningQuitsAtOnceWithoutAQuestion) {
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  EXPECT_TRUE(asked.empty());
+  EXPECT_TRUE(delayed.empty());
+}
+
+TEST_F(QuitFlowTest, WithoutControllersThereIsNothingToAskOrWaitFor) {
+  QuitFlow bare([](const QuitConfirmation&) { return false; }, [] { return false; }, [](bool) {},
+                [](double, std::function<void()>) {});
+  EXPECT_FALSE(bare.hasControllers());
+  EXPECT_EQ(bare.shouldTerminate(), TerminateReply::now);
+}
+
+TEST_F(QuitFlowTest, ARunningSessionIsQuestionedAndCancelLeavesItRunning) {
+  app.awake->turnOn(1530);
+  answer = false;
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::cancel);
+  EXPECT_EQ(asked, std::vector{QuitConfirmation::awakeMode(1500)});
+  EXPECT_FALSE(flow->isAsking());
+  EXPECT_TRUE(app.awake->isOn());
+
+  answer = true;
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  EXPECT_EQ(asked.size(), 2u);
+  EXPECT_TRUE(app.intents->isAwakeRequested());  // restored at the next launch
+}
+
+TEST_F(QuitFlowTest, ASessionThatRanOutAMomentAgoIsNotQuestioned) {
+  app.awake->turnOn(600);
+  app.clocks.pass(601);  // its timer has not fired yet
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  EXPECT_TRUE(asked.empty());
+  EXPECT_FALSE(app.awake->isOn());
+}
+
+TEST_F(QuitFlowTest, ConfirmingDeepwakeEndsItAndWaitsForTheHelper) {
+  app.turnOnDeepwake(7200);
+  app.helper->holdsReplies = true;
+
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+  EXPECT_EQ(asked, std::vector{QuitConfirmation::deepwake(7200)});
+  EXPECT_FALSE(app.lid->isOn());
+  // The check before the question renewed the lease; then came the give-back.
+  EXPECT_EQ(app.helper->unanswered.size(), 2u);
+  EXPECT_TRUE(flow->isWaitingForHelper());
+  ASSERT_EQ(delayed.size(), 1u);
+  EXPECT_EQ(delayed[0].first, 5.0);
+  EXPECT_TRUE(replies.empty());
+
+  app.helper->answerNext();
+  EXPECT_TRUE(replies.empty());
+  app.helper->answerNext();
+  EXPECT_EQ(replies, std::vector{true});
+  EXPECT_FALSE(flow->isWaitingForHelper());
+  runDelayed();
+  EXPECT_EQ(replies, std::vector{true});  // answered once only
+}
+
+TEST_F(QuitFlowTest, AHelperThatNeverAnswersHoldsTheQuitFiveSecondsAtMost) {
+  app.turnOnDeepwake();
+  app.helper->holdsReplies = true;
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+
+  runDelayed();
+  EXPECT_EQ(replies, std::vector{true});
+  app.helper->answerAll();
+  EXPECT_EQ(replies, std::vector{true});
+}
+
+TEST_F(QuitFlowTest, QuitAgainWhileAskingOrWaitingIsIgnored) {
+  app.turnOnDeepwake();
+  app.helper->holdsReplies = true;
+  std::optional<TerminateReply> duringQuestion;
+  whileAsking = [&] { duringQuestion = flow->shouldTerminate(); };
+
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+  EXPECT_EQ(duringQuestion, TerminateReply::cancel);
+  whileAsking = nullptr;
+
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::cancel);
+  EXPECT_EQ(asked.size(), 1u);
+  EXPECT_EQ(delayed.size(), 1u);
+  app.helper->answerAll();
+  EXPECT_EQ(replies, std::vector{true});
+}
+
+// --- Quits the system starts ---
+
+TEST_F(QuitFlowTest, ALogOutIsNotQuestionedButDeepwakeIsHandedBackFirst) {
+  app.turnOnDeepwake();
+  app.helper->holdsReplies = true;
+  systemQuit = true;
+
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+  EXPECT_TRUE(asked.empty());
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_EQ(app.helper->unanswered.size(), 1u);
+  EXPECT_TRUE(app.awake->isOn());  // the session is left to be restored
+
+  app.helper->answerAll();
+  EXPECT_EQ(replies, std::vector{true});
+}
+
+TEST_F(QuitFlowTest, ASecondSystemRequestWhileWaitingQuitsAtOnce) {
+  app.turnOnDeepwake();
+  app.helper->holdsReplies = true;
+  systemQuit = true;
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  EXPECT_FALSE(flow->isWaitingForHelper());
+  app.helper->answerAll();
+  runDelayed();
+  EXPECT_TRUE(replies.empty());  // the second answer was the reply
+}
+
+TEST_F(QuitFlowTest, AnUpdateRelaunchIsNeverQuestioned) {
+  app.awake->turnOn(std::nullopt);
+  flow->setRelaunchingForUpdate(true);
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  EXPECT_TRUE(asked.empty());
+  EXPECT_TRUE(app.intents->isAwakeRequested());
+}
+
+TEST_F(QuitFlowTest, AnUpdateRelaunchDuringDeepwakeStillWaitsForTheHelper) {
+  app.turnOnDeepwake();
+  app.helper->holdsReplies = true;
+  flow->setRelaunchingForUpdate(true);
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+  EXPECT_TRUE(asked.empty());
+  runDelayed();
+  EXPECT_EQ(replies, std::vector{true});
+}
+
+// --- Lifetime ---
+
+TEST_F(QuitFlowTest, AFlowThatIsGoneRepliesNothing) {
+  app.turnOnDeepwake();
+  app.helper->holdsReplies = true;
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
+  flow.reset();
+  app.helper->answerAll();
+  runDelayed();
+  EXPECT_TRUE(replies.empty());
+}
+
+TEST_F(QuitFlowTest, TheFirstControllersStay) {
+  TestControllers other;
+  other.start();
+  other.awake->turnOn(std::nullopt);
+  flow->attach(other.awake, other.lid);
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);  // asks about the first, which is off
+  EXPECT_TRUE(asked.empty());
+}
+
+}  // namespace
+}  // namespace wakeloft

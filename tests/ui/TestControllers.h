@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "lid/InMemoryLidAwakeStore.h"
+#include "lid/InMemoryLidSleepBlocker.h"
+#include "lid/LidAwakeController.h"
+#include "lid/MachineConditions.h"
+#include "lid/MachineConditionsNotifier.h"
+#include "session/AwakeController.h"
+#include "session/InMemoryAwakeIntentStore.h"
+#include "session/InMemorySleepBlocker.h"
+#include "support/ManualClocks.h"
+#include "support/ManualScheduling.h"
+
+namespace wakeloft::testing {
+
+// Machine conditions a test can change, and a notifier it can post.
+struct SettableMachineConditions final : MachineConditions {
+  MachineConditionsSnapshot current;
+  bool isOnBattery() const override { return current.isOnBattery; }
+  bool hasExternalDisplay() const override { return current.hasExternalDisplay; }
+};
+
+struct ManualConditionsNotifier final : MachineConditionsNotifier {
+  std::function<void()> handler;
+  void observe(std::function<void()> newHandler) override { handler = std::move(newHandler); }
+  void post() {
+    if (handler) handler();
+  }
+};
+
+// The app's real controllers over in-memory system parts and manual clocks,
+// for tests of what the interface shows and does. The parts can be set up
+// before `start` builds the controllers.
+struct TestControllers {
+  ManualMachineClocks clocks;
+  std::shared_ptr<InMemorySleepBlocker> assertion = std::make_shared<InMemorySleepBlocker>();
+  std::shared_ptr<InMemoryAwakeIntentStore> intents = std::make_shared<InMemoryAwakeIntentStore>();
+  std::shared_ptr<ManualDeadlineScheduler> sessionTimer = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<ManualRecheckNotifier> recheck = std::make_shared<ManualRecheckNotifier>();
+  std::shared_ptr<InMemoryLidSleepBlocker> helper = std::make_shared<InMemoryLidSleepBlocker>();
+  std::shared_ptr<InMemoryLidAwakeStore> heatWarning = std::make_shared<InMemoryLidAwakeStore>(true);
+  std::shared_ptr<SettableMachineConditions> machine = std::make_shared<SettableMachineConditions>();
+  std::shared_ptr<ManualConditionsNotifier> conditionsNotifier = std::make_shared<ManualConditionsNotifier>();
+  std::shared_ptr<ManualDeadlineScheduler> leaseTimer = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<ManualDeadlineScheduler> deepwakeEnd = std::make_shared<ManualDeadlineScheduler>();
+
+  std::shared_ptr<AwakeController> awake;
+  std::shared_ptr<LidAwakeController> lid;
+
+  // As at launch: the awake controller restores what the store holds.
+  void start() {
+    awake = std::make_shared<AwakeController>(assertion, intents, clocks.dates, clocks.continuous, sessionTimer,
+                                              recheck, /*restoringPreviousState=*/true);
+    lid = std::make_shared<LidAwakeController>(awake, helper, heatWarning, machine, conditionsNotifier, clocks.dates,
+                                               leaseTimer, deepwakeEnd);
+  }
+
+  // Deepwake on and confirmed by the helper, riding on a session of `length`.
+  void turnOnDeepwake(std::optional<double> length = 7200) {
+    const bool holding = helper->holdsReplies;
+    helper->holdsReplies = false;
+    lid->turnOnJoiningSessionOr(length);
+    helper->holdsReplies = holding;
+  }
+};
+
+}  // namespace wakeloft::testing
