@@ -41,6 +41,49 @@ class TextCatalog {
       "usual again.",
       TextTable::deepwake};
 
+  // --- Awake panel ---
+  static constexpr TextKey wakeloft{"Wakeloft", TextTable::standard};
+  static constexpr TextKey spokenOff{"Wakeloft, off", TextTable::standard};
+  static constexpr TextKey spokenOn{"Wakeloft, on", TextTable::standard};
+  static constexpr TextKey spokenLessThanAMinuteLeft{"Wakeloft, on, less than a minute left", TextTable::standard};
+  static constexpr TextKey spokenTimeLeft{"Wakeloft, on, %@ left", TextTable::standard};
+  static constexpr TextKey statusOnWithTimeLeft{"On \u00B7 %@ left", TextTable::standard};
+  static constexpr TextKey statusOn{"On", TextTable::standard};
+  static constexpr TextKey statusOff{"Off", TextTable::standard};
+  static constexpr TextKey sleepsNormally{"Your Mac can sleep as usual.", TextTable::standard};
+  static constexpr TextKey awakeIndefinitely{
+      "Your Mac won't fall asleep on its own. Closing the lid still puts it to sleep.", TextTable::standard};
+  static constexpr TextKey awakeUntilSessionEnds{
+      "Your Mac won't fall asleep until the session ends. Closing the lid still puts it to sleep.",
+      TextTable::standard};
+  static constexpr TextKey awakeWithLidClosedIndefinitely{"Your Mac won't fall asleep, even with the lid closed.",
+                                                          TextTable::deepwake};
+  static constexpr TextKey awakeWithLidClosedUntilSessionEnds{
+      "Your Mac won't fall asleep until the session ends, even with the lid closed.", TextTable::deepwake};
+  static constexpr TextKey turnOn{"Turn On", TextTable::standard};
+  static constexpr TextKey turnOff{"Turn Off", TextTable::standard};
+  static constexpr TextKey stayAwakeWithoutTimer{"Stay awake without a timer", TextTable::standard};
+  static constexpr TextKey stayAwakeFor{"Stay awake for", TextTable::standard};
+  static constexpr TextKey deepwake{"Deepwake", TextTable::deepwake};
+  static constexpr TextKey deepwakeCaption{"Your Mac stays awake with the lid closed.", TextTable::deepwake};
+  static constexpr TextKey heatWarning{
+      "With the lid shut and no display attached, heat can build up. Keep your Mac out of bags and other enclosed "
+      "spaces while it is working.",
+      TextTable::deepwake};
+  static constexpr TextKey iUnderstand{"I understand", TextTable::deepwake};
+  static constexpr TextKey iUnderstandTheHeatWarning{"I understand the heat warning", TextTable::deepwake};
+  static constexpr TextKey noHeatPath{
+      "On battery with no display attached. Keep your Mac uncovered so heat can escape.", TextTable::deepwake};
+  static constexpr TextKey dontRetry{"Don't retry when Wakeloft opens", TextTable::standard};
+  static constexpr TextKey openAtLogin{"Open at Login", TextTable::standard};
+  static constexpr TextKey approveInSystemSettings{"Approve Wakeloft in System Settings.", TextTable::standard};
+  static constexpr TextKey notInApplications{
+      "Wakeloft isn't in Applications, so it may not open at your next login. Move it to Applications, then turn "
+      "this back on.",
+      TextTable::standard};
+  static constexpr TextKey openLoginItemsAndExtensions{"Open Login Items & Extensions\u2026", TextTable::standard};
+  static constexpr TextKey openLoginItems{"Open Login Items\u2026", TextTable::standard};
+
   // --- Quit confirmation ---
   static constexpr TextKey quitAndStopAwakeMode{"Quit and stop awake mode?", TextTable::standard};
   static constexpr TextKey awakeModeQuitConsequence{

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "TestControllers.h"
+#include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
 #include "ui/QuitConfirmationAlert.h"
 #include "ui/TextCatalog.h"
@@ -34,9 +36,70 @@ std::vector<AwakeFailure> everyFailure() {
   return failures;
 }
 
+void collect(KeySet& keys, const std::optional<PanelNote>& note) {
+  if (!note) return;
+  collect(keys, note->text);
+  if (note->link) {
+    collect(keys, note->link->title);
+    if (note->link->accessibilityLabel) collect(keys, *note->link->accessibilityLabel);
+  }
+}
+
+void collect(KeySet& keys, const AwakePanelContent& panel) {
+  collect(keys, panel.header.title);
+  collect(keys, panel.header.spokenStatus);
+  collect(keys, panel.statusLine);
+  collect(keys, panel.explanation);
+  collect(keys, panel.mainButton.title);
+  if (panel.sessionControls.cancelTimer) collect(keys, panel.sessionControls.cancelTimer->title);
+  if (panel.sessionControls.presetsCaption) collect(keys, *panel.sessionControls.presetsCaption);
+  for (const auto& preset : panel.sessionControls.presets) collect(keys, preset.title);
+  collect(keys, panel.deepwake.toggle.title);
+  collect(keys, panel.deepwake.caption);
+  collect(keys, panel.deepwake.precaution);
+  collect(keys, panel.deepwake.failure);
+  if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
+  collect(keys, panel.retry.failure);
+  collect(keys, panel.login.toggle.title);
+  collect(keys, panel.login.approval);
+  collect(keys, panel.login.location);
+  collect(keys, panel.login.failure);
+}
+
+// The panel in every state that changes its words.
+void collectPanels(KeySet& keys) {
+  const auto shown = [&](testing::TestControllers& app, OperatingSystemVersion system = {14, 0, 0}) {
+    collect(keys, AwakePanelContent::current(app.controllers(), "en_US", system));
+  };
+  testing::TestControllers app;
+  app.heatWarning->acknowledged = false;
+  app.loginItemService->setState(LoginItemState::requiresApproval);
+  app.loginItemService->setIsAtStableLocation(false);
+  app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
+  app.assertion->nextRefusal = -1;
+  app.start();
+  shown(app);
+  shown(app, {15, 0, 0});
+  app.lid->acknowledgeHeatWarning();
+  app.awake->turnOn(std::nullopt);
+  shown(app);
+  app.awake->turnOn(3600);
+  shown(app);
+  app.clocks.pass(3570);
+  shown(app);
+  app.machine->current.isOnBattery = true;
+  app.conditionsNotifier->post();
+  app.awake->turnOn(std::nullopt);
+  app.turnOnDeepwake();
+  shown(app);
+  app.awake->turnOn(600);
+  shown(app);
+}
+
 KeySet produced() {
   KeySet keys;
   for (const auto& failure : everyFailure()) collect(keys, FailureText::describing(failure));
+  collectPanels(keys);
   for (const auto& question : {QuitConfirmation::awakeMode(600), QuitConfirmation::deepwake(600)}) {
     const auto alert = QuitConfirmationAlert::make(question, "en_US", LayoutDirection::leftToRight);
     collect(keys, alert->title);

@@ -8,11 +8,16 @@
 #include "lid/LidAwakeController.h"
 #include "lid/MachineConditions.h"
 #include "lid/MachineConditionsNotifier.h"
+#include "prefs/InMemoryLoginItem.h"
+#include "prefs/InMemoryPresetDurationStore.h"
+#include "prefs/LoginItemController.h"
+#include "prefs/PresetDurationsController.h"
 #include "session/AwakeController.h"
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemorySleepBlocker.h"
 #include "support/ManualClocks.h"
 #include "support/ManualScheduling.h"
+#include "ui/Controllers.h"
 
 namespace wakeloft::testing {
 
@@ -46,9 +51,14 @@ struct TestControllers {
   std::shared_ptr<ManualConditionsNotifier> conditionsNotifier = std::make_shared<ManualConditionsNotifier>();
   std::shared_ptr<ManualDeadlineScheduler> leaseTimer = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<ManualDeadlineScheduler> deepwakeEnd = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<InMemoryLoginItem> loginItemService =
+      std::make_shared<InMemoryLoginItem>(LoginItemState::disabled, /*isAtStableLocation=*/true);
+  std::shared_ptr<InMemoryPresetDurationStore> presetStore = std::make_shared<InMemoryPresetDurationStore>();
 
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
+  std::shared_ptr<LoginItemController> loginItem;
+  std::shared_ptr<PresetDurationsController> presets;
 
   // As at launch: the awake controller restores what the store holds.
   void start() {
@@ -56,7 +66,11 @@ struct TestControllers {
                                               recheck, /*restoringPreviousState=*/true);
     lid = std::make_shared<LidAwakeController>(awake, helper, heatWarning, machine, conditionsNotifier, clocks.dates,
                                                leaseTimer, deepwakeEnd);
+    loginItem = std::make_shared<LoginItemController>(loginItemService, /*repairingRegistration=*/true);
+    presets = std::make_shared<PresetDurationsController>(presetStore);
   }
+
+  Controllers controllers() const { return {awake, lid, loginItem, presets}; }
 
   // Deepwake on and confirmed by the helper, riding on a session of `length`.
   void turnOnDeepwake(std::optional<double> length = 7200) {

@@ -1,0 +1,129 @@
+#include "ui/AwakePanelContent.h"
+
+#include "status/AwakeExplanation.h"
+#include "status/CountdownText.h"
+#include "status/MenuBarIcon.h"
+#include "status/SpokenStatus.h"
+#include "ui/FailureText.h"
+#include "ui/TextCatalog.h"
+
+namespace wakeloft {
+
+namespace {
+
+LocalizedText spokenStatus(const AwakeController& awake, const std::string& locale) {
+  const auto status = SpokenStatus::describing(awake.isOn(), awake.remaining());
+  switch (status.kind()) {
+    case SpokenStatus::Kind::off: return TextCatalog::spokenOff;
+    case SpokenStatus::Kind::on: return TextCatalog::spokenOn;
+    case SpokenStatus::Kind::lessThanAMinuteLeft: return TextCatalog::spokenLessThanAMinuteLeft;
+    case SpokenStatus::Kind::timeLeft: break;
+  }
+  return {TextCatalog::spokenTimeLeft, {status.left()->label(locale)}};
+}
+
+LocalizedText statusLineOf(const AwakeController& awake, const std::string& locale) {
+  if (!awake.isOn()) return TextCatalog::statusOff;
+  if (!awake.activeUntil()) return TextCatalog::statusOn;
+  return {TextCatalog::statusOnWithTimeLeft, {CountdownText::formatted(awake.remaining().value_or(0), locale)}};
+}
+
+LocalizedText sentenceFor(AwakeExplanation explanation) {
+  switch (explanation.value()) {
+    case AwakeExplanation::sleepsNormally: return TextCatalog::sleepsNormally;
+    case AwakeExplanation::awakeIndefinitely: return TextCatalog::awakeIndefinitely;
+    case AwakeExplanation::awakeUntilSessionEnds: return TextCatalog::awakeUntilSessionEnds;
+    case AwakeExplanation::awakeWithLidClosedIndefinitely: return TextCatalog::awakeWithLidClosedIndefinitely;
+    case AwakeExplanation::awakeWithLidClosedUntilSessionEnds: return TextCatalog::awakeWithLidClosedUntilSessionEnds;
+  }
+  return TextCatalog::sleepsNormally;
+}
+
+AwakePanelContent::SessionControls sessionControlsFor(const AwakeController& awake,
+                                                      const PresetDurationsController& presets,
+                                                      const std::string& locale) {
+  AwakePanelContent::SessionControls controls;
+  controls.shown = AwakeSessionControls::shown(awake.isOn(), awake.activeUntil());
+  if (controls.shown == AwakeSessionControls::cancelTimer) {
+    controls.cancelTimer = PanelButton{TextCatalog::stayAwakeWithoutTimer, PanelAction::turnOnAwakeMode(std::nullopt)};
+    return controls;
+  }
+  if (presets.pinned().empty()) return controls;
+  controls.presetsCaption = TextCatalog::stayAwakeFor;
+  for (const auto& duration : presets.pinned()) {
+    controls.presets.push_back({LocalizedText::verbatim(duration.label(locale)), PanelAction::turnOnAwakeMode(duration)});
+  }
+  return controls;
+}
+
+std::optional<PanelNote> precautionNote(LidClosePrecaution precaution) {
+  switch (precaution.kind()) {
+    case LidClosePrecaution::Kind::none: return std::nullopt;
+    case LidClosePrecaution::Kind::beforeFirstUse:
+      return PanelNote{NoteSymbol::heat, TextCatalog::heatWarning,
+                       PanelButton{TextCatalog::iUnderstand, PanelAction::acknowledgeHeatWarning(),
+                                   LocalizedText(TextCatalog::iUnderstandTheHeatWarning)}};
+    case LidClosePrecaution::Kind::noHeatPath: return PanelNote{NoteSymbol::heat, TextCatalog::noHeatPath, std::nullopt};
+  }
+  return std::nullopt;
+}
+
+std::optional<PanelNote> failureNote(const std::optional<AwakeFailure>& failure) {
+  if (!failure) return std::nullopt;
+  return PanelNote{NoteSymbol::error, FailureText::describing(*failure), std::nullopt};
+}
+
+// macOS 15 renamed the pane.
+LocalizedText loginItemsLink(const OperatingSystemVersion& system) {
+  return system.majorVersion >= 15 ? TextCatalog::openLoginItemsAndExtensions : TextCatalog::openLoginItems;
+}
+
+AwakePanelContent::Login loginSection(const LoginItemController& loginItem, const OperatingSystemVersion& system) {
+  AwakePanelContent::Login login{{TextCatalog::openAtLogin, loginItem.isRegistered(), true,
+                                  PanelAction::setOpenAtLogin(true), PanelAction::setOpenAtLogin(false)},
+                                 {},
+                                 {},
+                                 {}};
+  if (loginItem.needsApproval()) {
+    login.approval = PanelNote{NoteSymbol::information, TextCatalog::approveInSystemSettings,
+                               PanelButton{loginItemsLink(system), PanelAction::openLoginItemsSettings()}};
+  }
+  if (loginItem.isRegistered() && !loginItem.isAtStableLocation()) {
+    login.location = PanelNote{NoteSymbol::information, TextCatalog::notInApplications, std::nullopt};
+  }
+  login.failure = failureNote(loginItem.lastFailure());
+  return login;
+}
+
+}  // namespace
+
+AwakePanelContent AwakePanelContent::current(const Controllers& controllers, const std::string& locale,
+                                             const OperatingSystemVersion& system) {
+  const auto& awake = *controllers.awake;
+  const auto& lid = *controllers.lid;
+
+  AwakePanelContent content{
+      .header = {MenuBarIcon::current(awake.isOn(), awake.activeUntil(), lid.isOn()).glyph(), TextCatalog::wakeloft,
+                 spokenStatus(awake, locale)},
+      .statusLine = statusLineOf(awake, locale),
+      .explanation = sentenceFor(AwakeExplanation::describing(awake.isOn(), awake.activeUntil(), lid.isOn())),
+      .mainButton = {awake.isOn() ? TextCatalog::turnOff : TextCatalog::turnOn, PanelAction::toggleAwakeMode()},
+      .sessionControls = sessionControlsFor(awake, *controllers.presets, locale),
+      // A reason the mode cannot be used at all disables the switch; the
+      // precaution below says what to do about it.
+      .deepwake = {{TextCatalog::deepwake, lid.isOn(), !lid.refusal(), PanelAction::setDeepwake(true),
+                    PanelAction::setDeepwake(false)},
+                   TextCatalog::deepwakeCaption,
+                   precautionNote(lid.precaution()),
+                   failureNote(lid.lastFailure())},
+      .retry = {},
+      .login = loginSection(*controllers.loginItem, system),
+  };
+  if (awake.isRequested() && !awake.isOn()) {
+    content.retry.dontRetry = PanelButton{TextCatalog::dontRetry, PanelAction::stopRetrying()};
+  }
+  content.retry.failure = failureNote(awake.lastFailure());
+  return content;
+}
+
+}  // namespace wakeloft

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "glyph/AwakeGlyph.h"
+#include "prefs/OperatingSystemVersion.h"
+#include "status/AwakeSessionControls.h"
+#include "ui/Controllers.h"
+#include "ui/PanelControls.h"
+
+namespace wakeloft {
+
+// Everything the awake panel shows, top to bottom, computed from the four
+// controllers; the view lays it out and performs the actions. Recomputed
+// whenever a controller changes, and every second while a countdown runs.
+struct AwakePanelContent {
+  static constexpr double width = 260;
+  static constexpr double blockSpacing = 14;
+  // The status line is redrawn this often, so the countdown ticks.
+  static constexpr double statusRedrawInterval = 1.0;
+  // The caption of the presets sits this far above their row.
+  static constexpr double presetsCaptionSpacing = 6;
+
+  // The glyph and the title; one accessibility element whose label is the
+  // spoken status.
+  struct Header {
+    AwakeGlyph glyph;
+    LocalizedText title;
+    LocalizedText spokenStatus;
+    friend bool operator==(const Header&, const Header&) = default;
+  };
+
+  // "Stay awake without a timer" while a timer runs; otherwise the caption
+  // and one button per starred preset, or nothing when none is starred.
+  struct SessionControls {
+    AwakeSessionControls shown = AwakeSessionControls::presets;
+    std::optional<PanelButton> cancelTimer;
+    std::optional<LocalizedText> presetsCaption;
+    std::vector<PanelButton> presets;
+
+    bool isEmpty() const { return !cancelTimer && presets.empty(); }
+    friend bool operator==(const SessionControls&, const SessionControls&) = default;
+  };
+
+  struct Deepwake {
+    PanelSwitch toggle;
+    LocalizedText caption;
+    std::optional<PanelNote> precaution;
+    std::optional<PanelNote> failure;
+    friend bool operator==(const Deepwake&, const Deepwake&) = default;
+  };
+
+  // Only while a session was asked for but is not running.
+  struct Retry {
+    std::optional<PanelButton> dontRetry;
+    std::optional<PanelNote> failure;
+    friend bool operator==(const Retry&, const Retry&) = default;
+  };
+
+  struct Login {
+    PanelSwitch toggle;
+    // Approval pending: the hint with the link to the login-item settings.
+    std::optional<PanelNote> approval;
+    // Registered but outside the Applications folder.
+    std::optional<PanelNote> location;
+    std::optional<PanelNote> failure;
+    friend bool operator==(const Login&, const Login&) = default;
+  };
+
+  Header header;
+  LocalizedText statusLine;
+  LocalizedText explanation;
+  PanelButton mainButton;
+  SessionControls sessionControls;
+  Deepwake deepwake;
+  Retry retry;
+  // A divider comes before the login section and another after it, then
+  // the settings menu.
+  Login login;
+
+  // Durations are put into words for `locale`, the app's resolved one. The
+  // login-items link is named as the running system names that pane.
+  static AwakePanelContent current(const Controllers& controllers, const std::string& locale,
+                                   const OperatingSystemVersion& system);
+
+  // What the panel does when it appears and each time its window becomes
+  // key.
+  static PanelAction onOpen() { return PanelAction::refreshOnOpen(); }
+
+  friend bool operator==(const AwakePanelContent&, const AwakePanelContent&) = default;
+};
+
+}  // namespace wakeloft

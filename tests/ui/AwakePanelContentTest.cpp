@@ -1,0 +1,261 @@
+#include "ui/AwakePanelContent.h"
+
+#include <gtest/gtest.h>
+
+#include "TestControllers.h"
+#include "lid/LidSleepBlockerError.h"
+#include "ui/TextCatalog.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TestControllers;
+
+constexpr OperatingSystemVersion sonoma{14, 6, 1};
+constexpr OperatingSystemVersion sequoia{15, 0, 0};
+
+class AwakePanelContentTest : public ::testing::Test {
+ protected:
+  AwakePanelContent content(const OperatingSystemVersion& system = sonoma) {
+    return AwakePanelContent::current(app.controllers(), "en_US", system);
+  }
+
+  TestControllers app;
+};
+
+PanelNote errorNote(LocalizedText text) { return {NoteSymbol::error, std::move(text)}; }
+
+// --- Awake mode ---
+
+TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndTheStarredPresets) {
+  app.start();
+  const auto panel = content();
+  EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, false));
+  EXPECT_EQ(panel.header.title.english(), "Wakeloft");
+  EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, off");
+  EXPECT_EQ(panel.statusLine.english(), "Off");
+  EXPECT_EQ(panel.explanation.english(), "Your Mac can sleep as usual.");
+  EXPECT_EQ(panel.mainButton, (PanelButton{TextCatalog::turnOn, PanelAction::toggleAwakeMode()}));
+
+  EXPECT_EQ(panel.sessionControls.shown, AwakeSessionControls::presets);
+  EXPECT_EQ(panel.sessionControls.cancelTimer, std::nullopt);
+  EXPECT_EQ(panel.sessionControls.presetsCaption, LocalizedText(TextCatalog::stayAwakeFor));
+  ASSERT_EQ(panel.sessionControls.presets.size(), 3u);
+  EXPECT_EQ(panel.sessionControls.presets[0].title.english(), "30m");
+  EXPECT_EQ(panel.sessionControls.presets[0].action, PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
+  EXPECT_EQ(panel.sessionControls.presets[2].title.english(), "2h");
+
+  EXPECT_EQ(panel.deepwake.toggle.title.english(), "Deepwake");
+  EXPECT_FALSE(panel.deepwake.toggle.isOn);
+  EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
+  EXPECT_EQ(panel.deepwake.caption.english(), "Your Mac stays awake with the lid closed.");
+  EXPECT_EQ(panel.deepwake.precaution, std::nullopt);
+  EXPECT_EQ(panel.deepwake.failure, std::nullopt);
+  EXPECT_EQ(panel.retry, AwakePanelContent::Retry{});
+
+  EXPECT_EQ(panel.login.toggle.title.english(), "Open at Login");
+  EXPECT_FALSE(panel.login.toggle.isOn);
+  EXPECT_EQ(panel.login.approval, std::nullopt);
+  EXPECT_EQ(panel.login.location, std::nullopt);
+  EXPECT_EQ(panel.login.failure, std::nullopt);
+}
+
+TEST_F(AwakePanelContentTest, WithNothingStarredTheSessionControlsAreEmpty) {
+  app.presetStore->stored = std::vector<double>{};
+  app.start();
+  const auto panel = content();
+  EXPECT_TRUE(panel.sessionControls.isEmpty());
+  EXPECT_EQ(panel.sessionControls.presetsCaption, std::nullopt);
+}
+
+TEST_F(AwakePanelContentTest, AwakeWithoutTimerKeepsThePresets) {
+  app.presetStore->stored = std::vector<double>{14400};
+  app.start();
+  app.awake->turnOn(std::nullopt);
+  const auto panel = content();
+  EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
+  EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on");
+  EXPECT_EQ(panel.statusLine.english(), "On");
+  EXPECT_EQ(panel.explanation.english(),
+            "Your Mac won't fall asleep on its own. Closing the lid still puts it to sleep.");
+  EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
+  ASSERT_EQ(panel.sessionControls.presets.size(), 1u);
+  EXPECT_EQ(panel.sessionControls.presets[0].title.english(), "4h");
+}
+
+TEST_F(AwakePanelContentTest, ATimedSessionCountsDownAndOffersToDropTheTimer) {
+  app.start();
+  app.awake->turnOn(1530);
+  auto panel = content();
+  EXPECT_EQ(panel.statusLine.english(), "On \u00B7 25:30 left");
+  EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, 25m left");
+  EXPECT_EQ(panel.explanation.english(),
+            "Your Mac won't fall asleep until the session ends. Closing the lid still puts it to sleep.");
+  EXPECT_EQ(panel.sessionControls.shown, AwakeSessionControls::cancelTimer);
+  EXPECT_EQ(panel.sessionControls.cancelTimer,
+            (PanelButton{TextCatalog::stayAwakeWithoutTimer, PanelAction::turnOnAwakeMode(std::nullopt)}));
+  EXPECT_TRUE(panel.sessionControls.presets.empty());
+
+  app.clocks.pass(AwakePanelContent::statusRedrawInterval);
+  EXPECT_EQ(content().statusLine.english(), "On \u00B7 25:29 left");
+
+  app.clocks.pass(1500);
+  panel = content();
+  EXPECT_EQ(panel.statusLine.english(), "On \u00B7 0:29 left");
+  EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, less than a minute left");
+}
+
+TEST_F(AwakePanelContentTest, TheCountdownUsesTheAppsLocale) {
+  app.start();
+  app.awake->turnOn(5400);
+  const auto panel = AwakePanelContent::current(app.controllers(), "de_DE", sonoma);
+  EXPECT_EQ(panel.header.spokenStatus, LocalizedText(TextCatalog::spokenTimeLeft, {AwakeDuration{5400}.label("de_DE")}));
+  EXPECT_EQ(panel.statusLine, LocalizedText(TextCatalog::statusOnWithTimeLeft, {std::string("1:30:00")}));
+}
+
+TEST_F(AwakePanelContentTest, ASessionRefusedAtLaunchOffersTurnOnTheFailureAndNoRetry) {
+  app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
+  app.assertion->nextRefusal = -536870199;
+  app.start();
+  const auto panel = content();
+  EXPECT_EQ(panel.mainButton.title.english(), "Turn On");
+  EXPECT_EQ(panel.statusLine.english(), "Off");
+  EXPECT_EQ(panel.retry.dontRetry, (PanelButton{TextCatalog::dontRetry, PanelAction::stopRetrying()}));
+  ASSERT_TRUE(panel.retry.failure);
+  EXPECT_EQ(panel.retry.failure->symbol, NoteSymbol::error);
+  EXPECT_EQ(panel.retry.failure->text.english(), "macOS couldn't keep your Mac awake (IOKit error -536870199).");
+}
+
+// --- Deepwake ---
+
+TEST_F(AwakePanelContentTest, DeepwakeTurningOnIsNotShownAsOnBeforeTheHelperConfirms) {
+  app.start();
+  app.helper->holdsReplies = true;
+  app.lid->turnOnJoiningSessionOr(7200);
+  ASSERT_TRUE(app.lid->isTurningOn());
+  const auto panel = content();
+  EXPECT_FALSE(panel.deepwake.toggle.isOn);
+  EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
+  EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
+  EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeUntilSessionEnds));
+  EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
+}
+
+TEST_F(AwakePanelContentTest, DeepwakeOnShowsTheLidClosedGlyphAndWording) {
+  app.start();
+  app.turnOnDeepwake(7200);
+  auto panel = content();
+  EXPECT_TRUE(panel.deepwake.toggle.isOn);
+  EXPECT_EQ(panel.deepwake.toggle.action(false), PanelAction::setDeepwake(false));
+  EXPECT_EQ(panel.deepwake.toggle.action(true), PanelAction::setDeepwake(true));
+  EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::doubleMug, true));
+  EXPECT_EQ(panel.statusLine.english(), "On \u00B7 2:00:00 left");
+  EXPECT_EQ(panel.explanation.english(), "Your Mac won't fall asleep until the session ends, even with the lid closed.");
+  EXPECT_EQ(panel.explanation.key()->table(), TextTable::deepwake);
+  EXPECT_EQ(panel.deepwake.precaution, std::nullopt);
+
+  app.awake->turnOn(std::nullopt);
+  panel = content();
+  EXPECT_EQ(panel.explanation.english(), "Your Mac won't fall asleep, even with the lid closed.");
+}
+
+TEST_F(AwakePanelContentTest, AFailingHelperIsExplainedUnderTheSwitch) {
+  app.start();
+  app.helper->nextRenewalError = std::make_exception_ptr(
+      LidSleepBlockerError::helperRefused(LidHelperRefusal::settingOnElsewhere().reason()));
+  app.lid->turnOnJoiningSessionOr(7200);
+  const auto panel = content();
+  EXPECT_FALSE(panel.deepwake.toggle.isOn);
+  EXPECT_EQ(panel.deepwake.failure, errorNote(TextCatalog::settingOnElsewhere));
+  EXPECT_EQ(panel.retry.failure, std::nullopt);  // the awake session itself runs
+}
+
+TEST_F(AwakePanelContentTest, AnUnconfirmedResetWarnsThatTheMacMayStayAwake) {
+  app.start();
+  app.turnOnDeepwake();
+  app.helper->nextRevocationError = std::make_exception_ptr(
+      LidSleepBlockerError::helperRefused(LidHelperRefusal::settingNotPutBack("pmset failed").reason()));
+  app.lid->turnOff();
+  const auto panel = content();
+  EXPECT_FALSE(panel.deepwake.toggle.isOn);
+  ASSERT_TRUE(panel.deepwake.failure);
+  EXPECT_EQ(panel.deepwake.failure->text.english(),
+            "Your Mac may stay awake with the lid closed. Deepwake's helper couldn't restore the sleep setting and "
+            "is still trying (pmset failed).");
+}
+
+TEST_F(AwakePanelContentTest, BeforeTheHeatWarningIsAcknowledgedTheSwitchIsOffAndTheWarningShows) {
+  app.heatWarning->acknowledged = false;
+  app.start();
+  const auto panel = content();
+  EXPECT_FALSE(panel.deepwake.toggle.isEnabled);
+  ASSERT_TRUE(panel.deepwake.precaution);
+  EXPECT_EQ(panel.deepwake.precaution->symbol, NoteSymbol::heat);
+  EXPECT_EQ(symbolName(panel.deepwake.precaution->symbol), "thermometer.high");
+  EXPECT_EQ(panel.deepwake.precaution->text.english(),
+            "With the lid shut and no display attached, heat can build up. Keep your Mac out of bags and other "
+            "enclosed spaces while it is working.");
+  ASSERT_TRUE(panel.deepwake.precaution->link);
+  EXPECT_EQ(panel.deepwake.precaution->link->title.english(), "I understand");
+  EXPECT_EQ(panel.deepwake.precaution->link->accessibilityLabel, LocalizedText(TextCatalog::iUnderstandTheHeatWarning));
+  EXPECT_EQ(panel.deepwake.precaution->link->action, PanelAction::acknowledgeHeatWarning());
+}
+
+TEST_F(AwakePanelContentTest, OnBatteryWithNoDisplayDeepwakeAsksToKeepTheMacUncovered) {
+  app.machine->current = {.isOnBattery = true, .hasExternalDisplay = false};
+  app.start();
+  EXPECT_EQ(content().deepwake.precaution, std::nullopt);  // only while Deepwake runs
+
+  app.turnOnDeepwake();
+  const auto panel = content();
+  ASSERT_TRUE(panel.deepwake.precaution);
+  EXPECT_EQ(panel.deepwake.precaution->symbol, NoteSymbol::heat);
+  EXPECT_EQ(panel.deepwake.precaution->text.english(),
+            "On battery with no display attached. Keep your Mac uncovered so heat can escape.");
+  EXPECT_EQ(panel.deepwake.precaution->link, std::nullopt);
+}
+
+// --- Open at login ---
+
+TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPane) {
+  app.loginItemService->setState(LoginItemState::requiresApproval);
+  app.start();
+  auto panel = content(sonoma);
+  EXPECT_TRUE(panel.login.toggle.isOn);
+  ASSERT_TRUE(panel.login.approval);
+  EXPECT_EQ(panel.login.approval->symbol, NoteSymbol::information);
+  EXPECT_EQ(panel.login.approval->text.english(), "Approve Wakeloft in System Settings.");
+  ASSERT_TRUE(panel.login.approval->link);
+  EXPECT_EQ(panel.login.approval->link->title.english(), "Open Login Items\u2026");
+  EXPECT_EQ(panel.login.approval->link->action, PanelAction::openLoginItemsSettings());
+
+  panel = content(sequoia);
+  EXPECT_EQ(panel.login.approval->link->title.english(), "Open Login Items & Extensions\u2026");
+  EXPECT_EQ(panel.login.toggle.action(false), PanelAction::setOpenAtLogin(false));
+}
+
+TEST_F(AwakePanelContentTest, AnAppOutsideApplicationsIsToldToMove) {
+  app.loginItemService = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, /*isAtStableLocation=*/false);
+  app.start();
+  auto panel = content();
+  EXPECT_TRUE(panel.login.toggle.isOn);
+  ASSERT_TRUE(panel.login.location);
+  EXPECT_EQ(panel.login.location->text.english(),
+            "Wakeloft isn't in Applications, so it may not open at your next login. Move it to Applications, then "
+            "turn this back on.");
+
+  app.loginItem->setEnabled(false);
+  EXPECT_EQ(content().login.location, std::nullopt);  // nothing to warn about while off
+}
+
+TEST_F(AwakePanelContentTest, ALoginItemTheSystemRefusedShowsTheSystemsWords) {
+  app.start();
+  app.loginItemService->nextRegistrationError = std::make_exception_ptr(std::runtime_error("Operation not permitted"));
+  app.loginItem->setEnabled(true);
+  const auto panel = content();
+  EXPECT_FALSE(panel.login.toggle.isOn);
+  EXPECT_EQ(panel.login.failure, errorNote(LocalizedText::verbatim("Operation not permitted")));
+}
+
+}  // namespace
+}  // namespace wakeloft

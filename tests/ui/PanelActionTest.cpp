@@ -1,0 +1,135 @@
+#include "ui/PanelAction.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "TestControllers.h"
+#include "lid/LidSleepBlockerError.h"
+#include "ui/AwakePanelContent.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TestControllers;
+
+class PanelActionTest : public ::testing::Test {
+ protected:
+  void SetUp() override { app.start(); }
+  void run(const PanelAction& action) { perform(action, app.controllers(), [this] { ++settingsOpened; }); }
+
+  TestControllers app;
+  int settingsOpened = 0;
+};
+
+TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffAgain) {
+  run(PanelAction::toggleAwakeMode());
+  EXPECT_TRUE(app.awake->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+  run(PanelAction::toggleAwakeMode());
+  EXPECT_FALSE(app.awake->isOn());
+  EXPECT_FALSE(app.intents->isAwakeRequested());
+}
+
+TEST_F(PanelActionTest, TurningAwakeModeOffEndsDeepwakeFirst) {
+  app.turnOnDeepwake();
+  run(AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).mainButton.action);
+  EXPECT_FALSE(app.awake->isOn());
+  // Off at once, not only once its deadline timer has run.
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_EQ(app.lid->switchOffs(), 1);
+  EXPECT_EQ(app.helper->revokeCount, 1);
+  EXPECT_FALSE(app.helper->isEngaged());
+}
+
+TEST_F(PanelActionTest, PresetsStartTimedSessionsAndTheTimerCanBeDropped) {
+  run(PanelAction::turnOnAwakeMode(AwakeDuration{3600}));
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
+  run(PanelAction::turnOnAwakeMode(std::nullopt));
+  EXPECT_TRUE(app.awake->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+}
+
+TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHours) {
+  run(PanelAction::setDeepwake(true));
+  EXPECT_TRUE(app.lid->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));
+
+  run(PanelAction::setDeepwake(false));
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_TRUE(app.awake->isOn());  // the session runs on
+
+  run(PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
+  run(PanelAction::setDeepwake(true));
+  EXPECT_TRUE(app.lid->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(1800));
+}
+
+TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {
+  app.heatWarning->acknowledged = false;
+  app.start();
+  run(PanelAction::setDeepwake(true));
+  EXPECT_FALSE(app.lid->isOn());
+  run(PanelAction::acknowledgeHeatWarning());
+  EXPECT_TRUE(app.heatWarning->acknowledged);
+  run(PanelAction::setDeepwake(true));
+  EXPECT_TRUE(app.lid->isOn());
+}
+
+TEST_F(PanelActionTest, DontRetryForgetsTheRequestedSession) {
+  app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
+  app.assertion->nextRefusal = -1;
+  app.start();
+  ASSERT_TRUE(app.awake->isRequested());
+  run(PanelAction::stopRetrying());
+  EXPECT_FALSE(app.awake->isRequested());
+  EXPECT_FALSE(app.intents->isAwakeRequested());
+  EXPECT_EQ(app.awake->lastFailure(), std::nullopt);
+}
+
+TEST_F(PanelActionTest, TheLoginSwitchAndLinkReachTheSystem) {
+  run(PanelAction::setOpenAtLogin(true));
+  EXPECT_TRUE(app.loginItem->isEnabled());
+  run(PanelAction::setOpenAtLogin(false));
+  EXPECT_EQ(app.loginItemService->unregisterCount, 1);
+  EXPECT_FALSE(app.loginItem->isRegistered());
+  run(PanelAction::openLoginItemsSettings());
+  EXPECT_EQ(settingsOpened, 1);
+}
+
+TEST_F(PanelActionTest, OpeningThePanelRefreshesLoginSessionLeaseAndLidInThatOrder) {
+  app.turnOnDeepwake(600);
+  app.heatWarning->acknowledged = false;  // changed elsewhere meanwhile
+  app.loginItemService->setState(LoginItemState::requiresApproval);
+  app.clocks.pass(601);  // no timer has fired
+
+  std::vector<std::string> told;
+  auto login = app.loginItem->observe([&] { told.push_back("login"); });
+  auto awake = app.awake->observe([&] { told.push_back(app.awake->isOn() ? "awake on" : "awake off"); });
+  auto lid = app.lid->observe([&] {
+    told.push_back(std::string("lid") + (app.lid->isOn() ? " on" : " off") +
+                   (app.lid->hasAcknowledgedHeatWarning() ? " acknowledged" : ""));
+  });
+
+  run(AwakePanelContent::onOpen());
+  EXPECT_TRUE(app.loginItem->needsApproval());
+  EXPECT_FALSE(app.awake->isOn());
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_FALSE(app.lid->hasAcknowledgedHeatWarning());
+
+  // The login item first; the session's end before the lease check that
+  // ends Deepwake; the lid's store last.
+  const auto at = [&](const std::string& entry) { return std::find(told.begin(), told.end(), entry) - told.begin(); };
+  const auto never = static_cast<long>(told.size());
+  ASSERT_FALSE(told.empty());
+  EXPECT_EQ(told.front(), "login");
+  EXPECT_LT(at("awake off"), never);
+  EXPECT_LT(at("awake off"), at("lid off acknowledged"));
+  EXPECT_LT(at("lid off acknowledged"), never);
+  EXPECT_EQ(told.back(), "lid off");
+}
+
+}  // namespace
+}  // namespace wakeloft
