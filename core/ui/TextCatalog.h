@@ -84,6 +84,18 @@ class TextCatalog {
   static constexpr TextKey openLoginItemsAndExtensions{"Open Login Items & Extensions\u2026", TextTable::standard};
   static constexpr TextKey openLoginItems{"Open Login Items\u2026", TextTable::standard};
 
+  // --- Settings menu and its popovers ---
+  static constexpr TextKey settings{"Settings", TextTable::standard};
+  static constexpr TextKey choosePresetDurations{"Choose preset durations\u2026", TextTable::standard};
+  static constexpr TextKey aboutWakeloft{"About Wakeloft", TextTable::standard};
+  static constexpr TextKey checkForUpdates{"Check for Updates\u2026", TextTable::standard};
+  static constexpr TextKey sendFeedback{"Send Feedback", TextTable::standard};
+  static constexpr TextKey quitWakeloft{"Quit Wakeloft", TextTable::standard};
+  static constexpr TextKey presetDurations{"Preset durations", TextTable::standard};
+  static constexpr TextKey presetDurationsHint{"Star up to three. If you don't star any, the panel shows no presets.",
+                                               TextTable::standard};
+  static constexpr TextKey version{"Version %@", TextTable::standard};
+
   // --- Quit confirmation ---
   static constexpr TextKey quitAndStopAwakeMode{"Quit and stop awake mode?", TextTable::standard};
   static constexpr TextKey awakeModeQuitConsequence{

@@ -11,7 +11,10 @@
 #include "TestControllers.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
+#include "ui/AboutPopupContent.h"
 #include "ui/QuitConfirmationAlert.h"
+#include "ui/SettingsMenu.h"
+#include "ui/SettingsPopupContent.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
@@ -100,6 +103,24 @@ KeySet produced() {
   KeySet keys;
   for (const auto& failure : everyFailure()) collect(keys, FailureText::describing(failure));
   collectPanels(keys);
+
+  collect(keys, SettingsMenu::buttonTitle());
+  for (const auto& item : SettingsMenu::items()) {
+    if (item.title) collect(keys, *item.title);
+  }
+  testing::TestControllers app;
+  app.start();
+  const auto chooser = SettingsPopupContent::current(*app.presets, "en_US");
+  collect(keys, chooser.title);
+  collect(keys, chooser.hint);
+  for (const auto& row : chooser.rows) collect(keys, row.label);
+  struct Utc final : TimeZone {
+    int secondsFromGMT(Date) const override { return 0; }
+  };
+  const auto about = AboutPopupContent::current(AboutInfo{"1.0", ""}, Date{0}, Utc());
+  collect(keys, about.name);
+  collect(keys, *about.version);
+  collect(keys, about.copyright);
   for (const auto& question : {QuitConfirmation::awakeMode(600), QuitConfirmation::deepwake(600)}) {
     const auto alert = QuitConfirmationAlert::make(question, "en_US", LayoutDirection::leftToRight);
     collect(keys, alert->title);

@@ -1,0 +1,39 @@
+#include "ui/AboutPopupContent.h"
+
+#include <gtest/gtest.h>
+
+namespace wakeloft {
+namespace {
+
+struct FixedOffset final : TimeZone {
+  int seconds;
+  explicit FixedOffset(int offset) : seconds(offset) {}
+  int secondsFromGMT(Date) const override { return seconds; }
+};
+
+// 2024-12-31 23:30 UTC.
+constexpr Date newYearsEve{1735687800};
+
+TEST(AboutPopupContentTest, ShowsNameVersionAndCopyright) {
+  const auto content = AboutPopupContent::current(AboutInfo{"1.4", "212"}, newYearsEve, FixedOffset(0), "Ada Lovelace");
+  EXPECT_EQ(content.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
+  EXPECT_EQ(content.name.english(), "Wakeloft");
+  ASSERT_TRUE(content.version);
+  EXPECT_EQ(content.version->english(), "Version 1.4 (212)");
+  EXPECT_EQ(content.copyright.english(), "\u00A9 2024 Ada Lovelace");
+  EXPECT_TRUE(content.copyright.isVerbatim());
+}
+
+TEST(AboutPopupContentTest, TheYearTurnsAtLocalMidnight) {
+  EXPECT_EQ(AboutPopupContent::current(std::nullopt, newYearsEve, FixedOffset(3600), "A").copyright.english(),
+            "\u00A9 2025 A");
+}
+
+TEST(AboutPopupContentTest, WithoutAVersionTheLineIsLeftOut) {
+  const auto content = AboutPopupContent::current(std::nullopt, newYearsEve, FixedOffset(0));
+  EXPECT_EQ(content.version, std::nullopt);
+  EXPECT_EQ(content.copyright.english(), "\u00A9 2024 " + AboutPopupContent::copyrightHolder());
+}
+
+}  // namespace
+}  // namespace wakeloft

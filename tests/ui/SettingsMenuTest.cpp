@@ -1,0 +1,73 @@
+#include "ui/SettingsMenu.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace wakeloft {
+namespace {
+
+using Command = SettingsMenu::Command;
+using Popup = SettingsMenu::Popup;
+
+TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKey) {
+  const auto items = SettingsMenu::items();
+  ASSERT_EQ(items.size(), 6u);
+  const std::vector<std::string> titles = {"Choose preset durations\u2026", "About Wakeloft", "Check for Updates\u2026",
+                                           "Send Feedback"};
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    EXPECT_EQ(items[i].title->english(), titles[i]);
+    EXPECT_EQ(items[i].keyEquivalent, "");
+  }
+  EXPECT_EQ(items[0].command, Command::choosePresetDurations);
+  EXPECT_EQ(items[3].command, Command::sendFeedback);
+  EXPECT_TRUE(items[4].isSeparator());
+  EXPECT_EQ(items[5].title->english(), "Quit Wakeloft");
+  EXPECT_EQ(items[5].command, Command::quit);
+  EXPECT_EQ(items[5].keyEquivalent, "q");
+  EXPECT_EQ(SettingsMenu::buttonTitle().english(), "Settings");
+}
+
+TEST(SettingsMenuTest, PopsUpBelowTheAnchorOnItsLeadingSide) {
+  const SettingsMenu::Bounds anchor{0, 0, 232, 1};
+  EXPECT_EQ(SettingsMenu::popUpLocation(anchor, LayoutDirection::leftToRight), (SettingsMenu::Point{-14, -14}));
+  EXPECT_EQ(SettingsMenu::popUpLocation(anchor, LayoutDirection::rightToLeft), (SettingsMenu::Point{246, -14}));
+  const SettingsMenu::Bounds offset{10, 5, 100, 20};
+  EXPECT_EQ(SettingsMenu::popUpLocation(offset, LayoutDirection::leftToRight), (SettingsMenu::Point{-4, -9}));
+  EXPECT_EQ(SettingsMenu::popUpLocation(offset, LayoutDirection::rightToLeft), (SettingsMenu::Point{124, -9}));
+}
+
+TEST(SettingsMenuTest, CommandsOpenOnePopoverAtATimeOrReachTheirActions) {
+  std::vector<std::string> calls;
+  SettingsMenu menu({[&] { calls.push_back("update"); }, [&] { calls.push_back("feedback"); },
+                     [&] { calls.push_back("quit"); }, [&] { calls.push_back("activate"); }});
+  EXPECT_EQ(menu.popup(), std::nullopt);
+
+  menu.perform(Command::choosePresetDurations);
+  EXPECT_EQ(menu.popup(), Popup::settings);
+  menu.perform(Command::about);  // replaces the preset chooser
+  EXPECT_EQ(menu.popup(), Popup::about);
+  EXPECT_EQ(calls, (std::vector<std::string>{"activate", "activate"}));
+
+  menu.perform(Command::checkForUpdates);
+  menu.perform(Command::sendFeedback);
+  menu.perform(Command::quit);
+  EXPECT_EQ(calls, (std::vector<std::string>{"activate", "activate", "update", "feedback", "quit"}));
+  EXPECT_EQ(menu.popup(), Popup::about);
+
+  menu.popupClosed();
+  EXPECT_EQ(menu.popup(), std::nullopt);
+}
+
+TEST(SettingsMenuTest, FeedbackCarriesVersionsAndTheInterfaceLanguage) {
+  const std::string site = std::string("https://") + WAKELOFT_FEEDBACK_HOST;
+  EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"1.4", "212"}, {14, 6, 1}, {"de", "en"}),
+            site + "/de/feedback?app=1.4%20%28212%29&macos=14.6.1");
+  EXPECT_EQ(SettingsMenu::feedbackAddress(std::nullopt, {15, 0, 0}, {}), site + "/feedback?macos=15.0");
+  EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"2.0", ""}, {15, 1, 0}, {"en"}),
+            site + "/feedback?app=2.0&macos=15.1");
+}
+
+}  // namespace
+}  // namespace wakeloft
