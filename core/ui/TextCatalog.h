@@ -41,6 +41,14 @@ class TextCatalog {
       "usual again.",
       TextTable::deepwake};
 
+  // --- Menu-bar item ---
+  static constexpr TextKey iconOff{"Wakeloft: off", TextTable::standard};
+  static constexpr TextKey iconOn{"Wakeloft: on", TextTable::standard};
+  static constexpr TextKey iconOnWithTimerRunning{"Wakeloft: on, timer running", TextTable::standard};
+  static constexpr TextKey iconOnWithLidClosed{"Wakeloft: Deepwake on", TextTable::deepwake};
+  static constexpr TextKey iconOnWithLidClosedAndTimerRunning{"Wakeloft: Deepwake on, timer running",
+                                                              TextTable::deepwake};
+
   // --- Awake panel ---
   static constexpr TextKey wakeloft{"Wakeloft", TextTable::standard};
   static constexpr TextKey spokenOff{"Wakeloft, off", TextTable::standard};

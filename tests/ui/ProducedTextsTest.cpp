@@ -11,6 +11,7 @@
 #include "TestControllers.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
+#include "ui/MenuBarItem.h"
 #include "ui/AboutPopupContent.h"
 #include "ui/QuitConfirmationAlert.h"
 #include "ui/SettingsMenu.h"
@@ -103,6 +104,12 @@ KeySet produced() {
   KeySet keys;
   for (const auto& failure : everyFailure()) collect(keys, FailureText::describing(failure));
   collectPanels(keys);
+  for (const bool timer : {false, true}) {
+    for (const bool lid : {false, true}) {
+      collect(keys, MenuBarItem::iconLabel({true, timer, lid}));
+    }
+  }
+  collect(keys, MenuBarItem::iconLabel({}));
 
   collect(keys, SettingsMenu::buttonTitle());
   for (const auto& item : SettingsMenu::items()) {

@@ -1,0 +1,44 @@
+#include "ui/MenuBarItem.h"
+
+#include <gtest/gtest.h>
+
+#include "TestControllers.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TestControllers;
+
+std::string label(const TestControllers& app) {
+  return MenuBarItem::iconLabel(MenuBarItem::icon(*app.awake, *app.lid)).english();
+}
+
+TEST(MenuBarItemTest, TheIconFollowsSessionTimerAndDeepwake) {
+  TestControllers app;
+  app.start();
+  EXPECT_EQ(MenuBarItem::icon(*app.awake, *app.lid), MenuBarIcon{});
+  EXPECT_EQ(label(app), "Wakeloft: off");
+
+  app.awake->turnOn(std::nullopt);
+  EXPECT_EQ(label(app), "Wakeloft: on");
+  app.awake->turnOn(600);
+  EXPECT_EQ(MenuBarItem::icon(*app.awake, *app.lid), (MenuBarIcon{true, true, false}));
+  EXPECT_EQ(label(app), "Wakeloft: on, timer running");
+
+  app.turnOnDeepwake();
+  EXPECT_EQ(label(app), "Wakeloft: Deepwake on, timer running");
+  app.awake->turnOn(std::nullopt);
+  EXPECT_EQ(label(app), "Wakeloft: Deepwake on");
+
+  app.awake->turnOff();
+  EXPECT_EQ(label(app), "Wakeloft: off");  // whatever Deepwake has not yet noticed
+}
+
+TEST(MenuBarItemTest, DeepwakeLabelsComeFromTheirOwnTable) {
+  EXPECT_EQ(MenuBarItem::iconLabel({true, false, true}).key()->table(), TextTable::deepwake);
+  EXPECT_EQ(MenuBarItem::iconLabel({true, true, true}).key()->table(), TextTable::deepwake);
+  EXPECT_EQ(MenuBarItem::iconLabel({true, true, false}).key()->table(), TextTable::standard);
+}
+
+}  // namespace
+}  // namespace wakeloft
