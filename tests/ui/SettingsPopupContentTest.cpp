@@ -12,8 +12,9 @@ namespace {
 class SettingsPopupContentTest : public ::testing::Test {
  protected:
   std::vector<bool> stars() const {
+    const auto content = SettingsPopupContent::current(presets, "en_US");
     std::vector<bool> starred;
-    for (const auto& row : SettingsPopupContent::current(presets, "en_US").rows) starred.push_back(row.isStarred);
+    for (const auto& row : content.rows) starred.push_back(row.isStarred);
     return starred;
   }
 

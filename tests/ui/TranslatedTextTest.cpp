@@ -1,0 +1,54 @@
+// The interface's texts resolved through the translated tables, as the app
+// shows them to German and Arabic users.
+
+#include <gtest/gtest.h>
+
+#include "AppTables.h"
+#include "TestControllers.h"
+#include "ui/AwakePanelContent.h"
+#include "ui/QuitConfirmationAlert.h"
+#include "ui/TextCatalog.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::LanguageTables;
+using testing::TestControllers;
+
+TEST(TranslatedTextTest, APanelInGermanWithGermanDurations) {
+  const LanguageTables german("de");
+  TestControllers app;
+  app.start();
+  app.awake->turnOn(5430);
+  const auto panel = AwakePanelContent::current(app.controllers(), "de_DE", {15, 0, 0});
+  EXPECT_EQ(panel.statusLine.resolved(german.lookup()), "Ein \u00B7 noch 1:30:30");
+  EXPECT_EQ(panel.header.spokenStatus.resolved(german.lookup()),
+            "Wakeloft, ein, noch " + AwakeDuration{5400}.label("de_DE"));
+  EXPECT_EQ(panel.mainButton.title.resolved(german.lookup()), "Ausschalten");
+  EXPECT_EQ(panel.deepwake.toggle.title.resolved(german.lookup()), "Deepwake");
+}
+
+TEST(TranslatedTextTest, NumbersAndDetailsGoIntoTheTranslatedSentences) {
+  const LanguageTables german("de");
+  const LanguageTables arabic("ar");
+  const LocalizedText code(TextCatalog::assertionRefused, {std::int32_t{-536870199}});
+  EXPECT_EQ(code.resolved(german.lookup()), "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler -536870199).");
+  EXPECT_EQ(code.resolved(arabic.lookup()),
+            "\u062A\u0639\u0630\u0651\u0631 \u0639\u0644\u0649 macOS \u0625\u0628\u0642\u0627\u0621 "
+            "\u062C\u0647\u0627\u0632 Mac \u0645\u0633\u062A\u064A\u0642\u0638\u064B\u0627 (\u062E\u0637\u0623 IOKit "
+            "\u0631\u0642\u0645 -536870199).");
+}
+
+TEST(TranslatedTextTest, AQuitQuestionInArabicKeepsItsSentenceOrder) {
+  const LanguageTables arabic("ar");
+  const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(1500), "ar", LayoutDirection::rightToLeft);
+  ASSERT_TRUE(alert);
+  const std::string message = alert->message.resolved(arabic.lookup());
+  const std::string label = AwakeDuration{1500}.label("ar");
+  EXPECT_EQ(message.find("\u064A\u062A\u0628\u0642\u0649 " + label), 0u);  // "%@ left" comes first
+  EXPECT_NE(message.find("Deepwake"), std::string::npos);
+  EXPECT_EQ(alert->buttons[1].title.resolved(arabic.lookup()), "\u0625\u0644\u063A\u0627\u0621");
+}
+
+}  // namespace
+}  // namespace wakeloft
