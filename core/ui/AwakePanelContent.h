@@ -22,6 +22,9 @@ struct AwakePanelContent {
   static constexpr double statusRedrawInterval = 1.0;
   // The caption of the presets sits this far above their row.
   static constexpr double presetsCaptionSpacing = 6;
+  // The box a footnote's symbol sits in, so the texts line up; scales with
+  // the footnote text style.
+  static constexpr double noteSymbolWidth = 12;
 
   // The glyph and the title; one accessibility element whose label is the
   // spoken status.

@@ -19,14 +19,6 @@ TEST(FailureTextTest, AssertionCodesAreShownSignedInDecimal) {
             LocalizedText(TextCatalog::assertionRefused, {std::int32_t{5}}));
 }
 
-TEST(FailureTextTest, HelperStatesAreToldInDeepwakeWords) {
-  EXPECT_EQ(FailureText::describing(AwakeFailure::LidHelperUnavailable{}),
-            LocalizedText(TextCatalog::lidHelperUnavailable));
-  EXPECT_EQ(FailureText::describing(AwakeFailure::LidHelperRequiresApproval{}),
-            LocalizedText(TextCatalog::lidHelperRequiresApproval));
-  EXPECT_EQ(TextCatalog::lidHelperUnavailable.table(), TextTable::deepwake);
-  EXPECT_EQ(TextCatalog::assertionRefused.table(), TextTable::standard);
-}
 
 TEST(FailureTextTest, MessagesFromElsewhereAreShownWordForWord) {
   const auto text = FailureText::describing(AwakeFailure::Reported{"The disk is full. 100% (%@)"});
@@ -57,10 +49,6 @@ TEST(FailureTextTest, RefusalsWithoutDetailHaveTheirOwnSentence) {
             "as usual again.");
 }
 
-TEST(FailureTextTest, ARefusalDecodedFromTheWireReadsTheSame) {
-  const auto decoded = LidHelperRefusal::fromReason(LidHelperRefusal::settingOnElsewhere().reason());
-  EXPECT_EQ(FailureText::describing(decoded), LocalizedText(TextCatalog::settingOnElsewhere));
-}
 
 }  // namespace
 }  // namespace wakeloft

@@ -47,12 +47,6 @@ TEST(LocalizedTextTest, IllFormedBytesAreRepairedBeforeAnyViewSeesThem) {
   EXPECT_EQ(std::get<std::string>(text.arguments()[0]), "\xEF\xBF\xBD");
 }
 
-TEST(LocalizedTextTest, EqualOnlyWithTheSameKeyAndArguments) {
-  EXPECT_EQ(refused, LocalizedText(TextCatalog::assertionRefused, {std::int32_t{-3}}));
-  EXPECT_NE(refused, LocalizedText(TextCatalog::assertionRefused, {std::int32_t{3}}));
-  EXPECT_NE(LocalizedText(TextCatalog::lidHelperUnavailable), LocalizedText::verbatim(
-      std::string(TextCatalog::lidHelperUnavailable.key())));
-}
 
 }  // namespace
 }  // namespace wakeloft

@@ -34,11 +34,6 @@ TEST(MenuBarItemTest, TheIconFollowsSessionTimerAndDeepwake) {
   EXPECT_EQ(label(app), "Wakeloft: off");  // whatever Deepwake has not yet noticed
 }
 
-TEST(MenuBarItemTest, DeepwakeLabelsComeFromTheirOwnTable) {
-  EXPECT_EQ(MenuBarItem::iconLabel({true, false, true}).key()->table(), TextTable::deepwake);
-  EXPECT_EQ(MenuBarItem::iconLabel({true, true, true}).key()->table(), TextTable::deepwake);
-  EXPECT_EQ(MenuBarItem::iconLabel({true, true, false}).key()->table(), TextTable::standard);
-}
 
 }  // namespace
 }  // namespace wakeloft

@@ -47,15 +47,12 @@ TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocale) {
   EXPECT_EQ(germanLabel.sentences()[1], LocalizedText(TextCatalog::quit));
 }
 
-TEST(QuitConfirmationAlertTest, DeepwakeIsAskedInItsOwnTable) {
+TEST(QuitConfirmationAlertTest, DeepwakeIsAskedAboutWithItsOwnWords) {
   const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
   ASSERT_TRUE(alert);
-  EXPECT_EQ(alert->title, LocalizedText(TextCatalog::quitAndEndDeepwakeQuestion));
-  EXPECT_EQ(alert->title.key()->table(), TextTable::deepwake);
+  EXPECT_EQ(alert->title.english(), "Quit and end Deepwake?");
   EXPECT_EQ(alert->message.english(), std::string("1h left in this session. ") + deepwakeConsequence);
-  EXPECT_EQ(alert->message.sentences()[1].key()->table(), TextTable::deepwake);
   EXPECT_EQ(alert->buttons[0].title.english(), "Quit and end Deepwake");
-  EXPECT_EQ(alert->buttons[0].title.key()->table(), TextTable::deepwake);
   EXPECT_EQ(alert->buttons[1].keyEquivalent, std::string(QuitConfirmationAlert::escapeKey));
   EXPECT_EQ(alert->layoutDirection, LayoutDirection::rightToLeft);
 }
