@@ -1,0 +1,27 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "lid/LidAwakeController.h"
+#include "session/AwakeController.h"
+
+// The application delegate: asks before a quit that would end a session or
+// Deepwake, never questions the system's own quits or the relaunch after an
+// update, and holds the quit back until Deepwake has handed the sleep
+// setting back (5 seconds at most). Every decision is the portable QuitFlow's;
+// this turns AppKit's questions and answers into its terms. Main thread only.
+@interface QuitConfirmationDelegate : NSObject <NSApplicationDelegate>
+
+- (instancetype)init NS_DESIGNATED_INITIALIZER;
+
+// Gives the delegate the two awake controllers; later calls change nothing.
+- (void)attachAwake:(std::shared_ptr<wakeloft::AwakeController>)awake
+                lid:(std::shared_ptr<wakeloft::LidAwakeController>)lid;
+@property(nonatomic, readonly) BOOL hasControllers;
+
+// Set just before an update relaunches the app.
+@property(nonatomic, getter=isRelaunchingForUpdate) BOOL relaunchingForUpdate;
+
+@end

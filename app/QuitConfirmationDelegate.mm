@@ -1,0 +1,117 @@
+#import "QuitConfirmationDelegate.h"
+
+#include <cstddef>
+#include <optional>
+
+#include "BundleTexts.h"
+#include "RunningAppLanguage.h"
+#include "base/MainThread.h"
+#include "ui/QuitAppleEvent.h"
+#include "ui/QuitConfirmationAlert.h"
+#include "ui/QuitFlow.h"
+
+using namespace wakeloft;
+
+namespace {
+
+// AppKit lays an alert out lazily and gives its views the application's
+// direction; the alert's own is set on every view once it is laid out.
+void setLayoutDirection(NSView* view, NSUserInterfaceLayoutDirection direction) {
+  view.userInterfaceLayoutDirection = direction;
+  for (NSView* subview in view.subviews) setLayoutDirection(subview, direction);
+}
+
+NSAlert* makeAlert(const QuitConfirmationAlert& content) {
+  NSAlert* alert = [[NSAlert alloc] init];
+  alert.alertStyle = NSAlertStyleInformational;
+  alert.messageText = BundleTexts::string(content.title);
+  alert.informativeText = BundleTexts::string(content.message);
+  // The confirm button comes first, so it answers Return; Cancel is given
+  // Escape in every language, not only where it is called "Cancel".
+  for (const auto& button : content.buttons) {
+    NSButton* added = [alert addButtonWithTitle:BundleTexts::string(button.title)];
+    if (!button.keyEquivalent.empty()) added.keyEquivalent = BundleTexts::string(button.keyEquivalent);
+  }
+  if (content.layoutDirection == LayoutDirection::rightToLeft) {
+    [alert layout];
+    setLayoutDirection(alert.window.contentView, NSUserInterfaceLayoutDirectionRightToLeft);
+  }
+  return alert;
+}
+
+bool askByAlert(const QuitConfirmation& confirmation) {
+  const auto content =
+      QuitConfirmationAlert::make(confirmation, RunningAppLanguage::locale(), RunningAppLanguage::layoutDirection());
+  if (!content) return true;
+  NSAlert* alert = makeAlert(*content);
+  // A menu-bar app is not in front; without this the alert would open behind
+  // the active app's windows.
+  [NSApp activate];
+  const NSModalResponse response = [alert runModal];
+  return response >= NSAlertFirstButtonReturn &&
+         QuitConfirmationAlert::isConfirmed(static_cast<std::size_t>(response - NSAlertFirstButtonReturn));
+}
+
+std::optional<QuitAppleEvent> currentAppleEvent() {
+  NSAppleEventDescriptor* event = NSAppleEventManager.sharedAppleEventManager.currentAppleEvent;
+  if (!event) return std::nullopt;
+  QuitAppleEvent read{event.eventClass, event.eventID, std::nullopt, std::nullopt};
+  if (NSAppleEventDescriptor* parameter = [event paramDescriptorForKeyword:QuitAppleEvent::quitReasonKeyword]) {
+    read.reasonParameter = parameter.enumCodeValue;
+  }
+  if (NSAppleEventDescriptor* attribute = [event attributeDescriptorForKeyword:QuitAppleEvent::quitReasonKeyword]) {
+    read.reasonAttribute = attribute.enumCodeValue;
+  }
+  return read;
+}
+
+NSApplicationTerminateReply applicationReply(TerminateReply reply) {
+  switch (reply) {
+    case TerminateReply::now: return NSTerminateNow;
+    case TerminateReply::cancel: return NSTerminateCancel;
+    case TerminateReply::later: return NSTerminateLater;
+  }
+  return NSTerminateNow;
+}
+
+}  // namespace
+
+@implementation QuitConfirmationDelegate {
+  std::unique_ptr<QuitFlow> _flow;
+}
+
+- (instancetype)init {
+  requireMainThread("QuitConfirmationDelegate");
+  self = [super init];
+  if (self) {
+    _flow = std::make_unique<QuitFlow>(
+        askByAlert, [] { return QuitAppleEvent::isSystemQuit(currentAppleEvent()); },
+        [](bool quit) { [NSApp replyToApplicationShouldTerminate:quit]; });
+  }
+  return self;
+}
+
+- (void)attachAwake:(std::shared_ptr<AwakeController>)awake lid:(std::shared_ptr<LidAwakeController>)lid {
+  requireMainThread("QuitConfirmationDelegate attach");
+  _flow->attach(std::move(awake), std::move(lid));
+}
+
+- (BOOL)hasControllers {
+  return _flow->hasControllers();
+}
+
+- (BOOL)isRelaunchingForUpdate {
+  return _flow->isRelaunchingForUpdate();
+}
+
+- (void)setRelaunchingForUpdate:(BOOL)relaunching {
+  requireMainThread("QuitConfirmationDelegate relaunch");
+  _flow->setRelaunchingForUpdate(relaunching);
+}
+
+- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {
+  requireMainThread("applicationShouldTerminate");
+  return applicationReply(_flow->shouldTerminate());
+}
+
+@end

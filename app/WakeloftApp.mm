@@ -1,0 +1,89 @@
+#import "WakeloftApp.h"
+
+#include <memory>
+
+#include "CodeSigningIdentity.h"
+#include "IOKitPowerAssertions.h"
+#include "SMAppServiceLidHelperRegistration.h"
+#include "SMAppServiceLoginItem.h"
+#include "SystemDeadlineRecheckNotifier.h"
+#include "SystemMachineConditions.h"
+#include "SystemMachineConditionsNotifier.h"
+#include "UserDefaultsDomain.h"
+#include "XPCLidSleepBlocker.h"
+#include "base/MainThread.h"
+#include "clock/SystemContinuousTimeProvider.h"
+#include "clock/SystemDateProvider.h"
+#include "clock/TimerDeadlineScheduler.h"
+#include "ui/AppControllers.h"
+
+#import "QuitConfirmationDelegate.h"
+
+using namespace wakeloft;
+
+namespace {
+
+AppControllers::SystemParts systemParts() {
+  return {
+      .powerAssertions = [] { return std::make_shared<IOKitPowerAssertions>(); },
+      .dates = [] { return std::make_shared<SystemDateProvider>(); },
+      .continuousTime = [] { return std::make_shared<SystemContinuousTimeProvider>(); },
+      .deadlineScheduler = [] { return std::make_shared<TimerDeadlineScheduler>(); },
+      .recheckNotifier = [] { return std::make_shared<SystemDeadlineRecheckNotifier>(); },
+      .helperRegistration =
+          [](std::string_view plistName) { return std::make_shared<SMAppServiceLidHelperRegistration>(plistName); },
+      .teamIdentifier = [] { return CodeSigningIdentity::currentTeamIdentifier(); },
+      .lidSleepBlocker =
+          [](std::shared_ptr<LidHelperRegistration> registration, std::optional<std::string> requirement,
+             double replyTimeout) {
+            return std::make_shared<XPCLidSleepBlocker>(std::move(registration), std::move(requirement), replyTimeout);
+          },
+      .machineConditions = [] { return std::make_shared<SystemMachineConditions>(); },
+      .conditionsNotifier = [] { return std::make_shared<SystemMachineConditionsNotifier>(); },
+      .loginItem = [] { return std::make_shared<SMAppServiceLoginItem>(); },
+  };
+}
+
+// The standard user defaults; the stores keep a reference for the life of
+// the process.
+DefaultsDomain& standardDefaults() {
+  static UserDefaultsDomain defaults;
+  return defaults;
+}
+
+// Strong, for the life of the process: NSApplication holds its delegate
+// weakly, and the app value holds the delegate.
+WakeloftApp* theApp = nil;
+
+}  // namespace
+
+@implementation WakeloftApp {
+  QuitConfirmationDelegate* _quitConfirmation;
+  Controllers _controllers;
+}
+
++ (void)launch {
+  requireMainThread("WakeloftApp launch");
+  if (theApp) return;
+  theApp = [[WakeloftApp alloc] init];
+}
+
++ (Controllers)live {
+  return AppControllers::live(systemParts(), standardDefaults());
+}
+
+- (instancetype)init {
+  self = [super init];
+  if (!self) return nil;
+
+  _quitConfirmation = [[QuitConfirmationDelegate alloc] init];
+  NSApp.delegate = _quitConfirmation;
+
+  _controllers = [WakeloftApp live];
+
+  // A second app value must never swap the controllers the delegate quits with.
+  if (!_quitConfirmation.hasControllers) [_quitConfirmation attachAwake:_controllers.awake lid:_controllers.lid];
+  return self;
+}
+
+@end

@@ -1,0 +1,56 @@
+#include "ui/AppControllers.h"
+
+#include "base/MainThread.h"
+#include "helper/LidHelperService.h"
+#include "lease/LidSleepLease.h"
+#include "lid/UserDefaultsLidAwakeStore.h"
+#include "prefs/UserDefaultsPresetDurationStore.h"
+#include "session/IOKitSleepBlocker.h"
+#include "session/UserDefaultsAwakeIntentStore.h"
+
+namespace wakeloft::AppControllers {
+
+Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
+  requireMainThread("AppControllers::live");
+  auto blocker = std::make_shared<IOKitSleepBlocker>(parts.powerAssertions(), IOKitSleepBlocker::appReason);
+  auto intents = std::make_shared<UserDefaultsAwakeIntentStore>(defaults);
+  auto dates = parts.dates();
+  auto continuous = parts.continuousTime();
+  auto scheduler = parts.deadlineScheduler();
+  auto recheck = parts.recheckNotifier();
+  auto awake = std::make_shared<AwakeController>(std::move(blocker), std::move(intents), std::move(dates),
+                                                 std::move(continuous), std::move(scheduler), std::move(recheck),
+                                                 /*restoringPreviousState=*/true);
+
+  auto lid = deepwake(awake, defaults, parts);
+
+  // Registering again points the system at this copy of the app after a move
+  // or an update.
+  auto loginItem = std::make_shared<LoginItemController>(parts.loginItem(), /*repairingRegistration=*/true);
+
+  auto presets =
+      std::make_shared<PresetDurationsController>(std::make_shared<UserDefaultsPresetDurationStore>(defaults));
+
+  return {std::move(awake), std::move(lid), std::move(loginItem), std::move(presets)};
+}
+
+std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,
+                                             const SystemParts& parts) {
+  requireMainThread("AppControllers::deepwake");
+  auto registration = parts.helperRegistration(LidHelperService::plistName);
+  // The helper signs with its label as identifier; only a helper of the app's
+  // own team is spoken to.
+  auto requirement = LidHelperService::codeRequirement(LidHelperService::label, parts.teamIdentifier());
+  auto blocker = parts.lidSleepBlocker(std::move(registration), std::move(requirement), LidSleepLease::replyTimeout);
+  auto store = std::make_shared<UserDefaultsLidAwakeStore>(defaults);
+  auto machine = parts.machineConditions();
+  auto conditionsNotifier = parts.conditionsNotifier();
+  auto dates = parts.dates();
+  auto renewals = parts.deadlineScheduler();
+  auto sessionEnd = parts.deadlineScheduler();
+  return std::make_shared<LidAwakeController>(std::move(riding), std::move(blocker), std::move(store),
+                                              std::move(machine), std::move(conditionsNotifier), std::move(dates),
+                                              std::move(renewals), std::move(sessionEnd));
+}
+
+}  // namespace wakeloft::AppControllers

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/DefaultsDomain.h"
+#include "clock/ContinuousTimeProvider.h"
+#include "clock/DateProvider.h"
+#include "clock/DeadlineRecheckNotifier.h"
+#include "clock/DeadlineScheduler.h"
+#include "lid/LidHelperRegistration.h"
+#include "lid/LidSleepBlocker.h"
+#include "lid/MachineConditions.h"
+#include "lid/MachineConditionsNotifier.h"
+#include "prefs/LoginItem.h"
+#include "session/PowerAssertions.h"
+#include "ui/Controllers.h"
+
+namespace wakeloft {
+
+// The app's four long-lived controllers, built once at launch over the
+// system's parts. Building the awake controller restores the session asked
+// for before the last quit. Main thread only.
+namespace AppControllers {
+
+// The system's side of each controller. Every part is made only when the
+// launch comes to it, so the system is touched in the launch order; a
+// factory called twice makes two parts.
+struct SystemParts {
+  std::function<std::shared_ptr<PowerAssertions>()> powerAssertions;
+  std::function<std::shared_ptr<const DateProvider>()> dates;
+  std::function<std::shared_ptr<const ContinuousTimeProvider>()> continuousTime;
+  std::function<std::shared_ptr<DeadlineScheduler>()> deadlineScheduler;
+  std::function<std::shared_ptr<DeadlineRecheckNotifier>()> recheckNotifier;
+  // The helper daemon's registration under its property list's file name.
+  std::function<std::shared_ptr<LidHelperRegistration>(std::string_view plistName)> helperRegistration;
+  // This app's signing team, read from its own signature; absent unsigned.
+  std::function<std::optional<std::string>()> teamIdentifier;
+  // The lease client; an absent requirement means no helper can be trusted.
+  std::function<std::shared_ptr<LidSleepBlocker>(std::shared_ptr<LidHelperRegistration> registration,
+                                                 std::optional<std::string> helperRequirement, double replyTimeout)>
+      lidSleepBlocker;
+  std::function<std::shared_ptr<const MachineConditions>()> machineConditions;
+  std::function<std::shared_ptr<MachineConditionsNotifier>()> conditionsNotifier;
+  // The app itself as a login item.
+  std::function<std::shared_ptr<LoginItem>()> loginItem;
+};
+
+// In order: the awake controller (restoring the previous session), Deepwake
+// riding on it, the login item with its registration repaired, the starred
+// presets. The stores keep `defaults` by reference: it must outlive them.
+Controllers live(const SystemParts& parts, DefaultsDomain& defaults);
+
+// Deepwake for `riding`: the helper's registration, its code requirement
+// pinned to the app's team, the lease client, the heat-warning store on
+// `defaults`, the machine conditions, and one scheduler for the lease
+// renewals and another for the session's end.
+std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,
+                                             const SystemParts& parts);
+
+}  // namespace AppControllers
+}  // namespace wakeloft

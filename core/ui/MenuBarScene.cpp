@@ -1,0 +1,111 @@
+#include "ui/MenuBarScene.h"
+
+#include <cmath>
+
+#include "base/MainThread.h"
+#include "ui/MenuBarItem.h"
+#include "ui/PanelAction.h"
+
+namespace wakeloft {
+
+MenuBarScene::MenuBarScene(Controllers controllers, std::string locale, OperatingSystemVersion system,
+                           std::shared_ptr<const DateProvider> dates, std::shared_ptr<DeadlineScheduler> ticks,
+                           Views views, Defer defer)
+    : controllers_(std::move(controllers)),
+      locale_(std::move(locale)),
+      system_(system),
+      dates_(std::move(dates)),
+      ticks_(std::move(ticks)),
+      views_(std::move(views)),
+      defer_(std::move(defer)) {
+  requireMainThread("MenuBarScene");
+  const auto onChange = weakSelf_([](MenuBarScene& self) { self.changed(); });
+  subscriptions_.push_back(controllers_.awake->observe(onChange));
+  subscriptions_.push_back(controllers_.lid->observe(onChange));
+  subscriptions_.push_back(controllers_.loginItem->observe(onChange));
+  subscriptions_.push_back(controllers_.presets->observe(onChange));
+  showIcon();
+}
+
+MenuBarScene::~MenuBarScene() {
+  if (isTicking_) ticks_->cancel();
+}
+
+void MenuBarScene::panelWillOpen() {
+  requireMainThread("MenuBarScene::panelWillOpen");
+  isPanelOpen_ = true;
+  refresh();
+  showIcon();
+  showPanel(/*always=*/true);
+  updateTicking();
+}
+
+void MenuBarScene::panelBecameKey() {
+  requireMainThread("MenuBarScene::panelBecameKey");
+  refresh();
+}
+
+void MenuBarScene::panelDidClose() {
+  requireMainThread("MenuBarScene::panelDidClose");
+  isPanelOpen_ = false;
+  // The next opening builds the panel anew.
+  shownPanel_.reset();
+  updateTicking();
+}
+
+double MenuBarScene::untilNextSecond(double remaining) {
+  if (!(remaining > 0)) return 0;
+  return remaining - (std::ceil(remaining) - 1);
+}
+
+void MenuBarScene::refresh() {
+  // A session that ran out, a lease that lapsed or an approval given while
+  // the panel was closed shows at once.
+  perform(AwakePanelContent::onOpen(), controllers_, nullptr);
+}
+
+void MenuBarScene::changed() {
+  if (isRenderPending_) return;
+  isRenderPending_ = true;
+  defer_(weakSelf_([](MenuBarScene& self) {
+    self.isRenderPending_ = false;
+    self.render();
+  }));
+}
+
+void MenuBarScene::render() {
+  showIcon();
+  if (isPanelOpen_) showPanel(/*always=*/false);
+  updateTicking();
+}
+
+void MenuBarScene::showIcon() {
+  const auto icon = MenuBarItem::icon(*controllers_.awake, *controllers_.lid);
+  if (shownIcon_ == icon) return;
+  shownIcon_ = icon;
+  if (views_.showIcon) views_.showIcon(icon, MenuBarItem::iconLabel(icon));
+}
+
+void MenuBarScene::showPanel(bool always) {
+  auto content = AwakePanelContent::current(controllers_, locale_, system_);
+  if (!always && shownPanel_ == content) return;
+  shownPanel_ = content;
+  if (views_.showPanel) views_.showPanel(content);
+}
+
+void MenuBarScene::updateTicking() {
+  const auto& awake = *controllers_.awake;
+  const auto remaining = awake.isOn() && awake.activeUntil() ? awake.remaining() : std::nullopt;
+  if (!isPanelOpen_ || !remaining || !(*remaining > 0)) {
+    if (isTicking_) ticks_->cancel();
+    isTicking_ = false;
+    return;
+  }
+  isTicking_ = true;
+  ticks_->schedule(dates_->now().adding(untilNextSecond(*remaining)), weakSelf_([](MenuBarScene& self) {
+                     self.isTicking_ = false;
+                     self.render();
+                   }));
+}
+
+}  // namespace wakeloft

@@ -1,0 +1,208 @@
+#include "ui/AppControllers.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "TestControllers.h"
+#include "base/InMemoryDefaultsDomain.h"
+#include "helper/LidHelperService.h"
+#include "lid/InMemoryLidSleepBlocker.h"
+#include "lid/UserDefaultsLidAwakeStore.h"
+#include "prefs/InMemoryLoginItem.h"
+#include "prefs/UserDefaultsPresetDurationStore.h"
+#include "session/UserDefaultsAwakeIntentStore.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::ManualDeadlineScheduler;
+using testing::ManualMachineClocks;
+using testing::ManualRecheckNotifier;
+
+// Power assertions that always succeed and remember what they were asked.
+struct RecordingPowerAssertions final : PowerAssertions {
+  std::vector<std::string> names;
+  Creation create(const std::string&, std::uint32_t, const std::string& name) override {
+    names.push_back(name);
+    return {0, static_cast<std::uint32_t>(names.size())};
+  }
+  std::int32_t release(std::uint32_t) override { return 0; }
+};
+
+struct FixedRegistration final : LidHelperRegistration {
+  std::string plistName;
+  LidHelperStatus status() const override { return LidHelperStatus::enabled; }
+  void registerHelper() override {}
+};
+
+struct NoConditionsNotifier final : MachineConditionsNotifier {
+  void observe(std::function<void()>) override {}
+};
+
+// System parts that log each time one is made, in memory and on manual
+// clocks.
+class AppControllersTest : public ::testing::Test {
+ protected:
+  AppControllers::SystemParts parts() {
+    return {
+        .powerAssertions =
+            [this] {
+              made.push_back("power assertions");
+              return assertions;
+            },
+        .dates =
+            [this] {
+              made.push_back("dates");
+              return clocks.dates;
+            },
+        .continuousTime =
+            [this] {
+              made.push_back("continuous time");
+              return clocks.continuous;
+            },
+        .deadlineScheduler =
+            [this] {
+              made.push_back("scheduler");
+              schedulers.push_back(std::make_shared<ManualDeadlineScheduler>());
+              return schedulers.back();
+            },
+        .recheckNotifier =
+            [this] {
+              made.push_back("recheck notifier");
+              return std::make_shared<ManualRecheckNotifier>();
+            },
+        .helperRegistration =
+            [this](std::string_view plistName) {
+              made.push_back("helper registration");
+              registration = std::make_shared<FixedRegistration>();
+              registration->plistName = plistName;
+              return registration;
+            },
+        .teamIdentifier =
+            [this] {
+              made.push_back("team");
+              return team;
+            },
+        .lidSleepBlocker =
+            [this](std::shared_ptr<LidHelperRegistration> given, std::optional<std::string> requirement,
+                   double replyTimeout) {
+              made.push_back("lid sleep blocker");
+              blockerRegistration = std::move(given);
+              helperRequirement = std::move(requirement);
+              blockerReplyTimeout = replyTimeout;
+              return helper;
+            },
+        .machineConditions =
+            [this] {
+              made.push_back("machine conditions");
+              return machine;
+            },
+        .conditionsNotifier =
+            [this] {
+              made.push_back("conditions notifier");
+              return std::make_shared<NoConditionsNotifier>();
+            },
+        .loginItem =
+            [this] {
+              made.push_back("login item");
+              return loginItem;
+            },
+    };
+  }
+
+  InMemoryDefaultsDomain defaults;
+  ManualMachineClocks clocks;
+  std::shared_ptr<RecordingPowerAssertions> assertions = std::make_shared<RecordingPowerAssertions>();
+  std::shared_ptr<InMemoryLidSleepBlocker> helper = std::make_shared<InMemoryLidSleepBlocker>();
+  std::shared_ptr<testing::SettableMachineConditions> machine = std::make_shared<testing::SettableMachineConditions>();
+  std::shared_ptr<InMemoryLoginItem> loginItem =
+      std::make_shared<InMemoryLoginItem>(LoginItemState::disabled, /*isAtStableLocation=*/true);
+  std::optional<std::string> team = "ABCDE12345";
+
+  std::vector<std::string> made;
+  std::vector<std::shared_ptr<ManualDeadlineScheduler>> schedulers;
+  std::shared_ptr<FixedRegistration> registration;
+  std::shared_ptr<LidHelperRegistration> blockerRegistration;
+  std::optional<std::string> helperRequirement;
+  double blockerReplyTimeout = 0;
+};
+
+TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrder) {
+  const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
+                                            "recheck notifier", "helper registration", "team", "lid sleep blocker",
+                                            "machine conditions", "conditions notifier", "dates", "scheduler",
+                                            "scheduler", "login item"}));
+  EXPECT_TRUE(controllers.awake && controllers.lid && controllers.loginItem && controllers.presets);
+}
+
+TEST_F(AppControllersTest, TheSessionAskedForBeforeTheLastQuitIsRestored) {
+  defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
+  const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_TRUE(controllers.awake->isOn());
+  EXPECT_EQ(assertions->names, (std::vector<std::string>{"Wakeloft is keeping this Mac awake"}));
+  EXPECT_FALSE(controllers.lid->isOn());  // Deepwake is never restored
+}
+
+TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
+  defaults.set(UserDefaultsLidAwakeStore::key, true);
+  const auto controllers = AppControllers::live(parts(), defaults);
+  ASSERT_EQ(schedulers.size(), 3u);
+
+  ASSERT_TRUE(controllers.lid->turnOnJoiningSessionOr(AwakeDuration::lidClosedDefault.seconds));
+  EXPECT_TRUE(controllers.lid->isOn());
+  const auto end = clocks.now().adding(AwakeDuration::lidClosedDefault.seconds);
+  EXPECT_EQ(controllers.awake->activeUntil(), end);
+  EXPECT_EQ(schedulers[0]->pending, end);                       // the session's own timer
+  EXPECT_EQ(schedulers[1]->pending, clocks.now().adding(10));   // the lease's renewal
+  EXPECT_EQ(schedulers[2]->pending, end);                       // Deepwake's end with the session
+
+  // The session's end reaches Deepwake through its own scheduler.
+  controllers.awake->turnOff();
+  EXPECT_EQ(schedulers[2]->pending, clocks.now());
+  schedulers[2]->fire();
+  EXPECT_FALSE(controllers.lid->isOn());
+}
+
+TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeam) {
+  AppControllers::live(parts(), defaults);
+  ASSERT_TRUE(registration);
+  EXPECT_EQ(registration->plistName, "com.wakeloft.app.lidhelper.plist");
+  EXPECT_EQ(blockerRegistration, registration);
+  EXPECT_EQ(blockerReplyTimeout, 2.0);
+  EXPECT_EQ(helperRequirement, LidHelperService::codeRequirement("com.wakeloft.app.lidhelper", "ABCDE12345"));
+  ASSERT_TRUE(helperRequirement);
+  EXPECT_NE(helperRequirement->find("\"com.wakeloft.app.lidhelper\""), std::string::npos);
+  EXPECT_NE(helperRequirement->find("\"ABCDE12345\""), std::string::npos);
+}
+
+TEST_F(AppControllersTest, AnUnsignedAppTrustsNoHelper) {
+  team.reset();
+  AppControllers::live(parts(), defaults);
+  EXPECT_EQ(helperRequirement, std::nullopt);
+}
+
+TEST_F(AppControllersTest, AnEnabledLoginItemIsRegisteredAgain) {
+  loginItem->setState(LoginItemState::enabled);
+  const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_EQ(loginItem->registerCount, 1);
+  EXPECT_TRUE(controllers.loginItem->isEnabled());
+}
+
+TEST_F(AppControllersTest, StarsAndTheHeatWarningAreReadFromTheSameDefaults) {
+  defaults.set(UserDefaultsPresetDurationStore::key, DefaultsValue::Array{1800.0, 14400.0});
+  defaults.set(UserDefaultsLidAwakeStore::key, true);
+  const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_EQ(controllers.presets->pinned(), (std::vector<AwakeDuration>{{1800}, {14400}}));
+  EXPECT_TRUE(controllers.lid->hasAcknowledgedHeatWarning());
+
+  controllers.presets->pin({AwakeDuration{3600}});
+  EXPECT_EQ(defaults.object(UserDefaultsPresetDurationStore::key), (DefaultsValue{DefaultsValue::Array{3600.0}}));
+}
+
+}  // namespace
+}  // namespace wakeloft
