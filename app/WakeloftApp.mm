@@ -17,6 +17,7 @@
 #include "clock/TimerDeadlineScheduler.h"
 #include "ui/AppControllers.h"
 
+#import "MenuBarStatusItem.h"
 #import "QuitConfirmationDelegate.h"
 
 using namespace wakeloft;
@@ -60,6 +61,8 @@ WakeloftApp* theApp = nil;
 @implementation WakeloftApp {
   QuitConfirmationDelegate* _quitConfirmation;
   Controllers _controllers;
+  MenuBarStatusItem* _menuBarItem;
+  id<NSObject> _launchObserver;
 }
 
 + (void)launch {
@@ -83,7 +86,23 @@ WakeloftApp* theApp = nil;
 
   // A second app value must never swap the controllers the delegate quits with.
   if (!_quitConfirmation.hasControllers) [_quitConfirmation attachAwake:_controllers.awake lid:_controllers.lid];
+
+  // The scene goes into the menu bar once the application has launched.
+  __weak WakeloftApp* weakSelf = self;
+  _launchObserver = [NSNotificationCenter.defaultCenter addObserverForName:NSApplicationDidFinishLaunchingNotification
+                                                                    object:NSApp
+                                                                     queue:NSOperationQueue.mainQueue
+                                                                usingBlock:^(NSNotification*) {
+                                                                  [weakSelf showScene];
+                                                                }];
   return self;
+}
+
+- (void)showScene {
+  requireMainThread("WakeloftApp scene");
+  [NSNotificationCenter.defaultCenter removeObserver:_launchObserver];
+  _launchObserver = nil;
+  if (!_menuBarItem) _menuBarItem = [[MenuBarStatusItem alloc] initWithControllers:_controllers];
 }
 
 @end

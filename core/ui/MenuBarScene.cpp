@@ -53,6 +53,13 @@ void MenuBarScene::panelDidClose() {
   updateTicking();
 }
 
+void MenuBarScene::perform(const PanelAction& action) {
+  requireMainThread("MenuBarScene::perform");
+  wakeloft::perform(action, controllers_, views_.openLoginItemsSettings);
+  mustShowPanel_ = true;
+  changed();
+}
+
 double MenuBarScene::untilNextSecond(double remaining) {
   if (!(remaining > 0)) return 0;
   return remaining - (std::ceil(remaining) - 1);
@@ -61,7 +68,7 @@ double MenuBarScene::untilNextSecond(double remaining) {
 void MenuBarScene::refresh() {
   // A session that ran out, a lease that lapsed or an approval given while
   // the panel was closed shows at once.
-  perform(AwakePanelContent::onOpen(), controllers_, nullptr);
+  wakeloft::perform(AwakePanelContent::onOpen(), controllers_, views_.openLoginItemsSettings);
 }
 
 void MenuBarScene::changed() {
@@ -88,7 +95,8 @@ void MenuBarScene::showIcon() {
 
 void MenuBarScene::showPanel(bool always) {
   auto content = AwakePanelContent::current(controllers_, locale_, system_);
-  if (!always && shownPanel_ == content) return;
+  if (!always && !mustShowPanel_ && shownPanel_ == content) return;
+  mustShowPanel_ = false;
   shownPanel_ = content;
   if (views_.showPanel) views_.showPanel(content);
 }

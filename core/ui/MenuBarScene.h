@@ -28,10 +28,13 @@ namespace wakeloft {
 // wakes. Main thread only.
 class MenuBarScene {
  public:
+  // The platform's side of the scene.
   struct Views {
     // The status item's image and what VoiceOver calls it.
     std::function<void(const MenuBarIcon& icon, const LocalizedText& label)> showIcon;
     std::function<void(const AwakePanelContent& content)> showPanel;
+    // The system's login-item settings, which no controller opens.
+    std::function<void()> openLoginItemsSettings;
   };
   // Runs the work in a later turn of the main loop.
   using Defer = std::function<void(std::function<void()>)>;
@@ -52,6 +55,10 @@ class MenuBarScene {
   // The user brought the panel's window to the front: up to date again.
   void panelBecameKey();
   void panelDidClose();
+  // What a control of the panel does. The panel is shown again afterwards
+  // even when nothing changed, so that a switch the controllers refused
+  // goes back to how things stand.
+  void perform(const PanelAction& action);
 
   bool isPanelOpen() const { return isPanelOpen_; }
   const Controllers& controllers() const { return controllers_; }
@@ -78,6 +85,7 @@ class MenuBarScene {
 
   bool isPanelOpen_ = false;
   bool isRenderPending_ = false;
+  bool mustShowPanel_ = false;
   bool isTicking_ = false;
   std::optional<MenuBarIcon> shownIcon_;
   std::optional<AwakePanelContent> shownPanel_;

@@ -26,7 +26,8 @@ class MenuBarSceneTest : public ::testing::Test {
                               icons.push_back(icon);
                               iconLabels.push_back(label.english());
                             },
-                            [this](const AwakePanelContent& content) { panels.push_back(content); }},
+                            [this](const AwakePanelContent& content) { panels.push_back(content); },
+                            [this] { ++loginItemsOpened; }},
         [this](std::function<void()> work) { deferred.push_back(std::move(work)); });
   }
 
@@ -47,6 +48,7 @@ class MenuBarSceneTest : public ::testing::Test {
   std::vector<std::string> iconLabels;
   std::vector<AwakePanelContent> panels;
   std::vector<std::function<void()>> deferred;
+  int loginItemsOpened = 0;
   std::unique_ptr<MenuBarScene> scene;
 };
 
@@ -122,7 +124,7 @@ TEST_F(MenuBarSceneTest, ChangesMadeTogetherRenderOnce) {
 
   // The main button ends Deepwake, then the session: several properties of
   // two controllers change in one action.
-  perform(panels.back().mainButton.action, app.controllers(), nullptr);
+  scene->perform(panels.back().mainButton.action);
   app.helper->answerAll();
   EXPECT_EQ(panels.size(), 1u);
   runDeferred();
@@ -158,6 +160,30 @@ TEST_F(MenuBarSceneTest, TheClosedPanelIsNotRenderedAndReopensInFull) {
   scene->panelWillOpen();
   EXPECT_EQ(panels.size(), 3u);
   EXPECT_EQ(shownStatusLine(), "On");
+}
+
+TEST_F(MenuBarSceneTest, ARefusedSwitchIsShownAgainAsThingsStand) {
+  app.heatWarning->acknowledged = false;
+  app.start();
+  makeScene();
+  scene->panelWillOpen();
+  ASSERT_FALSE(panels.back().deepwake.toggle.isOn);
+
+  // The switch was flipped on screen, but the heat warning comes first.
+  scene->perform(panels.back().deepwake.toggle.action(true));
+  runDeferred();
+  ASSERT_EQ(panels.size(), 2u);
+  EXPECT_FALSE(panels.back().deepwake.toggle.isOn);
+  EXPECT_EQ(panels[0], panels[1]);
+}
+
+TEST_F(MenuBarSceneTest, TheLoginItemsLinkOpensTheSystemSettings) {
+  app.loginItemService->setState(LoginItemState::requiresApproval);
+  makeScene();
+  scene->panelWillOpen();
+  ASSERT_TRUE(panels.back().login.approval);
+  scene->perform(panels.back().login.approval->link->action);
+  EXPECT_EQ(loginItemsOpened, 1);
 }
 
 // --- The countdown ---

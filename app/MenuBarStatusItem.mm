@@ -1,0 +1,103 @@
+#import "MenuBarStatusItem.h"
+
+#import <ServiceManagement/ServiceManagement.h>
+
+#include <memory>
+
+#import "AwakePanel.h"
+#include "BundleTexts.h"
+#include "GlyphImages.h"
+#include "RunningAppLanguage.h"
+#include "RunningSystemVersion.h"
+#include "base/MainThread.h"
+#include "clock/SystemDateProvider.h"
+#include "clock/TimerDeadlineScheduler.h"
+#include "ui/MenuBarScene.h"
+
+using namespace wakeloft;
+
+@implementation MenuBarStatusItem {
+  NSStatusItem* _statusItem;
+  NSPopover* _popover;
+  AwakePanel* _panel;
+  std::unique_ptr<MenuBarScene> _scene;
+}
+
+- (instancetype)initWithControllers:(Controllers)controllers {
+  requireMainThread("MenuBarStatusItem");
+  self = [super init];
+  if (!self) return nil;
+  __weak MenuBarStatusItem* weakSelf = self;
+
+  _statusItem = [NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength];
+  _statusItem.button.target = self;
+  _statusItem.button.action = @selector(togglePanel:);
+
+  _panel = [[AwakePanel alloc]
+      initWithPerform:[weakSelf](const PanelAction& action) {
+        MenuBarStatusItem* strongSelf = weakSelf;
+        if (strongSelf) strongSelf->_scene->perform(action);
+      }
+               footer:nil];
+  _panel.onBecomeKey = ^{
+    MenuBarStatusItem* strongSelf = weakSelf;
+    if (strongSelf && strongSelf->_popover.shown) strongSelf->_scene->panelBecameKey();
+  };
+  _panel.onCancel = ^{
+    [weakSelf closePanel];
+  };
+
+  _popover = [[NSPopover alloc] init];
+  _popover.behavior = NSPopoverBehaviorTransient;
+  _popover.animates = YES;
+  _popover.contentViewController = _panel;
+  _popover.delegate = self;
+
+  MenuBarScene::Views views{
+      .showIcon =
+          [weakSelf](const MenuBarIcon& icon, const LocalizedText& label) {
+            MenuBarStatusItem* strongSelf = weakSelf;
+            if (!strongSelf) return;
+            NSStatusBarButton* button = strongSelf->_statusItem.button;
+            button.image = GlyphImages::menuBarIcon(icon, RunningAppLanguage::layoutDirection());
+            [button setAccessibilityLabel:BundleTexts::string(label)];
+          },
+      .showPanel =
+          [weakSelf](const AwakePanelContent& content) {
+            MenuBarStatusItem* strongSelf = weakSelf;
+            if (strongSelf) [strongSelf->_panel render:content];
+          },
+      .openLoginItemsSettings = [] { [SMAppService openSystemSettingsLoginItems]; },
+  };
+  _scene = std::make_unique<MenuBarScene>(std::move(controllers), RunningAppLanguage::locale(), runningSystemVersion(),
+                                          std::make_shared<SystemDateProvider>(),
+                                          std::make_shared<TimerDeadlineScheduler>(), std::move(views));
+  return self;
+}
+
+- (void)togglePanel:(id)sender {
+  requireMainThread("MenuBarStatusItem toggle");
+  if (_popover.shown) {
+    [self closePanel];
+    return;
+  }
+  NSStatusBarButton* button = _statusItem.button;
+  if (!button) return;
+  // Up to date and rendered before it shows, so it opens at its size.
+  _scene->panelWillOpen();
+  [_popover showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
+  // Keyboard use needs the app in front and the panel's window key.
+  [NSApp activate];
+  [_popover.contentViewController.view.window makeKeyWindow];
+  [_panel focusFirstControl];
+}
+
+- (void)closePanel {
+  [_popover performClose:nil];
+}
+
+- (void)popoverDidClose:(NSNotification*)notification {
+  _scene->panelDidClose();
+}
+
+@end
