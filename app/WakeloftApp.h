@@ -5,8 +5,10 @@
 #include "ui/Controllers.h"
 
 // The app value: installs the quit delegate, builds the four controllers
-// once, in their launch order, and hands the two awake controllers to the
-// delegate. It lives until the process ends.
+// once, in their launch order, hands the two awake controllers to the
+// delegate and starts the software updater; once the application has
+// launched, it puts its scene into the menu bar. It lives until the process
+// ends.
 @interface WakeloftApp : NSObject
 
 // Makes the one app value; later calls do nothing. Main thread, before the

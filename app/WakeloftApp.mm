@@ -19,6 +19,7 @@
 
 #import "MenuBarStatusItem.h"
 #import "QuitConfirmationDelegate.h"
+#import "SoftwareUpdate.h"
 
 using namespace wakeloft;
 
@@ -86,6 +87,9 @@ WakeloftApp* theApp = nil;
 
   // A second app value must never swap the controllers the delegate quits with.
   if (!_quitConfirmation.hasControllers) [_quitConfirmation attachAwake:_controllers.awake lid:_controllers.lid];
+
+  // Making the shared updater starts it.
+  SoftwareUpdate.shared.quitConfirmation = _quitConfirmation;
 
   // The scene goes into the menu bar once the application has launched.
   __weak WakeloftApp* weakSelf = self;
