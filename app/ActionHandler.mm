@@ -23,7 +23,10 @@ const char attachedHandlerKey = 0;
 
 - (void)run:(id)sender {
   wakeloft::requireMainThread("an interface action");
-  if (_action) _action(sender);
+  // Held here, so that an action which rebuilds the view holding this handler
+  // runs to its end.
+  void (^action)(id _Nullable) = _action;
+  if (action) action(sender);
 }
 
 + (void)attachTo:(NSControl*)control action:(void (^)(id _Nullable))action {

@@ -208,7 +208,9 @@ NSColor* noteColor(const PanelNote& note) {
 - (void)renderRetry:(const AwakePanelContent::Retry&)retry {
   NSMutableArray<NSView*>* views = [NSMutableArray array];
   if (retry.dontRetry) [views addObject:PanelViews::linkButton(*retry.dontRetry, _perform)];
-  if (retry.failure) [views addObject:PanelViews::note(*retry.failure, noteColor(*retry.failure), contentWidth(), _perform)];
+  if (retry.failure) {
+    [views addObject:PanelViews::note(*retry.failure, noteColor(*retry.failure), contentWidth(), _perform)];
+  }
   [self fill:_retryBlock with:views];
 }
 

@@ -5,6 +5,8 @@
 #include <memory>
 
 #import "AwakePanel.h"
+#import "SettingsMenuButton.h"
+#import "SoftwareUpdate.h"
 #include "BundleTexts.h"
 #include "GlyphImages.h"
 #include "RunningAppLanguage.h"
@@ -20,6 +22,7 @@ using namespace wakeloft;
   NSStatusItem* _statusItem;
   NSPopover* _popover;
   AwakePanel* _panel;
+  SettingsMenuButton* _settings;
   std::unique_ptr<MenuBarScene> _scene;
 }
 
@@ -33,12 +36,16 @@ using namespace wakeloft;
   _statusItem.button.target = self;
   _statusItem.button.action = @selector(togglePanel:);
 
+  _settings = [[SettingsMenuButton alloc] initWithPresets:controllers.presets
+                                          checkForUpdates:^{
+                                            [SoftwareUpdate.shared checkForUpdates];
+                                          }];
   _panel = [[AwakePanel alloc]
       initWithPerform:[weakSelf](const PanelAction& action) {
         MenuBarStatusItem* strongSelf = weakSelf;
         if (strongSelf) strongSelf->_scene->perform(action);
       }
-               footer:nil];
+               footer:_settings.view];
   _panel.onBecomeKey = ^{
     MenuBarStatusItem* strongSelf = weakSelf;
     if (strongSelf && strongSelf->_popover.shown) strongSelf->_scene->panelBecameKey();

@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include <string>
+#include <vector>
 
 #include "glyph/LayoutDirection.h"
 
@@ -20,6 +21,9 @@ NSUserInterfaceLayoutDirection userInterfaceLayoutDirection();
 // The interface's language with the user's regional formats, in the form
 // the portable formatters take ("de_CH").
 const std::string& locale();
+// The main bundle's localisations in the user's order, the interface's
+// language first.
+const std::vector<std::string>& preferredLocalizations();
 
 }  // namespace RunningAppLanguage
 }  // namespace wakeloft

@@ -9,23 +9,21 @@ namespace wakeloft::RunningAppLanguage {
 namespace {
 
 struct Values {
+  std::vector<std::string> preferred;
   LayoutDirection direction;
   std::string locale;
 };
 
-std::vector<std::string> preferredLocalizations() {
-  std::vector<std::string> identifiers;
-  for (NSString* identifier in NSBundle.mainBundle.preferredLocalizations) {
-    if (const char* text = identifier.UTF8String) identifiers.emplace_back(text);
-  }
-  return identifiers;
-}
-
 const Values& values() {
   static const Values computed = [] {
-    const auto preferred = preferredLocalizations();
+    std::vector<std::string> preferred;
+    for (NSString* identifier in NSBundle.mainBundle.preferredLocalizations) {
+      if (const char* text = identifier.UTF8String) preferred.emplace_back(text);
+    }
     const char* base = NSLocale.currentLocale.localeIdentifier.UTF8String;
-    return Values{AppLanguage::direction(preferred), AppLanguage::resolvedLocale(preferred, base ? base : "")};
+    const auto direction = AppLanguage::direction(preferred);
+    auto locale = AppLanguage::resolvedLocale(preferred, base ? base : "");
+    return Values{std::move(preferred), direction, std::move(locale)};
   }();
   return computed;
 }
@@ -40,5 +38,7 @@ NSUserInterfaceLayoutDirection userInterfaceLayoutDirection() {
 }
 
 const std::string& locale() { return values().locale; }
+
+const std::vector<std::string>& preferredLocalizations() { return values().preferred; }
 
 }  // namespace wakeloft::RunningAppLanguage

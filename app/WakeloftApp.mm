@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "BundleTexts.h"
 #include "CodeSigningIdentity.h"
 #include "IOKitPowerAssertions.h"
 #include "SMAppServiceLidHelperRegistration.h"
@@ -16,6 +17,7 @@
 #include "clock/SystemDateProvider.h"
 #include "clock/TimerDeadlineScheduler.h"
 #include "ui/AppControllers.h"
+#include "ui/TextCatalog.h"
 
 #import "MenuBarStatusItem.h"
 #import "QuitConfirmationDelegate.h"
@@ -106,7 +108,23 @@ WakeloftApp* theApp = nil;
   requireMainThread("WakeloftApp scene");
   [NSNotificationCenter.defaultCenter removeObserver:_launchObserver];
   _launchObserver = nil;
-  if (!_menuBarItem) _menuBarItem = [[MenuBarStatusItem alloc] initWithControllers:_controllers];
+  if (_menuBarItem) return;
+  [WakeloftApp installMainMenu];
+  _menuBarItem = [[MenuBarStatusItem alloc] initWithControllers:_controllers];
+}
+
+// Never shown for a menu-bar app, but it answers Command-Q while the panel
+// has the keyboard, through the same quit confirmation as the settings menu.
++ (void)installMainMenu {
+  NSMenu* appMenu = [[NSMenu alloc] initWithTitle:@""];
+  [appMenu addItemWithTitle:BundleTexts::string(TextCatalog::quitWakeloft)
+                     action:@selector(terminate:)
+              keyEquivalent:@"q"];
+  NSMenuItem* appItem = [[NSMenuItem alloc] initWithTitle:@"" action:nil keyEquivalent:@""];
+  appItem.submenu = appMenu;
+  NSMenu* mainMenu = [[NSMenu alloc] initWithTitle:@""];
+  [mainMenu addItem:appItem];
+  NSApp.mainMenu = mainMenu;
 }
 
 @end

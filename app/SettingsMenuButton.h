@@ -1,0 +1,26 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+
+#include "prefs/PresetDurationsController.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+// The "Settings" button at the foot of the panel: its native menu, built
+// each time it opens and popped up beside the menu anchor, and the preset
+// chooser and About box, one popover at a time, anchored to the button. The
+// portable SettingsMenu decides what each command does. Main thread only.
+@interface SettingsMenuButton : NSObject <NSPopoverDelegate>
+
+- (instancetype)initWithPresets:(std::shared_ptr<wakeloft::PresetDurationsController>)presets
+                checkForUpdates:(void (^)(void))checkForUpdates NS_DESIGNATED_INITIALIZER;
+- (instancetype)init NS_UNAVAILABLE;
+
+// The button's row, for the panel to lay out.
+@property(nonatomic, readonly) NSView* view;
+
+@end
+
+NS_ASSUME_NONNULL_END
