@@ -14,6 +14,7 @@ namespace {
 
 NSStackView* stack(NSArray<NSView*>* views, NSUserInterfaceLayoutOrientation orientation, CGFloat spacing) {
   NSStackView* stack = [NSStackView stackViewWithViews:views];
+  stack.translatesAutoresizingMaskIntoConstraints = NO;
   stack.orientation = orientation;
   stack.spacing = spacing;
   stack.alignment =
@@ -53,6 +54,7 @@ NSTextField* wrappingLabel(NSString* text, NSFont* labelFont, NSColor* color, CG
 
 NSButton* pushButton(const PanelButton& button, NSControlSize size, const Perform& perform) {
   NSButton* control = [NSButton buttonWithTitle:BundleTexts::string(button.title) target:nil action:nil];
+  control.translatesAutoresizingMaskIntoConstraints = NO;
   control.controlSize = size;
   control.font = [NSFont systemFontOfSize:[NSFont systemFontSizeForControlSize:size]];
   setAccessibilityLabel(control, button.accessibilityLabel);

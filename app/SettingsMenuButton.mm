@@ -65,6 +65,7 @@ void openFeedbackForm() {
 - (void)buildView {
   const NSFontTextStyle style = NSFontTextStyleBody;
   _view = [[NSView alloc] init];
+  _view.translatesAutoresizingMaskIntoConstraints = NO;
   _view.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
 
   // Under the button, so the button takes every click.

@@ -78,16 +78,13 @@ constexpr CGFloat width = 240;
   _title.stringValue = BundleTexts::string(content.title);
   _hint.stringValue = BundleTexts::string(content.hint);
 
-  NSResponder* focused = self.view.window.firstResponder;
-  NSInteger focusedRow = NSNotFound;
-  for (NSView* old in [_rows.arrangedSubviews copy]) {
-    if (old == focused) focusedRow = [_rows.arrangedSubviews indexOfObject:old];
-    [old removeFromSuperview];
-  }
+  NSArray<NSView*>* oldRows = [_rows.arrangedSubviews copy];
+  const NSUInteger focusedRow = [oldRows indexOfObjectIdenticalTo:(id)self.view.window.firstResponder];
+  for (NSView* old in oldRows) [old removeFromSuperview];
   for (const auto& row : content.rows) [_rows addArrangedSubview:[self starButton:row]];
   // Rebuilt rows keep the keyboard on the row it was on.
-  if (focusedRow != NSNotFound && focusedRow < static_cast<NSInteger>(_rows.arrangedSubviews.count)) {
-    [self.view.window makeFirstResponder:_rows.arrangedSubviews[static_cast<NSUInteger>(focusedRow)]];
+  if (focusedRow != NSNotFound && focusedRow < _rows.arrangedSubviews.count) {
+    [self.view.window makeFirstResponder:_rows.arrangedSubviews[focusedRow]];
   }
 
   [self.view layoutSubtreeIfNeeded];
