@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
+#include "support/FakeClamshell.h"
 #include "support/InMemorySleepSetting.h"
 #include "support/MainLoopPump.h"
 #include "support/ManualClocks.h"
@@ -13,21 +15,19 @@
 namespace wakeloft {
 namespace {
 
+using testing::FakeClamshell;
 using testing::InMemorySleepSetting;
 using testing::ManualDeadlineScheduler;
 using testing::ManualMachineClocks;
 
-struct ShutLid final : Clamshell {
-  bool closed = false;
-  int sleepRequests = 0;
-  std::optional<bool> lidIsClosed() override { return closed; }
-  std::optional<bool> closingCausesSleep() override { return true; }
-  void requestSleep() override { ++sleepRequests; }
-};
+int sleepRequests(const FakeClamshell& lid) {
+  return static_cast<int>(std::count(lid.asked.begin(), lid.asked.end(), "requestSleep"));
+}
 
 class LidHelperDaemonTest : public ::testing::Test {
  protected:
   LidHelperDaemonTest() {
+    lid->closed = false;
     auto log = [this](const std::string& line) { lines.push_back(line); };
     keeper = std::make_shared<LidSleepLeaseKeeper>(setting, clocks.dates, clocks.uptime);
     service = std::make_shared<LidLeaseService>(keeper, log);
@@ -45,7 +45,7 @@ class LidHelperDaemonTest : public ::testing::Test {
 
   ManualMachineClocks clocks;
   std::shared_ptr<InMemorySleepSetting> setting = std::make_shared<InMemorySleepSetting>();
-  std::shared_ptr<ShutLid> lid = std::make_shared<ShutLid>();
+  std::shared_ptr<FakeClamshell> lid = std::make_shared<FakeClamshell>();
   std::shared_ptr<ManualDeadlineScheduler> tick = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<LidSleepLeaseKeeper> keeper;
   std::shared_ptr<LidLeaseService> service;
@@ -119,9 +119,9 @@ TEST_F(LidHelperDaemonTest, AFailingFirstWriteAtStartIsRetriedWithoutAnyRequest)
 TEST_F(LidHelperDaemonTest, TheLastLeaseEndingWithTheLidShutAsksForSleep) {
   lid->closed = true;
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
-  EXPECT_EQ(lid->sleepRequests, 0);
+  EXPECT_EQ(sleepRequests(*lid), 0);
   EXPECT_EQ(ask(1, LidLeaseRequest::disconnect()), std::nullopt);
-  EXPECT_EQ(lid->sleepRequests, 1);
+  EXPECT_EQ(sleepRequests(*lid), 1);
 }
 
 TEST_F(LidHelperDaemonTest, StoppingPutsTheSettingBackAndLooksAtTheLid) {
@@ -136,7 +136,7 @@ TEST_F(LidHelperDaemonTest, StoppingPutsTheSettingBackAndLooksAtTheLid) {
   EXPECT_TRUE(putBack);
   EXPECT_FALSE(setting->value);
   EXPECT_FALSE(tick->pending.has_value());
-  EXPECT_EQ(lid->sleepRequests, 1);
+  EXPECT_EQ(sleepRequests(*lid), 1);
 }
 
 TEST_F(LidHelperDaemonTest, StoppingGivesUpWhenTimeIsUp) {

@@ -19,6 +19,7 @@
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemorySleepBlocker.h"
 #include "support/MainLoopPump.h"
+#include "support/ManualMachineConditions.h"
 #include "support/ManualScheduling.h"
 
 namespace wakeloft {
@@ -26,11 +27,6 @@ namespace {
 
 using testing::pumpMainLoopUntil;
 using testing::RigProcess;
-
-// Linux has no power sources or displays to follow.
-struct NoConditionChanges final : MachineConditionsNotifier {
-  void observe(std::function<void()>) override {}
-};
 
 class DeepwakeRigTest : public ::testing::Test {
  protected:
@@ -45,7 +41,7 @@ class DeepwakeRigTest : public ::testing::Test {
         std::make_shared<SocketLidSleepBlocker>(std::make_shared<RigLidHelperRegistration>(), rig->socketPath,
                                                 getuid()),
         std::make_shared<InMemoryLidAwakeStore>(true), std::make_shared<StaticMachineConditions>(false, true),
-        std::make_shared<NoConditionChanges>(), dates, std::make_shared<TimerDeadlineScheduler>(),
+        std::make_shared<testing::ManualConditionsNotifier>(), dates, std::make_shared<TimerDeadlineScheduler>(),
         std::make_shared<TimerDeadlineScheduler>());
   }
 

@@ -13,33 +13,17 @@
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemorySleepBlocker.h"
 #include "support/ManualClocks.h"
+#include "support/ManualMachineConditions.h"
 #include "support/ManualScheduling.h"
 
 namespace wakeloft {
 namespace {
 
+using testing::ManualConditionsNotifier;
 using testing::ManualDeadlineScheduler;
 using testing::ManualMachineClocks;
 using testing::ManualRecheckNotifier;
-
-// Conditions a test can change, and a notifier it can post.
-struct SettableMachineConditions final : MachineConditions {
-  MachineConditionsSnapshot current;
-  bool isOnBattery() const override { return current.isOnBattery; }
-  bool hasExternalDisplay() const override { return current.hasExternalDisplay; }
-};
-
-struct ManualConditionsNotifier final : MachineConditionsNotifier {
-  std::function<void()> handler;
-  int observeCount = 0;
-  void observe(std::function<void()> newHandler) override {
-    ++observeCount;
-    handler = std::move(newHandler);
-  }
-  void post() {
-    if (handler) handler();
-  }
-};
+using testing::SettableMachineConditions;
 
 std::exception_ptr refused(std::string_view reason) {
   return std::make_exception_ptr(LidSleepBlockerError::helperRefused(std::string(reason)));

@@ -39,10 +39,6 @@ struct FixedRegistration final : LidHelperRegistration {
   void registerHelper() override {}
 };
 
-struct NoConditionsNotifier final : MachineConditionsNotifier {
-  void observe(std::function<void()>) override {}
-};
-
 // System parts that log each time one is made, in memory and on manual
 // clocks.
 class AppControllersTest : public ::testing::Test {
@@ -104,7 +100,7 @@ class AppControllersTest : public ::testing::Test {
         .conditionsNotifier =
             [this] {
               made.push_back("conditions notifier");
-              return std::make_shared<NoConditionsNotifier>();
+              return std::make_shared<testing::ManualConditionsNotifier>();
             },
         .loginItem =
             [this] {

@@ -16,25 +16,11 @@
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemorySleepBlocker.h"
 #include "support/ManualClocks.h"
+#include "support/ManualMachineConditions.h"
 #include "support/ManualScheduling.h"
 #include "ui/Controllers.h"
 
 namespace wakeloft::testing {
-
-// Machine conditions a test can change, and a notifier it can post.
-struct SettableMachineConditions final : MachineConditions {
-  MachineConditionsSnapshot current;
-  bool isOnBattery() const override { return current.isOnBattery; }
-  bool hasExternalDisplay() const override { return current.hasExternalDisplay; }
-};
-
-struct ManualConditionsNotifier final : MachineConditionsNotifier {
-  std::function<void()> handler;
-  void observe(std::function<void()> newHandler) override { handler = std::move(newHandler); }
-  void post() {
-    if (handler) handler();
-  }
-};
 
 // The app's real controllers over in-memory system parts and manual clocks,
 // for tests of what the interface shows and does. The parts can be set up

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "lid/MachineConditions.h"
+#include "lid/MachineConditionsNotifier.h"
+
+namespace wakeloft::testing {
+
+// Machine conditions a test can change.
+struct SettableMachineConditions final : MachineConditions {
+  MachineConditionsSnapshot current;
+  bool isOnBattery() const override { return current.isOnBattery; }
+  bool hasExternalDisplay() const override { return current.hasExternalDisplay; }
+};
+
+// A conditions notifier that tells its handler only when the test posts.
+struct ManualConditionsNotifier final : MachineConditionsNotifier {
+  std::function<void()> handler;
+  int observeCount = 0;
+  void observe(std::function<void()> newHandler) override {
+    ++observeCount;
+    handler = std::move(newHandler);
+  }
+  void post() {
+    if (handler) handler();
+  }
+};
+
+}  // namespace wakeloft::testing
