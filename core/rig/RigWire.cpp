@@ -3,44 +3,18 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/DecimalNumber.h"
 #include "base/Utf8.h"
 
 namespace wakeloft {
 
 namespace {
 
-bool isDecimalNumber(std::string_view text) {
-  std::size_t i = 0;
-  if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
-  std::size_t digits = 0;
-  while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i, ++digits;
-  if (i < text.size() && text[i] == '.') {
-    ++i;
-    while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i, ++digits;
-  }
-  if (digits == 0) return false;
-  if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
-    ++i;
-    if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
-    std::size_t exponentDigits = 0;
-    while (i < text.size() && text[i] >= '0' && text[i] <= '9') ++i, ++exponentDigits;
-    if (exponentDigits == 0) return false;
-  }
-  return i == text.size();
-}
-
 std::optional<double> parseDeadline(std::string_view text) {
   if (text == "nan") return std::nan("");
   if (text == "inf") return HUGE_VAL;
   if (text == "-inf") return -HUGE_VAL;
-  if (!isDecimalNumber(text)) return std::nullopt;
-  if (text.front() == '+') text.remove_prefix(1);
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  // Out of range is still a number; it reads as the infinity it overflows to.
-  if (error == std::errc::result_out_of_range) return text.front() == '-' ? -HUGE_VAL : HUGE_VAL;
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
+  return DecimalNumber::read(text);
 }
 
 }  // namespace

@@ -27,6 +27,9 @@ TEST(RigWireTest, RequestsReadBack) {
   EXPECT_EQ(request("renew inf"), LidLeaseRequest::renew(HUGE_VAL));
   EXPECT_EQ(request("renew -inf"), LidLeaseRequest::renew(-HUGE_VAL));
   EXPECT_EQ(request("renew 1e999"), LidLeaseRequest::renew(HUGE_VAL));
+  EXPECT_EQ(request("renew -1e999"), LidLeaseRequest::renew(-HUGE_VAL));
+  // Too small to represent is a deadline long past, not an infinity.
+  EXPECT_EQ(request("renew 1e-400"), LidLeaseRequest::renew(0));
   EXPECT_TRUE(std::isnan(request("renew nan").until()));
 }
 
