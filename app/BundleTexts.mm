@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#import "NSStringText.h"
+
 namespace wakeloft::BundleTexts {
 
 const TextLookup& lookup() {
@@ -22,11 +24,6 @@ NSString* string(const LocalizedText& text) { return string(text.resolved(lookup
 
 NSString* string(const LocalizedSentences& sentences) { return string(sentences.resolved(lookup())); }
 
-NSString* string(std::string_view utf8) {
-  NSString* converted = [[NSString alloc] initWithBytes:utf8.data()
-                                                 length:utf8.size()
-                                               encoding:NSUTF8StringEncoding];
-  return converted ? converted : @"";
-}
+NSString* string(std::string_view utf8) { return nsString(utf8); }
 
 }  // namespace wakeloft::BundleTexts

@@ -24,6 +24,9 @@ using namespace wakeloft;
   AwakePanel* _panel;
   SettingsMenuButton* _settings;
   std::unique_ptr<MenuBarScene> _scene;
+  // Set while the panel opens: its first control takes the keyboard once its
+  // window has become key.
+  BOOL _focusWhenKey;
 }
 
 - (instancetype)initWithControllers:(Controllers)controllers {
@@ -48,7 +51,12 @@ using namespace wakeloft;
                footer:_settings.view];
   _panel.onBecomeKey = ^{
     MenuBarStatusItem* strongSelf = weakSelf;
-    if (strongSelf && strongSelf->_popover.shown) strongSelf->_scene->panelBecameKey();
+    if (!strongSelf || !strongSelf->_popover.shown) return;
+    strongSelf->_scene->panelBecameKey();
+    if (strongSelf->_focusWhenKey) {
+      strongSelf->_focusWhenKey = NO;
+      [strongSelf->_panel focusFirstControl];
+    }
   };
   _panel.onCancel = ^{
     [weakSelf closePanel];
@@ -92,11 +100,18 @@ using namespace wakeloft;
   if (!button) return;
   // Up to date and rendered before it shows, so it opens at its size.
   _scene->panelWillOpen();
-  [_popover showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
-  // Keyboard use needs the app in front and the panel's window key.
+  // In front before the popover shows: a transient popover of an accessory
+  // app that is not active can close itself on the next event.
   [NSApp activate];
-  [_popover.contentViewController.view.window makeKeyWindow];
-  [_panel focusFirstControl];
+  _focusWhenKey = YES;
+  [_popover showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
+  NSWindow* panelWindow = _popover.contentViewController.view.window;
+  [panelWindow makeKeyWindow];
+  // Already key, so no notice of it will come.
+  if (panelWindow.keyWindow && _focusWhenKey) {
+    _focusWhenKey = NO;
+    [_panel focusFirstControl];
+  }
 }
 
 - (void)closePanel {
@@ -104,6 +119,7 @@ using namespace wakeloft;
 }
 
 - (void)popoverDidClose:(NSNotification*)notification {
+  _focusWhenKey = NO;
   _scene->panelDidClose();
 }
 

@@ -25,6 +25,7 @@
 #include "CodeSigningIdentity.h"
 #include "IOKitClamshell.h"
 #import "LidLeaseListenerDelegate.h"
+#import "NSStringText.h"
 #include "PmsetSleepSetting.h"
 #include "ProcessExecutable.h"
 #include "VnodeFileWatcher.h"
@@ -58,8 +59,7 @@ void logLine(const std::string& line) {
 }
 
 NSString* _Nullable nsString(const std::optional<std::string>& text) {
-  if (!text) return nil;
-  return [[NSString alloc] initWithBytes:text->data() length:text->size() encoding:NSUTF8StringEncoding];
+  return text ? wakeloft::nsString(*text) : nil;
 }
 
 // The one way out once the helper has started: put the setting back, then
@@ -129,7 +129,7 @@ int main(int argc, char** argv) {
     __attribute__((objc_precise_lifetime)) LidLeaseListenerDelegate* delegate =
         [[LidLeaseListenerDelegate alloc] initWithCallerRequirement:callerRequirement requests:daemon.requests()];
     __attribute__((objc_precise_lifetime)) NSXPCListener* listener =
-        [[NSXPCListener alloc] initWithMachServiceName:nsString(std::string(LidHelperService::label))];
+        [[NSXPCListener alloc] initWithMachServiceName:nsString(LidHelperService::label)];
     listener.delegate = delegate;  // held weakly by the listener
 
     const auto codeDirectoryHash = CodeSigningIdentity::currentCodeDirectoryHash();

@@ -1,23 +1,18 @@
 #import "LidLeaseConnection.h"
 
 #include <cstdint>
-#include <span>
 #include <string>
 
-#include "base/Utf8.h"
+#import "NSStringText.h"
 
 using wakeloft::LidLeaseRequest;
 using wakeloft::LidLeaseService;
 
 namespace {
 
-// NSString turns bytes that are not UTF-8 into nil, which the app would read
-// as "granted": repair them instead.
-NSString* replyText(const std::string& text) {
-  const std::string valid = wakeloft::Utf8::repaired(
-      std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
-  return [[NSString alloc] initWithBytes:valid.data() length:valid.size() encoding:NSUTF8StringEncoding];
-}
+// Never nil, which the app would read as "granted": bytes that are not
+// UTF-8 are repaired instead.
+NSString* replyText(const std::string& text) { return wakeloft::nsString(text); }
 
 }  // namespace
 

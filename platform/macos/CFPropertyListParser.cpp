@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "CFOwned.h"
@@ -84,7 +85,13 @@ PropertyList convert(CFTypeRef object, int depth) {
       if (CFGetTypeID(keys[i]) != CFStringGetTypeID()) {
         throw PropertyListError("The property list holds a dictionary key that is not a text.");
       }
-      entries.emplace_back(exactUtf8(static_cast<CFStringRef>(keys[i])), convert(values[i], depth + 1));
+      auto key = exactUtf8(static_cast<CFStringRef>(keys[i]));
+      // Refused on Linux too, where libplist cannot read such a key; a list
+      // reads the same on both platforms.
+      if (key.find('\0') != std::string::npos) {
+        throw PropertyListError("The property list holds a dictionary key with a zero character.");
+      }
+      entries.emplace_back(std::move(key), convert(values[i], depth + 1));
     }
     // Core Foundation keeps no order; sort so equal lists compare equal.
     std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.first < b.first; });

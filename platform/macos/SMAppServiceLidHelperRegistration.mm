@@ -5,6 +5,8 @@
 
 #include "lid/AppServiceStatus.h"
 
+#import "NSStringText.h"
+
 namespace wakeloft {
 
 static_assert(SMAppServiceStatusNotRegistered == AppServiceStatus::notRegistered);
@@ -13,9 +15,7 @@ static_assert(SMAppServiceStatusRequiresApproval == AppServiceStatus::requiresAp
 static_assert(SMAppServiceStatusNotFound == AppServiceStatus::notFound);
 
 SMAppServiceLidHelperRegistration::SMAppServiceLidHelperRegistration(std::string_view plistName)
-    : service_([SMAppService daemonServiceWithPlistName:[[NSString alloc] initWithBytes:plistName.data()
-                                                                                length:plistName.size()
-                                                                              encoding:NSUTF8StringEncoding]]) {}
+    : service_([SMAppService daemonServiceWithPlistName:nsString(plistName)]) {}
 
 LidHelperStatus SMAppServiceLidHelperRegistration::status() const {
   return AppServiceStatus::lidHelperStatus(static_cast<long>(service_.status));

@@ -4,6 +4,7 @@
 
 #import "LidLeaseXPC.h"
 #import "LidLeaseXPCInterface.h"
+#import "NSStringText.h"
 
 #include "helper/LidHelperService.h"
 
@@ -12,17 +13,6 @@ namespace wakeloft {
 namespace {
 
 using Outcome = XPCReply::Outcome;
-
-NSString* nsString(std::string_view text) {
-  return [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding];
-}
-
-// A refusal must survive whole, also if it cannot be encoded cleanly.
-std::string utf8(NSString* text) {
-  NSData* bytes = [text dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
-  if (bytes.length == 0) return {};
-  return std::string(static_cast<const char*>(bytes.bytes), bytes.length);
-}
 
 class XPCLidLeaseTransport final : public LidLeaseTransport {
  public:
@@ -52,8 +42,9 @@ class XPCLidLeaseTransport final : public LidLeaseTransport {
       return;
     }
     id<LidLeaseXPC> lease = proxy;
+    // Each case has its own scope: its block holds a copy of the latch.
     switch (request.kind()) {
-      case LidLeaseRequest::Kind::renew:
+      case LidLeaseRequest::Kind::renew: {
         [lease renewLeaseUntil:request.until()
                          reply:^(NSString* _Nullable text) {
                            std::optional<std::string> reason;
@@ -61,11 +52,13 @@ class XPCLidLeaseTransport final : public LidLeaseTransport {
                            latch->finish(Outcome::replied(std::move(reason)));
                          }];
         return;
-      case LidLeaseRequest::Kind::revoke:
+      }
+      case LidLeaseRequest::Kind::revoke: {
         [lease revokeLeaseWithReply:^{
           latch->finish(Outcome::replied(std::nullopt));
         }];
         return;
+      }
       case LidLeaseRequest::Kind::disconnect:
         // The helper's own word for a client that went away; never sent.
         latch->finish(Outcome::failed());

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "LibplistPropertyListParser.h"
+#include "support/SystemPropertyListParser.h"
 #include "PlistBytes.h"
 #include "TemporaryDirectory.h"
 #include "base/PropertyListXMLWriter.h"
@@ -33,7 +33,7 @@ class BundleVersionTest : public ::testing::Test {
   std::optional<BundleVersion> read() const { return BundleVersion::aroundExecutable(executable(), parser); }
 
   TemporaryDirectory directory;
-  LibplistPropertyListParser parser;
+  testing::SystemPropertyListParser parser;
 };
 
 TEST_F(BundleVersionTest, ReadsTheInfoPlistTwoLevelsAboveTheProgramInEitherFormat) {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "LibplistPropertyListParser.h"
+#include "support/SystemPropertyListParser.h"
 #include "TemporaryDirectory.h"
 #include "base/PropertyListXMLWriter.h"
 
@@ -80,7 +80,7 @@ class StartLineTest : public ::testing::Test {
   }
 
   TemporaryDirectory directory;
-  LibplistPropertyListParser parser;
+  testing::SystemPropertyListParser parser;
   std::string executable;
   const std::string hash = std::string(20, 'a') + std::string(20, '0');
 };

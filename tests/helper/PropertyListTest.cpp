@@ -4,7 +4,7 @@
 #include <limits>
 #include <string>
 
-#include "LibplistPropertyListParser.h"
+#include "support/SystemPropertyListParser.h"
 #include "PlistBytes.h"
 #include "base/PropertyList.h"
 #include "base/PropertyListError.h"
@@ -39,14 +39,14 @@ PropertyList everyKind() {
   };
 }
 
-TEST(PropertyListTest, EveryKindSurvivesTheXMLWriterAndLibplist) {
-  const LibplistPropertyListParser parser;
+TEST(PropertyListTest, EveryKindSurvivesTheXMLWriterAndTheSystemParser) {
+  const testing::SystemPropertyListParser parser;
   const auto xml = PropertyListXMLWriter::document(everyKind());
   EXPECT_EQ(parser.parse(bytesOf(xml)), everyKind());
 }
 
 TEST(PropertyListTest, BinaryListsReadLikeXMLOnes) {
-  const LibplistPropertyListParser parser;
+  const testing::SystemPropertyListParser parser;
   const auto binary = binaryPropertyList(everyKind());
   ASSERT_EQ(binary.substr(0, 8), "bplist00");
   EXPECT_EQ(parser.parse(bytesOf(binary)), everyKind());
@@ -101,7 +101,7 @@ TEST(PropertyListTest, WriterRefusesWhatXMLCannotCarry) {
 }
 
 TEST(PropertyListTest, ParserRefusesWhatIsNotAWholePropertyList) {
-  const LibplistPropertyListParser parser;
+  const testing::SystemPropertyListParser parser;
   const auto binary = binaryPropertyList(everyKind());
   const auto xml = PropertyListXMLWriter::document(everyKind());
   const std::string refused[] = {
@@ -120,7 +120,7 @@ TEST(PropertyListTest, ParserRefusesWhatIsNotAWholePropertyList) {
 }
 
 TEST(PropertyListTest, DeeplyNestedGarbageIsRefusedWithoutCrashing) {
-  const LibplistPropertyListParser parser;
+  const testing::SystemPropertyListParser parser;
   std::string deep = "<plist>";
   for (int i = 0; i < 100'000; ++i) deep += "<array>";
   try {
@@ -149,7 +149,7 @@ std::string oneEntryBinaryList(const std::string& keyObject) {
 }
 
 TEST(PropertyListTest, BinaryKeysWithAZeroCharacterAreRefusedNotFatal) {
-  const LibplistPropertyListParser parser;
+  const testing::SystemPropertyListParser parser;
   using namespace std::string_literals;
   EXPECT_EQ(parser.parse(bytesOf(oneEntryBinaryList("\x53" "a b"))),
             PropertyList(PropertyList::Dictionary{{"a b", "x"}}));

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <latch>
 #include <memory>
 #include <mutex>
+#include <atomic>
 #include <thread>
 #include <vector>
 
@@ -126,17 +126,22 @@ TEST(XPCReplyTest, ReplyErrorAndTimeLimitRacingDeliverExactlyOneOutcome) {
     perRound.push_back(deliveries);
     latches.push_back(reply);
 
-    std::latch start(3);
-    std::thread replier([&start, reply] {
-      start.arrive_and_wait();
+    // The three threads spin until all are there, so they race closely.
+    std::atomic<int> arrived = 0;
+    const auto startTogether = [&arrived] {
+      ++arrived;
+      while (arrived.load() < 3) std::this_thread::yield();
+    };
+    std::thread replier([&startTogether, reply] {
+      startTogether();
       reply->finish(Outcome::replied("late"));
     });
-    std::thread failer([&start, reply] {
-      start.arrive_and_wait();
+    std::thread failer([&startTogether, reply] {
+      startTogether();
       reply->finish(Outcome::failed());
     });
-    std::thread timer([&start, reply] {
-      start.arrive_and_wait();
+    std::thread timer([&startTogether, reply] {
+      startTogether();
       reply->expire(0);
     });
     replier.join();
