@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <ostream>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "AppTables.h"
+#include "base/Utf8.h"
 #include "ui/StringFormat.h"
 #include "ui/TextCatalog.h"
 
@@ -80,22 +84,59 @@ TEST(TextTablesTest, TranslationsLeaveOnlyTheNamesInEnglish) {
   }
 }
 
-bool hasArabicLetters(const std::string& text) {
-  // U+0600 to U+06FF are the bytes D8 80 to DB BF in UTF-8.
-  for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    if (lead >= 0xD8 && lead <= 0xDB) return true;
-  }
-  return false;
+bool isArabicLetter(char32_t c) { return (c >= 0x0620 && c <= 0x064A) || (c >= 0x066E && c <= 0x06D3); }
+
+enum class Direction { leftToRight, rightToLeft, undecided };
+
+std::ostream& operator<<(std::ostream& out, Direction direction) {
+  constexpr const char* names[] = {"left to right", "right to left", "undecided"};
+  return out << names[static_cast<int>(direction)];
 }
 
-TEST(TextTablesTest, ArabicSentencesAreWrittenInArabic) {
+// The direction AppKit gives a paragraph: that of its first strong letter.
+// Digits, and so "%d", are weak and settle nothing; what an isolate holds
+// does not count. "%@" ends the search undecided: its words may be English
+// (the helper's reasons), so the text must settle its direction before it.
+Direction paragraphDirection(std::string_view text) {
+  int isolates = 0;
+  while (!text.empty()) {
+    if (text[0] == '%') {
+      const auto end = text.find_first_of("%@d", 1);
+      if (end == std::string_view::npos || text[end] == '@') return Direction::undecided;
+      text.remove_prefix(end + 1);
+      continue;
+    }
+    const auto scalar = Utf8::front(text);
+    text.remove_prefix(scalar.length);
+    const char32_t c = scalar.value;
+    if (c >= 0x2066 && c <= 0x2068) ++isolates;
+    if (c == 0x2069 && isolates > 0) --isolates;
+    if (isolates > 0) continue;
+    if (isArabicLetter(c) || c == 0x200F || c == 0x061C) return Direction::rightToLeft;
+    const bool latin =
+        (c < 0x80 && std::isalpha(static_cast<int>(c))) || (c >= 0xC0 && c <= 0x24F && c != 0xD7 && c != 0xF7);
+    if (latin || c == 0x200E) return Direction::leftToRight;
+  }
+  return Direction::undecided;
+}
+
+// Every text but a bare name is Arabic and lays out right to left.
+TEST(TextTablesTest, ArabicTextsAreArabicAndStartRightToLeft) {
+  ASSERT_EQ(paragraphDirection("%d Wakeloft \u0644"), Direction::leftToRight);
+  ASSERT_EQ(paragraphDirection("(\u2066-5 Mac\u2069) \u200FWakeloft"), Direction::rightToLeft);
+  ASSERT_EQ(paragraphDirection("%1$@ \u0644"), Direction::undecided);
   for (const auto table : allTextTables) {
     const auto file = loadTable("ar", table);
     for (const auto& entry : file.entries()) {
-      if (entry.key != "Wakeloft" && entry.key != "Deepwake") {
-        EXPECT_TRUE(hasArabicLetters(entry.value)) << entry.key;
+      if (entry.key == "Wakeloft" || entry.key == "Deepwake") continue;
+      bool arabic = false;
+      for (std::string_view rest = entry.value; !rest.empty();) {
+        const auto scalar = Utf8::front(rest);
+        arabic = arabic || isArabicLetter(scalar.value);
+        rest.remove_prefix(scalar.length);
       }
+      EXPECT_TRUE(arabic) << entry.key;
+      EXPECT_EQ(paragraphDirection(entry.value), Direction::rightToLeft) << entry.key;
     }
   }
 }
