@@ -94,6 +94,7 @@ constexpr CGFloat width = 240;
 // A toggle drawn as a star, yellow and filled when on, before the duration.
 - (NSButton*)starButton:(const SettingsPopupContent::Row&)row {
   NSButton* star = [NSButton buttonWithTitle:BundleTexts::string(row.label) target:nil action:nil];
+  [star setAccessibilityLabel:BundleTexts::string(row.spokenLabel)];
   [star setButtonType:NSButtonTypePushOnPushOff];
   star.bordered = NO;
   star.image = PanelViews::symbol(row.symbolName(), NSFontTextStyleBody);

@@ -15,6 +15,8 @@ struct AwakeDuration {
   // Hours and minutes in the locale's abbreviated words, zero units left out,
   // no fractions: 5400 s is one hour and thirty minutes.
   std::string label(const std::string& locale) const;
+  // The same in full words, for VoiceOver: "1 hour, 30 minutes".
+  std::string spokenLabel(const std::string& locale) const;
 
   static const std::array<AwakeDuration, 3> presets;
   // What Deepwake asks for when there is no timed session to join.

@@ -19,7 +19,7 @@ LocalizedText spokenStatus(const AwakeController& awake, const std::string& loca
     case SpokenStatus::Kind::lessThanAMinuteLeft: return TextCatalog::spokenLessThanAMinuteLeft;
     case SpokenStatus::Kind::timeLeft: break;
   }
-  return {TextCatalog::spokenTimeLeft, {status.left()->label(locale)}};
+  return {TextCatalog::spokenTimeLeft, {status.left()->spokenLabel(locale)}};
 }
 
 LocalizedText statusLineOf(const AwakeController& awake, const std::string& locale) {
@@ -51,7 +51,8 @@ AwakePanelContent::SessionControls sessionControlsFor(const AwakeController& awa
   if (presets.pinned().empty()) return controls;
   controls.presetsCaption = TextCatalog::stayAwakeFor;
   for (const auto& duration : presets.pinned()) {
-    controls.presets.push_back({LocalizedText::verbatim(duration.label(locale)), PanelAction::turnOnAwakeMode(duration)});
+    controls.presets.push_back({LocalizedText::verbatim(duration.label(locale)), PanelAction::turnOnAwakeMode(duration),
+                                LocalizedText::verbatim(duration.spokenLabel(locale))});
   }
   return controls;
 }

@@ -83,7 +83,8 @@ struct AwakePanelContent {
   // the settings menu.
   Login login;
 
-  // Durations are put into words for `locale`, the app's resolved one. The
+  // Durations are put into words for `locale`, the app's resolved one:
+  // abbreviated on screen, in full words for VoiceOver. The
   // login-items link is named as the running system names that pane.
   static AwakePanelContent current(const Controllers& controllers, const std::string& locale,
                                    const OperatingSystemVersion& system);

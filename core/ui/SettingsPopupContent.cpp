@@ -13,7 +13,8 @@ SettingsPopupContent SettingsPopupContent::current(const PresetDurationsControll
   SettingsPopupContent content{TextCatalog::presetDurations, {}, TextCatalog::presetDurationsHint};
   for (const auto& duration : PresetDurations::candidates) {
     const bool starred = std::find(pinned.begin(), pinned.end(), duration) != pinned.end();
-    content.rows.push_back({duration, LocalizedText::verbatim(duration.label(locale)), starred});
+    content.rows.push_back({duration, LocalizedText::verbatim(duration.label(locale)),
+                            LocalizedText::verbatim(duration.spokenLabel(locale)), starred});
   }
   return content;
 }

@@ -17,6 +17,8 @@ struct SettingsPopupContent {
   struct Row {
     AwakeDuration duration;
     LocalizedText label;
+    // The duration in full words, for VoiceOver.
+    LocalizedText spokenLabel;
     bool isStarred = false;
 
     // "star.fill", shown yellow, when starred; "star" when not.

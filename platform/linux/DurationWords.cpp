@@ -18,7 +18,8 @@ struct Amount {
 };
 
 // ICU's narrow width is the platform's abbreviated style ("1h 30m" in
-// English); its numeric width is the positional countdown ("1:05:09").
+// English), its wide width the full one ("1 hour, 30 minutes"); its numeric
+// width is the positional countdown ("1:05:09").
 std::string format(const std::vector<Amount>& amounts, UMeasureFormatWidth width, const std::string& locale) {
   UErrorCode status = U_ZERO_ERROR;
   icu::MeasureFormat formatter(icu::Locale(locale.c_str()), width, status);
@@ -37,13 +38,13 @@ std::string format(const std::vector<Amount>& amounts, UMeasureFormatWidth width
 
 }  // namespace
 
-std::string hoursAndMinutes(long long wholeMinutes, const std::string& locale) {
+std::string hoursAndMinutes(long long wholeMinutes, const std::string& locale, UnitsStyle style) {
   const long long hours = wholeMinutes / 60;
   const long long minutes = wholeMinutes % 60;
   std::vector<Amount> amounts;
   if (hours != 0) amounts.push_back({hours, icu::MeasureUnit::createHour});
   if (minutes != 0 || hours == 0) amounts.push_back({minutes, icu::MeasureUnit::createMinute});
-  return format(amounts, UMEASFMT_WIDTH_NARROW, locale);
+  return format(amounts, style == UnitsStyle::full ? UMEASFMT_WIDTH_WIDE : UMEASFMT_WIDTH_NARROW, locale);
 }
 
 std::string hoursMinutesSeconds(long long wholeSeconds, const std::string& locale) {

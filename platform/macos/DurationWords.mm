@@ -37,11 +37,12 @@ std::string countdown(long long wholeSeconds, NSCalendarUnit units, const std::s
 
 }  // namespace
 
-std::string hoursAndMinutes(long long wholeMinutes, const std::string& locale) {
+std::string hoursAndMinutes(long long wholeMinutes, const std::string& locale, UnitsStyle style) {
   @autoreleasepool {
     NSDateComponentsFormatter* labelFormatter = formatter(locale);
     labelFormatter.allowedUnits = NSCalendarUnitHour | NSCalendarUnitMinute;
-    labelFormatter.unitsStyle = NSDateComponentsFormatterUnitsStyleAbbreviated;
+    labelFormatter.unitsStyle = style == UnitsStyle::full ? NSDateComponentsFormatterUnitsStyleFull
+                                                          : NSDateComponentsFormatterUnitsStyleAbbreviated;
     labelFormatter.zeroFormattingBehavior = NSDateComponentsFormatterZeroFormattingBehaviorDropAll;
     labelFormatter.maximumUnitCount = 0;
     return text([labelFormatter stringFromTimeInterval:static_cast<NSTimeInterval>(wholeMinutes) * 60]);

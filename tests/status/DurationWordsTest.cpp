@@ -1,5 +1,5 @@
 // The words come from the real platform formatters, so these also pin what a
-// user of each locale reads.
+// user of each locale reads and hears.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -10,20 +10,14 @@
 namespace wakeloft {
 namespace {
 
-TEST(CountdownTextTest, EnglishUnitedStates) {
-  EXPECT_EQ(CountdownText::formatted(3599.9, "en_US"), "59:59");
-  EXPECT_EQ(CountdownText::formatted(3600, "en_US"), "1:00:00");
-  EXPECT_EQ(CountdownText::formatted(3909, "en_US"), "1:05:09");
-  EXPECT_EQ(CountdownText::formatted(247, "en_US"), "4:07");
-  EXPECT_EQ(CountdownText::formatted(0, "en_US"), "0:00");
-}
-
-TEST(CountdownTextTest, German) {
-  EXPECT_EQ(CountdownText::formatted(3599.9, "de_DE"), "59:59");
-  EXPECT_EQ(CountdownText::formatted(3600, "de_DE"), "1:00:00");
-  EXPECT_EQ(CountdownText::formatted(3909, "de_DE"), "1:05:09");
-  EXPECT_EQ(CountdownText::formatted(247, "de_DE"), "4:07");
-  EXPECT_EQ(CountdownText::formatted(0, "de_DE"), "0:00");
+TEST(CountdownTextTest, MinutesAndSecondsUnderAnHourThenHoursInEachLocale) {
+  const struct {
+    double seconds;
+    const char* text;
+  } cases[] = {{3599.9, "59:59"}, {3600, "1:00:00"}, {3909, "1:05:09"}, {247, "4:07"}, {0, "0:00"}};
+  for (const char* locale : {"en_US", "de_DE"}) {
+    for (const auto& c : cases) EXPECT_EQ(CountdownText::formatted(c.seconds, locale), c.text) << locale;
+  }
 }
 
 TEST(CountdownTextTest, LongSessionsStayInHours) {
@@ -36,18 +30,40 @@ TEST(CountdownTextTest, NeverShowsMoreThanIsLeftNorGarbage) {
   EXPECT_EQ(CountdownText::formatted(std::numeric_limits<double>::quiet_NaN(), "en_US"), "0:00");
 }
 
-TEST(AwakeDurationLabelTest, EnglishUnitedStates) {
-  EXPECT_EQ(AwakeDuration{1800}.label("en_US"), "30m");
-  EXPECT_EQ(AwakeDuration{3600}.label("en_US"), "1h");
-  EXPECT_EQ(AwakeDuration{5400}.label("en_US"), "1h 30m");
-  EXPECT_EQ(AwakeDuration{5459.9}.label("en_US"), "1h 30m");
+TEST(AwakeDurationLabelTest, AbbreviatedHoursAndMinutes) {
+  const struct {
+    double seconds;
+    const char* english;
+    const char* german;
+  } cases[] = {{1800, "30m", "30 Min."},
+               {3600, "1h", "1 Std."},
+               {5400, "1h 30m", "1 Std., 30 Min."},
+               {5459.9, "1h 30m", "1 Std., 30 Min."}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(AwakeDuration{c.seconds}.label("en_US"), c.english);
+    EXPECT_EQ(AwakeDuration{c.seconds}.label("de_DE"), c.german);
+  }
 }
 
-TEST(AwakeDurationLabelTest, German) {
-  EXPECT_EQ(AwakeDuration{1800}.label("de_DE"), "30 Min.");
-  EXPECT_EQ(AwakeDuration{3600}.label("de_DE"), "1 Std.");
-  EXPECT_EQ(AwakeDuration{5400}.label("de_DE"), "1 Std., 30 Min.");
-  EXPECT_EQ(AwakeDuration{5459.9}.label("de_DE"), "1 Std., 30 Min.");
+// What VoiceOver says: whole unit words, never "m" or Arabic "د" alone.
+TEST(AwakeDurationLabelTest, SpokenInFullWords) {
+  const struct {
+    double seconds;
+    const char* english;
+    const char* german;
+    const char* arabic;
+  } cases[] = {
+      {60, "1 minute", "1 Minute", "\u062F\u0642\u064A\u0642\u0629"},  // دقيقة
+      {1500, "25 minutes", "25 Minuten", "\u0662\u0665 \u062F\u0642\u064A\u0642\u0629"},  // ٢٥ دقيقة
+      {3900, "1 hour, 5 minutes", "1 Stunde, 5 Minuten",
+       "\u0633\u0627\u0639\u0629 \u0648\u0665 \u062F\u0642\u0627\u0626\u0642"},  // ساعة و٥ دقائق
+      {7200, "2 hours", "2 Stunden", "\u0633\u0627\u0639\u062A\u0627\u0646"},   // ساعتان
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("en_US"), c.english);
+    EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("de_DE"), c.german);
+    EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("ar"), c.arabic);
+  }
 }
 
 }  // namespace

@@ -42,8 +42,10 @@ TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndTheStarredPresets) {
   EXPECT_EQ(panel.sessionControls.presetsCaption, LocalizedText(TextCatalog::stayAwakeFor));
   ASSERT_EQ(panel.sessionControls.presets.size(), 3u);
   EXPECT_EQ(panel.sessionControls.presets[0].title.english(), "30m");
+  EXPECT_EQ(panel.sessionControls.presets[0].accessibilityLabel, LocalizedText::verbatim("30 minutes"));
   EXPECT_EQ(panel.sessionControls.presets[0].action, PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
   EXPECT_EQ(panel.sessionControls.presets[2].title.english(), "2h");
+  EXPECT_EQ(panel.sessionControls.presets[2].accessibilityLabel, LocalizedText::verbatim("2 hours"));
 
   EXPECT_EQ(panel.deepwake.toggle.title.english(), "Deepwake");
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
@@ -88,7 +90,7 @@ TEST_F(AwakePanelContentTest, ATimedSessionCountsDownAndOffersToDropTheTimer) {
   app.awake->turnOn(1530);
   auto panel = content();
   EXPECT_EQ(panel.statusLine.english(), "On \u00B7 25:30 left");
-  EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, 25m left");
+  EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, 25 minutes left");
   EXPECT_EQ(panel.explanation.english(),
             "Your Mac won't fall asleep until the session ends. Closing the lid still puts it to sleep.");
   EXPECT_EQ(panel.sessionControls.shown, AwakeSessionControls::cancelTimer);
@@ -105,11 +107,11 @@ TEST_F(AwakePanelContentTest, ATimedSessionCountsDownAndOffersToDropTheTimer) {
   EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, less than a minute left");
 }
 
-TEST_F(AwakePanelContentTest, TheCountdownUsesTheAppsLocale) {
+TEST_F(AwakePanelContentTest, TheCountdownAndTheSpokenTimeUseTheAppsLocale) {
   app.start();
   app.awake->turnOn(5400);
   const auto panel = AwakePanelContent::current(app.controllers(), "de_DE", sonoma);
-  EXPECT_EQ(panel.header.spokenStatus, LocalizedText(TextCatalog::spokenTimeLeft, {AwakeDuration{5400}.label("de_DE")}));
+  EXPECT_EQ(panel.header.spokenStatus, LocalizedText(TextCatalog::spokenTimeLeft, {std::string("1 Stunde, 30 Minuten")}));
   EXPECT_EQ(panel.statusLine, LocalizedText(TextCatalog::statusOnWithTimeLeft, {std::string("1:30:00")}));
 }
 

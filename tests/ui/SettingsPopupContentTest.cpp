@@ -30,6 +30,8 @@ TEST_F(SettingsPopupContentTest, EveryCandidateHasARowStarredAsChosen) {
   const std::vector<std::string> labels = {"30m", "1h", "2h", "4h", "6h", "8h"};
   for (std::size_t i = 0; i < labels.size(); ++i) EXPECT_EQ(content.rows[i].label.english(), labels[i]);
   EXPECT_EQ(content.rows[3].duration, AwakeDuration{14400});
+  EXPECT_EQ(content.rows[0].spokenLabel.english(), "30 minutes");
+  EXPECT_EQ(content.rows[3].spokenLabel.english(), "4 hours");
   EXPECT_EQ(stars(), (std::vector<bool>{true, true, true, false, false, false}));
   EXPECT_EQ(content.rows[0].symbolName(), "star.fill");
   EXPECT_EQ(content.rows[5].symbolName(), "star");

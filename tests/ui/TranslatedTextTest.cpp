@@ -15,17 +15,22 @@ namespace {
 using testing::LanguageTables;
 using testing::TestControllers;
 
-TEST(TranslatedTextTest, APanelInGermanWithGermanDurations) {
+TEST(TranslatedTextTest, APanelInGermanAndArabicWithTheirDurations) {
   const LanguageTables german("de");
+  const LanguageTables arabic("ar");
   TestControllers app;
   app.start();
   app.awake->turnOn(5430);
   const auto panel = AwakePanelContent::current(app.controllers(), "de_DE", {15, 0, 0});
   EXPECT_EQ(panel.statusLine.resolved(german.lookup()), "Ein \u00B7 noch 1:30:30");
-  EXPECT_EQ(panel.header.spokenStatus.resolved(german.lookup()),
-            "Wakeloft, ein, noch " + AwakeDuration{5400}.label("de_DE"));
+  EXPECT_EQ(panel.header.spokenStatus.resolved(german.lookup()), "Wakeloft, ein, noch 1 Stunde, 30 Minuten");
   EXPECT_EQ(panel.mainButton.title.resolved(german.lookup()), "Ausschalten");
   EXPECT_EQ(panel.deepwake.toggle.title.resolved(german.lookup()), "Deepwake");
+
+  app.awake->turnOn(3930);
+  const auto arabicPanel = AwakePanelContent::current(app.controllers(), "ar", {15, 0, 0});
+  EXPECT_EQ(arabicPanel.header.spokenStatus.resolved(arabic.lookup()),
+            "\u200FWakeloft\u060C \u0642\u064A\u062F \u0627\u0644\u062A\u0634\u063A\u064A\u0644\u060C \u064A\u062A\u0628\u0642\u0649 \u0633\u0627\u0639\u0629 \u0648\u0665 \u062F\u0642\u0627\u0626\u0642");  // Wakeloft, on, 1 hour and 5 minutes left
 }
 
 TEST(TranslatedTextTest, NumbersAndDetailsGoIntoTheTranslatedSentences) {
