@@ -195,9 +195,12 @@ NSColor* noteColor(const PanelNote& note) {
   NSSwitch* toggle = nil;
   NSMutableArray<NSView*>* views = [NSMutableArray array];
   [views addObject:PanelViews::switchRow(deepwake.toggle, NSControlSizeRegular, contentWidth(), _perform, &toggle)];
-  [views addObject:PanelViews::wrappingLabel(BundleTexts::string(deepwake.caption),
-                                             PanelViews::font(NSFontTextStyleFootnote), NSColor.secondaryLabelColor,
-                                             contentWidth())];
+  NSTextField* caption = PanelViews::wrappingLabel(BundleTexts::string(deepwake.caption),
+                                                   PanelViews::font(NSFontTextStyleFootnote),
+                                                   NSColor.secondaryLabelColor, contentWidth());
+  // VoiceOver hears the caption as the switch's help, not twice.
+  if (deepwake.toggle.accessibilityHelp == deepwake.caption) [caption setAccessibilityElement:NO];
+  [views addObject:caption];
   for (const auto& note : {deepwake.precaution, deepwake.failure}) {
     if (note) [views addObject:PanelViews::note(*note, noteColor(*note), contentWidth(), _perform)];
   }

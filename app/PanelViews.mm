@@ -87,6 +87,7 @@ NSView* switchRow(const PanelSwitch& toggle, NSControlSize size, CGFloat width, 
   flip.controlSize = size;
   flip.enabled = toggle.isEnabled;
   [flip setAccessibilityLabel:title];
+  if (toggle.accessibilityHelp) [flip setAccessibilityHelp:BundleTexts::string(*toggle.accessibilityHelp)];
   setState(flip, toggle);
   const PanelSwitch bound = toggle;
   const Perform performing = perform;

@@ -111,9 +111,10 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
       .mainButton = {awake.isOn() ? TextCatalog::turnOff : TextCatalog::turnOn, PanelAction::toggleAwakeMode()},
       .sessionControls = sessionControlsFor(awake, *controllers.presets, locale),
       // A reason the mode cannot be used at all disables the switch; the
-      // precaution below says what to do about it.
+      // precaution below says what to do about it. The caption explains the
+      // coined name, so VoiceOver gives it as the switch's help.
       .deepwake = {{TextCatalog::deepwake, lid.isOn(), !lid.refusal(), PanelAction::setDeepwake(true),
-                    PanelAction::setDeepwake(false)},
+                    PanelAction::setDeepwake(false), TextCatalog::deepwakeCaption},
                    TextCatalog::deepwakeCaption,
                    precautionNote(lid.precaution()),
                    failureNote(lid.lastFailure())},

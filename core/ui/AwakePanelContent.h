@@ -47,6 +47,8 @@ struct AwakePanelContent {
     friend bool operator==(const SessionControls&, const SessionControls&) = default;
   };
 
+  // The caption under the switch is also the switch's accessibility help,
+  // where VoiceOver reads it instead of as a text of its own.
   struct Deepwake {
     PanelSwitch toggle;
     LocalizedText caption;

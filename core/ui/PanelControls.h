@@ -26,6 +26,9 @@ struct PanelSwitch {
   bool isEnabled = true;
   PanelAction whenTurnedOn;
   PanelAction whenTurnedOff;
+  // What VoiceOver says after a pause on the switch, where its title alone
+  // does not explain it.
+  std::optional<LocalizedText> accessibilityHelp = std::nullopt;
 
   const PanelAction& action(bool turnedOn) const { return turnedOn ? whenTurnedOn : whenTurnedOff; }
 

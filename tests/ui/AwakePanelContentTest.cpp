@@ -51,6 +51,7 @@ TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndTheStarredPresets) {
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
   EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
   EXPECT_EQ(panel.deepwake.caption.english(), "Your Mac stays awake with the lid closed.");
+  EXPECT_EQ(panel.deepwake.toggle.accessibilityHelp, panel.deepwake.caption);
   EXPECT_EQ(panel.deepwake.precaution, std::nullopt);
   EXPECT_EQ(panel.deepwake.failure, std::nullopt);
   EXPECT_EQ(panel.retry, AwakePanelContent::Retry{});

@@ -49,6 +49,11 @@ void collect(KeySet& keys, const std::optional<PanelNote>& note) {
   }
 }
 
+void collect(KeySet& keys, const PanelSwitch& toggle) {
+  collect(keys, toggle.title);
+  if (toggle.accessibilityHelp) collect(keys, *toggle.accessibilityHelp);
+}
+
 void collect(KeySet& keys, const AwakePanelContent& panel) {
   collect(keys, panel.header.title);
   collect(keys, panel.header.spokenStatus);
@@ -58,13 +63,13 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   if (panel.sessionControls.cancelTimer) collect(keys, panel.sessionControls.cancelTimer->title);
   if (panel.sessionControls.presetsCaption) collect(keys, *panel.sessionControls.presetsCaption);
   for (const auto& preset : panel.sessionControls.presets) collect(keys, preset.title);
-  collect(keys, panel.deepwake.toggle.title);
+  collect(keys, panel.deepwake.toggle);
   collect(keys, panel.deepwake.caption);
   collect(keys, panel.deepwake.precaution);
   collect(keys, panel.deepwake.failure);
   if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
   collect(keys, panel.retry.failure);
-  collect(keys, panel.login.toggle.title);
+  collect(keys, panel.login.toggle);
   collect(keys, panel.login.approval);
   collect(keys, panel.login.location);
   collect(keys, panel.login.failure);
