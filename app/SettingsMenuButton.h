@@ -5,16 +5,19 @@
 #include <memory>
 
 #include "prefs/PresetDurationsController.h"
+#include "ui/UpdateReminder.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 // The "Settings" button at the foot of the panel: its native menu, built
 // each time it opens and popped up beside the menu anchor, and the preset
 // chooser and About box, one popover at a time, anchored to the button. The
-// portable SettingsMenu decides what each command does. Main thread only.
+// portable SettingsMenu decides what each command does. While an update
+// waits, the button's symbol and its menu say so. Main thread only.
 @interface SettingsMenuButton : NSObject <NSPopoverDelegate>
 
 - (instancetype)initWithPresets:(std::shared_ptr<wakeloft::PresetDurationsController>)presets
+                 updateReminder:(std::shared_ptr<wakeloft::UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 

@@ -33,6 +33,8 @@ void openFeedbackForm() {
 
 @implementation SettingsMenuButton {
   std::shared_ptr<PresetDurationsController> _presets;
+  std::shared_ptr<UpdateReminder> _reminder;
+  Subscription _reminderChanges;
   std::unique_ptr<SettingsMenu> _menu;
   NSView* _view;
   NSButton* _button;
@@ -42,10 +44,12 @@ void openFeedbackForm() {
 }
 
 - (instancetype)initWithPresets:(std::shared_ptr<PresetDurationsController>)presets
+                 updateReminder:(std::shared_ptr<UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates {
   self = [super init];
   if (!self) return nil;
   _presets = std::move(presets);
+  _reminder = std::move(reminder);
   void (^check)(void) = [checkForUpdates copy];
   _menu = std::make_unique<SettingsMenu>(SettingsMenu::Actions{
       .checkForUpdates = [check] { check(); },
@@ -55,7 +59,16 @@ void openFeedbackForm() {
       .activate = [] { [NSApp activate]; },
   });
   [self buildView];
+  __weak SettingsMenuButton* weakSelf = self;
+  _reminderChanges = _reminder->changed().observe([weakSelf] { [weakSelf showWaitingUpdate]; });
+  [self showWaitingUpdate];
   return self;
+}
+
+- (void)showWaitingUpdate {
+  const auto& waiting = _reminder->waitingVersion();
+  _button.image = PanelViews::symbol(SettingsMenu::buttonSymbolFor(waiting), NSFontTextStyleBody);
+  [_button setAccessibilityLabel:BundleTexts::string(SettingsMenu::buttonAccessibilityLabel(waiting))];
 }
 
 - (NSView*)view {
@@ -84,7 +97,6 @@ void openFeedbackForm() {
   // Borderless and as wide as the row: the whole row is the button, drawn
   // over the chevron.
   _button = [NSButton buttonWithTitle:BundleTexts::string(SettingsMenu::buttonTitle()) target:nil action:nil];
-  _button.image = PanelViews::symbol(SettingsMenu::buttonSymbol, style);
   _button.bordered = NO;
   _button.imagePosition = NSImageLeading;
   _button.imageHugsTitle = YES;
@@ -120,7 +132,7 @@ void openFeedbackForm() {
   menu.minimumWidth = SettingsMenu::minimumWidth;
   menu.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
   __weak SettingsMenuButton* weakSelf = self;
-  for (const auto& item : SettingsMenu::items()) {
+  for (const auto& item : SettingsMenu::items(_reminder->waitingVersion())) {
     if (item.isSeparator() || !item.command) {
       [menu addItem:NSMenuItem.separatorItem];
       continue;

@@ -2,12 +2,17 @@
 
 #import <Foundation/Foundation.h>
 
+#include <memory>
+
 #import "QuitConfirmationDelegate.h"
+#include "ui/UpdateReminder.h"
 
 NS_ASSUME_NONNULL_BEGIN
 
 // Software updates through Sparkle, with Sparkle's own windows. The one
-// instance starts the updater when it is made. Main thread only.
+// instance starts the updater when it is made. A scheduled update that Sparkle
+// cannot show in front is left to the reminder, which the settings button
+// shows. Main thread only.
 @interface SoftwareUpdate : NSObject
 
 @property(class, nonatomic, readonly) SoftwareUpdate* shared;
@@ -16,8 +21,10 @@ NS_ASSUME_NONNULL_BEGIN
 // questioned.
 @property(nonatomic, weak, nullable) QuitConfirmationDelegate* quitConfirmation;
 
-// A check the user asked for.
+// A check the user asked for; it also brings a waiting update to the front.
 - (void)checkForUpdates;
+
+@property(nonatomic, readonly) std::shared_ptr<wakeloft::UpdateReminder> reminder;
 
 - (instancetype)init NS_UNAVAILABLE;
 

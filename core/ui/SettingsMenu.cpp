@@ -8,11 +8,24 @@ namespace wakeloft {
 
 LocalizedText SettingsMenu::buttonTitle() { return TextCatalog::settings; }
 
-std::vector<SettingsMenu::Item> SettingsMenu::items() {
+std::string_view SettingsMenu::buttonSymbolFor(const std::optional<std::string>& waitingUpdate) {
+  return waitingUpdate ? buttonSymbolWithUpdateWaiting : buttonSymbol;
+}
+
+LocalizedText SettingsMenu::buttonAccessibilityLabel(const std::optional<std::string>& waitingUpdate) {
+  if (!waitingUpdate) return TextCatalog::settings;
+  return {TextCatalog::settingsWithUpdateWaiting, {*waitingUpdate}};
+}
+
+std::vector<SettingsMenu::Item> SettingsMenu::items(const std::optional<std::string>& waitingUpdate) {
+  // The updater's own check shows a waiting update in front, so the item
+  // keeps its command and only says what it will find.
+  LocalizedText updateTitle = TextCatalog::checkForUpdates;
+  if (waitingUpdate) updateTitle = {TextCatalog::installUpdate, {*waitingUpdate}};
   return {
       {TextCatalog::choosePresetDurations, Command::choosePresetDurations, ""},
       {TextCatalog::aboutWakeloft, Command::about, ""},
-      {TextCatalog::checkForUpdates, Command::checkForUpdates, ""},
+      {updateTitle, Command::checkForUpdates, ""},
       {TextCatalog::sendFeedback, Command::sendFeedback, ""},
       {std::nullopt, std::nullopt, ""},
       {TextCatalog::quitWakeloft, Command::quit, "q"},

@@ -61,6 +61,8 @@ class SettingsMenu {
   static constexpr double minimumWidth = 260;
   static constexpr double buttonHeight = 22;
   static constexpr std::string_view buttonSymbol = "gearshape";
+  // In place of the gear while an update waits.
+  static constexpr std::string_view buttonSymbolWithUpdateWaiting = "arrow.down.circle";
   static constexpr std::string_view buttonTrailingSymbol = "chevron.down";
   // How far from the anchor the menu pops up, down and outwards.
   static constexpr double popUpOffset = 14;
@@ -68,8 +70,12 @@ class SettingsMenu {
   explicit SettingsMenu(Actions actions) : actions_(std::move(actions)) {}
 
   static LocalizedText buttonTitle();
-  // In order; only Quit has a key equivalent.
-  static std::vector<Item> items();
+  static std::string_view buttonSymbolFor(const std::optional<std::string>& waitingUpdate);
+  // What VoiceOver calls the button; it names a waiting update.
+  static LocalizedText buttonAccessibilityLabel(const std::optional<std::string>& waitingUpdate);
+  // In order; only Quit has a key equivalent. While an update waits, its
+  // item offers that update instead of a check.
+  static std::vector<Item> items(const std::optional<std::string>& waitingUpdate = std::nullopt);
   // Below the anchor's bottom edge, beyond its leading edge: the left one in
   // left-to-right layout, the right one in right-to-left.
   static Point popUpLocation(const Bounds& anchor, LayoutDirection layoutDirection);

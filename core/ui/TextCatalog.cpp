@@ -53,6 +53,8 @@ std::span<const TextKey> TextCatalog::all() {
       choosePresetDurations,
       aboutWakeloft,
       checkForUpdates,
+      installUpdate,
+      settingsWithUpdateWaiting,
       sendFeedback,
       quitWakeloft,
       presetDurations,

@@ -97,6 +97,8 @@ class TextCatalog {
   static constexpr TextKey choosePresetDurations{"Choose preset durations\u2026", TextTable::standard};
   static constexpr TextKey aboutWakeloft{"About Wakeloft", TextTable::standard};
   static constexpr TextKey checkForUpdates{"Check for Updates\u2026", TextTable::standard};
+  static constexpr TextKey installUpdate{"Install Version %@\u2026", TextTable::standard};
+  static constexpr TextKey settingsWithUpdateWaiting{"Settings, version %@ is ready to install", TextTable::standard};
   static constexpr TextKey sendFeedback{"Send Feedback", TextTable::standard};
   static constexpr TextKey quitWakeloft{"Quit Wakeloft", TextTable::standard};
   static constexpr TextKey presetDurations{"Preset durations", TextTable::standard};

@@ -117,8 +117,11 @@ KeySet produced() {
   collect(keys, MenuBarItem::iconLabel({}));
 
   collect(keys, SettingsMenu::buttonTitle());
-  for (const auto& item : SettingsMenu::items()) {
-    if (item.title) collect(keys, *item.title);
+  for (const auto& waitingUpdate : {std::optional<std::string>(), std::optional<std::string>("2.1")}) {
+    collect(keys, SettingsMenu::buttonAccessibilityLabel(waitingUpdate));
+    for (const auto& item : SettingsMenu::items(waitingUpdate)) {
+      if (item.title) collect(keys, *item.title);
+    }
   }
   testing::TestControllers app;
   app.start();

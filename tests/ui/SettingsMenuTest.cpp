@@ -1,4 +1,5 @@
 #include "ui/SettingsMenu.h"
+#include "ui/UpdateReminder.h"
 
 #include <gtest/gtest.h>
 
@@ -27,6 +28,38 @@ TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKey) {
   EXPECT_EQ(items[5].command, Command::quit);
   EXPECT_EQ(items[5].keyEquivalent, "q");
   EXPECT_EQ(SettingsMenu::buttonTitle().english(), "Settings");
+}
+
+TEST(SettingsMenuTest, AWaitingUpdateShowsOnTheButtonAndInItsItem) {
+  EXPECT_EQ(SettingsMenu::buttonSymbolFor(std::nullopt), "gearshape");
+  EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel(std::nullopt).english(), "Settings");
+  EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");
+  EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel("2.1").english(), "Settings, version 2.1 is ready to install");
+  const auto items = SettingsMenu::items("2.1");
+  EXPECT_EQ(items[2].title->english(), "Install Version 2.1\u2026");
+  EXPECT_EQ(items[2].command, Command::checkForUpdates);
+}
+
+TEST(UpdateReminderTest, OnlyAScheduledUpdateTheUpdaterCannotBringToTheFrontWaitsUntilAttended) {
+  EXPECT_TRUE(UpdateReminder::updaterShowsScheduledUpdate(true));
+  EXPECT_FALSE(UpdateReminder::updaterShowsScheduledUpdate(false));
+
+  UpdateReminder reminder;
+  int changes = 0;
+  const auto subscription = reminder.changed().observe([&] { ++changes; });
+  reminder.willShowUpdate(true, false, "2.1");   // in front already
+  reminder.willShowUpdate(false, true, "2.1");   // the user asked
+  EXPECT_EQ(reminder.waitingVersion(), std::nullopt);
+  EXPECT_EQ(changes, 0);
+
+  reminder.willShowUpdate(false, false, "2.1");
+  EXPECT_EQ(reminder.waitingVersion(), "2.1");
+  reminder.userAttended();
+  EXPECT_EQ(reminder.waitingVersion(), std::nullopt);
+  reminder.willShowUpdate(false, false, "2.2");
+  reminder.sessionFinished();
+  EXPECT_EQ(reminder.waitingVersion(), std::nullopt);
+  EXPECT_EQ(changes, 4);
 }
 
 TEST(SettingsMenuTest, PopsUpBelowTheAnchorOnItsLeadingSide) {
