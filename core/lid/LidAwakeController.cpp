@@ -14,7 +14,8 @@ LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
                                        std::shared_ptr<MachineConditionsNotifier> conditionsNotifier,
                                        std::shared_ptr<const DateProvider> dates,
                                        std::shared_ptr<DeadlineScheduler> scheduler,
-                                       std::shared_ptr<DeadlineScheduler> deadlineScheduler)
+                                       std::shared_ptr<DeadlineScheduler> deadlineScheduler,
+                                       std::shared_ptr<DeepwakeGuardrailStore> guardrailStore)
     : awake_(std::move(awake)),
       blocker_(std::move(blocker)),
       store_(std::move(store)),
@@ -22,8 +23,10 @@ LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
       conditionsNotifier_(std::move(conditionsNotifier)),
       dates_(std::move(dates)),
       scheduler_(std::move(scheduler)),
-      deadlineScheduler_(std::move(deadlineScheduler)) {
+      deadlineScheduler_(std::move(deadlineScheduler)),
+      guardrailStore_(std::move(guardrailStore)) {
   hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
+  guardrailSettings_.set(guardrailStore_->settings());
   machineConditions_.set(machine_->snapshot());
   sessionUntil_.set(awake_->activeUntil());
 
@@ -31,7 +34,12 @@ LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
   // A session that is lengthened, shortened or stopped moves Deepwake's end
   // with it.
   awake_->observeSession(weakSelf_([](LidAwakeController& self) {
-    if (self.isOn_ || self.isTurningOn_) self.armDeadline();
+    if (self.isOn_ || self.isTurningOn_) {
+      self.armDeadline();
+    } else if (self.isPausedForPower_ && !self.awake_->isOn()) {
+      // A pause ends with the session it rides on.
+      self.isPausedForPower_.set(false);
+    }
   }));
   awakeChanges_ = awake_->observe(weakSelf_([](LidAwakeController& self) {
     self.sessionUntil_.set(self.awake_->activeUntil());
@@ -46,6 +54,15 @@ bool LidAwakeController::turnOnJoiningSessionOr(std::optional<double> length) {
 
 bool LidAwakeController::start(std::optional<double> length, bool joining) {
   if (!hasAcknowledgedHeatWarning_) return false;
+  // Turning on again clears the reason a guardrail gave last time. One that
+  // still holds says so now, rather than letting Deepwake flip on and off.
+  refreshConditions();
+  if (auto stop = DeepwakeGuardrails::holding(guardrailSettings_, machineConditions_)) {
+    stop->whenTurningOn = true;
+    guardrailStop_.set(*stop);
+    return false;
+  }
+  guardrailStop_.set(std::nullopt);
   if (length && !AwakeIntent::deadline(*length, dates_->now())) return false;
 
   try {
@@ -65,6 +82,10 @@ bool LidAwakeController::start(std::optional<double> length, bool joining) {
   if (!awake_->isOn()) {
     recordStartFailure(awake_->lastFailure());
     return false;
+  }
+  if (DeepwakeGuardrails::pausesForPower(guardrailSettings_, machineConditions_)) {
+    if (!isPausedForPower_) pauseForPower();
+    return true;
   }
   renewLease();
   return isOn_ || isTurningOn_;
@@ -158,6 +179,7 @@ void LidAwakeController::turnOff() {
   ++switchOffs_;
   const bool wasRenewing = std::exchange(isRenewing_, false);
   isTurningOn_.set(false);
+  isPausedForPower_.set(false);
   startFailure_.set(std::nullopt);
 
   if (!isOn_ && !wasRenewing) {
@@ -215,7 +237,51 @@ void LidAwakeController::refresh() {
   refreshConditions();
 }
 
-void LidAwakeController::refreshConditions() { machineConditions_.set(machine_->snapshot()); }
+void LidAwakeController::refreshConditions() {
+  const auto before = machineConditions_.get();
+  machineConditions_.set(machine_->snapshot());
+  applyGuardrails(before);
+}
+
+void LidAwakeController::setGuardrailSettings(const DeepwakeGuardrails::Settings& settings) {
+  guardrailStore_->setSettings(settings);
+  guardrailSettings_.set(settings);
+  applyGuardrails(machineConditions_);
+}
+
+void LidAwakeController::applyGuardrails(const MachineConditionsSnapshot& before) {
+  if (!isWanted()) return;
+  if (const auto stop = DeepwakeGuardrails::stopping(guardrailSettings_, before, machineConditions_)) {
+    // The awake session runs on; only Deepwake ends. With the lease given
+    // back, the helper lets a Mac with its lid closed sleep, as after any
+    // lease that ends with the lid closed.
+    turnOff();
+    guardrailStop_.set(*stop);
+    return;
+  }
+  const bool pause = DeepwakeGuardrails::pausesForPower(guardrailSettings_, machineConditions_);
+  if (pause && !isPausedForPower_) {
+    pauseForPower();
+  } else if (!pause && isPausedForPower_) {
+    resumeWithPower();
+  }
+}
+
+void LidAwakeController::pauseForPower() {
+  turnOff();
+  isPausedForPower_.set(true);
+}
+
+void LidAwakeController::resumeWithPower() {
+  isPausedForPower_.set(false);
+  awake_->checkExpiry();
+  if (awake_->isOn()) renewLease();
+}
+
+DeepwakeGuardrails::Notice LidAwakeController::guardrailNotice() const {
+  if (!isWanted()) return DeepwakeGuardrails::Notice::none;
+  return DeepwakeGuardrails::notice(guardrailSettings_, machineConditions_, isPausedForPower_);
+}
 
 std::optional<AwakeFailure> LidAwakeController::lastFailure() const {
   if (unconfirmedReset_.get()) return unconfirmedReset_.get();

@@ -9,6 +9,9 @@
 #include "base/WeakSelf.h"
 #include "clock/DateProvider.h"
 #include "clock/DeadlineScheduler.h"
+#include "lid/DeepwakeGuardrailStore.h"
+#include "lid/DeepwakeGuardrails.h"
+#include "lid/InMemoryDeepwakeGuardrailStore.h"
 #include "lid/LidAwakeRefusal.h"
 #include "lid/LidAwakeStore.h"
 #include "lid/LidClosePrecaution.h"
@@ -24,26 +27,33 @@ namespace wakeloft {
 // keeps a short lease from the lid helper, renewing it well before it lapses
 // so that the sleep setting outlives the app by half a minute at most. Gates
 // the first use behind the heat warning and keeps the failures the panel
-// explains. Main thread only; every callback it hands out holds it weakly.
+// explains. Its guardrails end Deepwake, or pause it while on battery,
+// when the machine conditions call for it. Main thread only; every callback
+// it hands out holds it weakly.
 class LidAwakeController {
  public:
   LidAwakeController(std::shared_ptr<AwakeController> awake, std::shared_ptr<LidSleepBlocker> blocker,
                      std::shared_ptr<LidAwakeStore> store, std::shared_ptr<const MachineConditions> conditions,
                      std::shared_ptr<MachineConditionsNotifier> conditionsNotifier,
                      std::shared_ptr<const DateProvider> dates, std::shared_ptr<DeadlineScheduler> scheduler,
-                     std::shared_ptr<DeadlineScheduler> deadlineScheduler);
+                     std::shared_ptr<DeadlineScheduler> deadlineScheduler,
+                     std::shared_ptr<DeepwakeGuardrailStore> guardrailStore =
+                         std::make_shared<InMemoryDeepwakeGuardrailStore>());
   LidAwakeController(const LidAwakeController&) = delete;
   LidAwakeController& operator=(const LidAwakeController&) = delete;
 
   // Starts a new awake session for the length (none: no timer), even over a
-  // running one. True when Deepwake is on or turning on afterwards; false when
-  // refused or failed, the failure then in lastFailure.
+  // running one. True when Deepwake is on, turning on or paused for power
+  // afterwards; false when refused or failed, the failure then in
+  // lastFailure, or the guardrail that holds in guardrailStop.
   bool turnOn(std::optional<double> length);
   // Joins the running awake session, or starts one for the length.
   bool turnOnJoiningSessionOr(std::optional<double> length);
   // Ends Deepwake and gives the lease back; the awake session runs on.
   void turnOff();
   void acknowledgeHeatWarning();
+  // Stores the settings and applies them at once.
+  void setGuardrailSettings(const DeepwakeGuardrails::Settings& settings);
   // Reads the store and the machine conditions again.
   void refresh();
   // Brings the lease in line with the awake session, and retries a give-back
@@ -62,6 +72,16 @@ class LidAwakeController {
   bool isTurningOn() const { return isTurningOn_; }
   bool hasAcknowledgedHeatWarning() const { return hasAcknowledgedHeatWarning_; }
   const MachineConditionsSnapshot& machineConditions() const { return machineConditions_; }
+  const DeepwakeGuardrails::Settings& guardrailSettings() const { return guardrailSettings_; }
+  // The guardrail that last ended Deepwake or refused it, until the user
+  // turns Deepwake on again.
+  const std::optional<DeepwakeGuardrails::Stop>& guardrailStop() const { return guardrailStop_; }
+  // On battery under "only on a power adapter": no lease is held, but the
+  // user's Deepwake stays on and takes the lease again when power returns.
+  bool isPausedForPower() const { return isPausedForPower_; }
+  // On, turning on or paused: what the user's switch says.
+  bool isWanted() const { return isOn_ || isTurningOn_ || isPausedForPower_; }
+  DeepwakeGuardrails::Notice guardrailNotice() const;
   // A give-back that was not confirmed outranks a start failure: the helper
   // may still be keeping the Mac from sleeping.
   std::optional<AwakeFailure> lastFailure() const;
@@ -88,6 +108,9 @@ class LidAwakeController {
   void gaveBack(std::exception_ptr error);
   void settle();
   void refreshConditions();
+  void applyGuardrails(const MachineConditionsSnapshot& before);
+  void pauseForPower();
+  void resumeWithPower();
   // Nothing is recorded for a failure while a give-back is unconfirmed: that
   // one says more.
   void recordStartFailure(std::optional<AwakeFailure> failure);
@@ -100,6 +123,7 @@ class LidAwakeController {
   std::shared_ptr<const DateProvider> dates_;
   std::shared_ptr<DeadlineScheduler> scheduler_;
   std::shared_ptr<DeadlineScheduler> deadlineScheduler_;
+  std::shared_ptr<DeepwakeGuardrailStore> guardrailStore_;
 
   ChangeSignal changed_;
   Published<bool> isOn_{changed_, false};
@@ -115,6 +139,9 @@ class LidAwakeController {
   std::vector<std::function<void()>> settledWaiters_;
   Published<bool> hasAcknowledgedHeatWarning_{changed_, false};
   Published<MachineConditionsSnapshot> machineConditions_{changed_, {}};
+  Published<DeepwakeGuardrails::Settings> guardrailSettings_{changed_, {}};
+  Published<std::optional<DeepwakeGuardrails::Stop>> guardrailStop_{changed_, std::nullopt};
+  Published<bool> isPausedForPower_{changed_, false};
   // Mirrors the awake session's deadline, so that activeUntil's readers are
   // told when it moves.
   Published<std::optional<Date>> sessionUntil_{changed_, std::nullopt};

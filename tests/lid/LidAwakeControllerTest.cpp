@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -41,7 +42,7 @@ class LidAwakeControllerTest : public ::testing::Test {
  protected:
   std::unique_ptr<LidAwakeController> make() {
     return std::make_unique<LidAwakeController>(awake, lid, store, machine, notifier, clocks.dates, leaseTimer,
-                                                sessionEnd);
+                                                sessionEnd, guardrails);
   }
   // Turned on through the panel's switch and confirmed by the helper.
   std::unique_ptr<LidAwakeController> makeOn(std::optional<double> length = 7200) {
@@ -72,6 +73,7 @@ class LidAwakeControllerTest : public ::testing::Test {
   std::shared_ptr<ManualConditionsNotifier> notifier = std::make_shared<ManualConditionsNotifier>();
   std::shared_ptr<ManualDeadlineScheduler> leaseTimer = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<ManualDeadlineScheduler> sessionEnd = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<InMemoryDeepwakeGuardrailStore> guardrails = std::make_shared<InMemoryDeepwakeGuardrailStore>();
 };
 
 // --- The heat-warning gate and refused starts ---
@@ -560,6 +562,141 @@ TEST_F(LidAwakeControllerTest, PrecautionFollowsTheMachineConditions) {
   controller->refresh();  // as when the panel opens
   EXPECT_EQ(controller->precaution(), LidClosePrecaution::noHeatPath);
   EXPECT_EQ(changes, 2);
+}
+
+// --- Guardrails ---
+
+using Stop = DeepwakeGuardrails::Stop;
+using Rule = Stop::Rule;
+
+class LidGuardrailTest : public LidAwakeControllerTest {
+ protected:
+  // A change the system announces.
+  void change(const std::function<void(MachineConditionsSnapshot&)>& edit) {
+    edit(machine->current);
+    notifier->post();
+  }
+  // Deepwake ended with the lease given back, the awake session running on.
+  void expectStoppedBy(const LidAwakeController& controller, Stop stop) {
+    EXPECT_FALSE(controller.isWanted());
+    EXPECT_EQ(controller.guardrailStop(), stop);
+    EXPECT_FALSE(lid->isEngaged());
+    EXPECT_TRUE(awake->isOn());
+  }
+};
+
+TEST_F(LidGuardrailTest, TheBatteryFloorStopsAtTheFloorOnBatteryButNotWhileCharging) {
+  machine->current = {.isOnBattery = true, .batteryCharge = 22, .isLidClosed = true};
+  auto controller = makeOn();
+  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::batteryAboveFloor);
+  change([](auto& c) { c.batteryCharge = 21; });
+  EXPECT_TRUE(controller->isOn());
+  change([](auto& c) { c.batteryCharge = 20; });
+  expectStoppedBy(*controller, {Rule::batteryFloor, 20});
+  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::none);
+
+  // Plugged in below the floor: charging, so Deepwake may run again.
+  change([](auto& c) {
+    c.isOnBattery = false;
+    c.batteryCharge = 12;
+  });
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_EQ(controller->guardrailStop(), std::nullopt);
+}
+
+TEST_F(LidGuardrailTest, LowPowerModeAndCriticalHeatStopALeaseSeriousHeatOnlyWarns) {
+  auto controller = makeOn();
+  change([](auto& c) { c.thermalState = ThermalState::serious; });
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::seriousHeat);
+  change([](auto& c) { c.thermalState = ThermalState::critical; });
+  expectStoppedBy(*controller, Stop{Rule::criticalHeat});
+
+  change([](auto& c) { c.thermalState = ThermalState::nominal; });
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  change([](auto& c) { c.isLowPowerModeOn = true; });
+  expectStoppedBy(*controller, Stop{Rule::lowPowerMode});
+
+  controller->setGuardrailSettings({.stopsInLowPowerMode = false});
+  EXPECT_FALSE(guardrails->settings().stopsInLowPowerMode);
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->isOn());
+}
+
+TEST_F(LidGuardrailTest, OpeningTheLidStopsDeepwakeOnlyWhenChosen) {
+  machine->current.isLidClosed = false;
+  for (const bool chosen : {false, true}) {
+    guardrails->setSettings({.stopsWhenLidOpens = chosen});
+    auto controller = makeOn();
+    change([](auto& c) { c.isLidClosed = true; });
+    EXPECT_TRUE(controller->isOn());
+    change([](auto& c) { c.isLidClosed = false; });
+    EXPECT_EQ(controller->isOn(), !chosen);
+    if (chosen) expectStoppedBy(*controller, Stop{Rule::lidOpened});
+    controller->turnOff();
+  }
+}
+
+TEST_F(LidGuardrailTest, OnlyOnPowerGivesTheLeaseBackOnBatteryAndTakesItAgainWithPower) {
+  guardrails->setSettings({.onlyOnPowerAdapter = true});
+  auto controller = makeOn();
+  const int renewals = lid->renewCount;
+
+  change([](auto& c) { c.isOnBattery = true; });
+  EXPECT_TRUE(controller->isPausedForPower());
+  EXPECT_TRUE(controller->isWanted());
+  EXPECT_FALSE(controller->isOn());
+  EXPECT_FALSE(lid->isEngaged());
+  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::pausedForPower);
+  leaseTimer->fire();  // nothing is renewed while paused
+  EXPECT_EQ(lid->renewCount, renewals);
+
+  change([](auto& c) { c.isOnBattery = false; });
+  EXPECT_FALSE(controller->isPausedForPower());
+  EXPECT_TRUE(controller->isOn());
+  EXPECT_TRUE(lid->isEngaged());
+  EXPECT_EQ(lid->renewCount, renewals + 1);
+
+  // Turned on while on battery: paused from the start, and the pause ends
+  // with the session it rides on.
+  controller->turnOff();
+  change([](auto& c) { c.isOnBattery = true; });
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(60));
+  EXPECT_TRUE(controller->isPausedForPower());
+  awake->turnOff();
+  EXPECT_FALSE(controller->isWanted());
+}
+
+TEST_F(LidGuardrailTest, ARestartWhilePausedComesBackOffAndHoldsNothing) {
+  guardrails->setSettings({.onlyOnPowerAdapter = true});
+  machine->current.isOnBattery = true;
+  auto controller = make();
+  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  ASSERT_TRUE(controller->isPausedForPower());
+  controller.reset();
+
+  auto relaunched = make();
+  EXPECT_FALSE(relaunched->isWanted());
+  EXPECT_EQ(relaunched->guardrailSettings(), (DeepwakeGuardrails::Settings{.onlyOnPowerAdapter = true}));
+  change([](auto& c) { c.isOnBattery = false; });
+  EXPECT_FALSE(relaunched->isWanted());
+  EXPECT_FALSE(lid->isEngaged());
+}
+
+TEST_F(LidGuardrailTest, TurningOnWhileARuleHoldsSaysWhyInsteadOfFlippingOff) {
+  machine->current = {.isOnBattery = true, .batteryCharge = 10};
+  auto controller = make();
+  const int prepared = lid->prepareCount;
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->guardrailStop(), (Stop{Rule::batteryFloor, 20, /*whenTurningOn=*/true}));
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(lid->prepareCount, prepared);
+
+  // With the floor off it goes on, and the reason goes.
+  controller->setGuardrailSettings({.batteryFloor = 0});
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->guardrailStop(), std::nullopt);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "base/InMemoryDefaultsDomain.h"
+#include "lid/UserDefaultsDeepwakeGuardrailStore.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
 
 namespace wakeloft {
@@ -34,6 +35,45 @@ TEST(UserDefaultsLidAwakeStoreTest, OtherKindsReadAsThePlatformReadsThemAndStayA
   defaults.set(key, DefaultsValue::Data{0x01});
   EXPECT_FALSE(store.hasAcknowledgedHeatWarning());
   EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Data{0x01}));
+}
+
+using Store = UserDefaultsDeepwakeGuardrailStore;
+
+TEST(UserDefaultsDeepwakeGuardrailStoreTest, SettingsRoundTripUnderTheirKeysAndDefaultWhenAbsent) {
+  InMemoryDefaultsDomain defaults;
+  Store store(defaults);
+  EXPECT_EQ(store.settings(), DeepwakeGuardrails::Settings{});
+  EXPECT_EQ(store.settings().batteryFloor, 20);
+  EXPECT_TRUE(defaults.values().empty());
+
+  const DeepwakeGuardrails::Settings chosen{.batteryFloor = 0, .stopsInLowPowerMode = false, .stopsWhenLidOpens = true,
+                                            .onlyOnPowerAdapter = true};
+  store.setSettings(chosen);
+  EXPECT_EQ(defaults.object(Store::batteryFloorKey), DefaultsValue(0));
+  EXPECT_EQ(defaults.object(Store::onlyOnPowerAdapterKey), DefaultsValue(true));
+  EXPECT_EQ(Store(defaults).settings(), chosen);
+}
+
+TEST(UserDefaultsDeepwakeGuardrailStoreTest, UnreadableValuesFallBackToTheDefaultAndAreRemoved) {
+  const DefaultsValue unreadableFloors[] = {true, 25, 20.5, -10, 1e300, "20", DefaultsValue::Array{20}};
+  for (const auto& floor : unreadableFloors) {
+    InMemoryDefaultsDomain defaults;
+    defaults.set(Store::batteryFloorKey, floor);
+    defaults.set(Store::stopsWhenLidOpensKey, true);
+    EXPECT_EQ(Store(defaults).settings().batteryFloor, 20);
+    EXPECT_EQ(defaults.object(Store::batteryFloorKey), std::nullopt);
+    EXPECT_EQ(defaults.object(Store::stopsWhenLidOpensKey), DefaultsValue(true));  // the readable one stays
+  }
+  InMemoryDefaultsDomain defaults;
+  defaults.set(Store::batteryFloorKey, 50.0);  // a real that is a whole floor reads
+  defaults.set(Store::stopsInLowPowerModeKey, 0);
+  defaults.set(Store::onlyOnPowerAdapterKey, "YES");
+  const auto settings = Store(defaults).settings();
+  EXPECT_EQ(settings.batteryFloor, 50);
+  EXPECT_TRUE(settings.stopsInLowPowerMode);
+  EXPECT_FALSE(settings.onlyOnPowerAdapter);
+  EXPECT_EQ(defaults.object(Store::stopsInLowPowerModeKey), std::nullopt);
+  EXPECT_EQ(defaults.object(Store::onlyOnPowerAdapterKey), std::nullopt);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <unordered_set>
 #include <vector>
 
+#include "lid/BatteryCharge.h"
+#include "lid/DeepwakeGuardrails.h"
 #include "lid/LidClosePrecaution.h"
 #include "lid/OnlineDisplayList.h"
 #include "lid/ProvidingPowerSource.h"
@@ -34,6 +36,80 @@ TEST(LidClosePrecautionTest, UnacknowledgedWarningWinsOverEverything) {
 TEST(MachineConditionsTest, SnapshotReadsBothFacts) {
   EXPECT_EQ(StaticMachineConditions(true, false).snapshot(), builtInOnlyOnBattery);
   EXPECT_EQ(StaticMachineConditions(true, true).snapshot(), externalOnBattery);
+}
+
+TEST(BatteryChargeTest, PercentOfTheMaximumRoundedAndBounded) {
+  EXPECT_EQ(BatteryCharge::percent(64, 100), 64);
+  EXPECT_EQ(BatteryCharge::percent(2000, 4000), 50);
+  EXPECT_EQ(BatteryCharge::percent(1, 200), 1);  // 0.5 rounds up
+  EXPECT_EQ(BatteryCharge::percent(105, 100), 100);
+  for (const auto& [current, maximum] : {std::pair<std::optional<long long>, std::optional<long long>>{std::nullopt, 100},
+                                         {50, std::nullopt}, {50, 0}, {-1, 100}}) {
+    EXPECT_EQ(BatteryCharge::percent(current, maximum), std::nullopt);
+  }
+}
+
+using Stop = DeepwakeGuardrails::Stop;
+using Rule = Stop::Rule;
+using Notice = DeepwakeGuardrails::Notice;
+
+MachineConditionsSnapshot onBatteryAt(int charge) {
+  return {.isOnBattery = true, .batteryCharge = charge, .isLidClosed = true};
+}
+
+TEST(DeepwakeGuardrailsTest, BatteryFloorHoldsAtAndBelowItOnlyWhileOnBattery) {
+  const DeepwakeGuardrails::Settings settings;  // floor 20
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, onBatteryAt(21)), std::nullopt);
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, onBatteryAt(20)), (Stop{Rule::batteryFloor, 20}));
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, onBatteryAt(3)), (Stop{Rule::batteryFloor, 20}));
+  auto charging = onBatteryAt(3);
+  charging.isOnBattery = false;
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, charging), std::nullopt);
+  auto noFigure = onBatteryAt(3);
+  noFigure.batteryCharge.reset();
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, noFigure), std::nullopt);
+  EXPECT_EQ(DeepwakeGuardrails::holding({.batteryFloor = 0}, onBatteryAt(1)), std::nullopt);
+  EXPECT_EQ(DeepwakeGuardrails::holding({.batteryFloor = 50}, onBatteryAt(50)), (Stop{Rule::batteryFloor, 50}));
+}
+
+TEST(DeepwakeGuardrailsTest, HeatThenLowPowerModeThenTheFloor) {
+  auto everything = onBatteryAt(5);
+  everything.isLowPowerModeOn = true;
+  everything.thermalState = ThermalState::critical;
+  const DeepwakeGuardrails::Settings settings;
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, everything), Stop{Rule::criticalHeat});
+  everything.thermalState = ThermalState::serious;  // a notice, not a stop
+  EXPECT_EQ(DeepwakeGuardrails::holding(settings, everything), Stop{Rule::lowPowerMode});
+  EXPECT_EQ(DeepwakeGuardrails::holding({.stopsInLowPowerMode = false}, everything), (Stop{Rule::batteryFloor, 20}));
+}
+
+TEST(DeepwakeGuardrailsTest, OpeningTheLidStopsOnlyWhenChosenAndOnlyFromClosed) {
+  auto closed = onBatteryAt(80), open = onBatteryAt(80), unknown = onBatteryAt(80);
+  open.isLidClosed = false;
+  unknown.isLidClosed.reset();
+  const DeepwakeGuardrails::Settings chosen{.stopsWhenLidOpens = true};
+  EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, closed, open), Stop{Rule::lidOpened});
+  EXPECT_EQ(DeepwakeGuardrails::stopping({}, closed, open), std::nullopt);
+  EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, open, closed), std::nullopt);
+  EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, open, open), std::nullopt);
+  EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, unknown, open), std::nullopt);
+}
+
+TEST(DeepwakeGuardrailsTest, NoticesAndThePauseForPower) {
+  const DeepwakeGuardrails::Settings adapterOnly{.onlyOnPowerAdapter = true};
+  auto onPower = onBatteryAt(80);
+  onPower.isOnBattery = false;
+  EXPECT_TRUE(DeepwakeGuardrails::pausesForPower(adapterOnly, onBatteryAt(80)));
+  EXPECT_FALSE(DeepwakeGuardrails::pausesForPower(adapterOnly, onPower));
+  EXPECT_FALSE(DeepwakeGuardrails::pausesForPower({}, onBatteryAt(80)));
+
+  auto hot = onBatteryAt(80);
+  hot.thermalState = ThermalState::serious;
+  EXPECT_EQ(DeepwakeGuardrails::notice({}, hot, /*isPausedForPower=*/true), Notice::pausedForPower);
+  EXPECT_EQ(DeepwakeGuardrails::notice({}, hot, false), Notice::seriousHeat);
+  EXPECT_EQ(DeepwakeGuardrails::notice({}, onBatteryAt(80), false), Notice::batteryAboveFloor);
+  EXPECT_EQ(DeepwakeGuardrails::notice({.batteryFloor = 0}, onBatteryAt(80), false), Notice::none);
+  EXPECT_EQ(DeepwakeGuardrails::notice({}, onPower, false), Notice::none);
 }
 
 TEST(ProvidingPowerSourceTest, OnlyBatteryPowerCountsAsOnBattery) {

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "base/DefaultsDomain.h"
+#include "lid/DeepwakeGuardrailStore.h"
+
+namespace wakeloft {
+
+// The guardrail settings as four values in the user defaults. Read strictly:
+// the floor must be a number that is one of the floors offered, a switch a
+// boolean; anything else reads as the default and is removed, so that the
+// next launch does not trip over it again.
+class UserDefaultsDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
+ public:
+  static constexpr const char* batteryFloorKey = "com.wakeloft.deepwakeBatteryFloor";
+  static constexpr const char* stopsInLowPowerModeKey = "com.wakeloft.deepwakeStopsInLowPowerMode";
+  static constexpr const char* stopsWhenLidOpensKey = "com.wakeloft.deepwakeStopsWhenLidOpens";
+  static constexpr const char* onlyOnPowerAdapterKey = "com.wakeloft.deepwakeOnlyOnPowerAdapter";
+
+  explicit UserDefaultsDeepwakeGuardrailStore(DefaultsDomain& defaults) : defaults_(defaults) {}
+
+  DeepwakeGuardrails::Settings settings() override;
+  void setSettings(const DeepwakeGuardrails::Settings& settings) override;
+
+ private:
+  bool readSwitch(const char* key, bool fallback);
+
+  DefaultsDomain& defaults_;
+};
+
+}  // namespace wakeloft
