@@ -135,7 +135,7 @@ NSColor* noteColor(const PanelNote& note) {
   _glyph.image = GlyphImages::awakeGlyph(content.header.glyph, headerGlyphSize);
   _title.stringValue = BundleTexts::string(content.header.title);
   _statusLine.stringValue = BundleTexts::string(content.statusLine);
-  [_header setAccessibilityLabel:BundleTexts::string(content.header.spokenStatus)];
+  [_header setAccessibilityLabel:BundleTexts::string(content.header.spokenLabel(BundleTexts::lookup()))];
   _explanation.stringValue = BundleTexts::string(content.explanation);
 
   if (!_shown || _shown->mainButton != content.mainButton) [self renderMainButton:content.mainButton];
@@ -201,7 +201,7 @@ NSColor* noteColor(const PanelNote& note) {
   // VoiceOver hears the caption as the switch's help, not twice.
   if (deepwake.toggle.accessibilityHelp == deepwake.caption) [caption setAccessibilityElement:NO];
   [views addObject:caption];
-  for (const auto& note : {deepwake.precaution, deepwake.failure}) {
+  for (const auto& note : {deepwake.guardrail, deepwake.precaution, deepwake.failure}) {
     if (note) [views addObject:PanelViews::note(*note, noteColor(*note), contentWidth(), _perform)];
   }
   _deepwakeSwitch = toggle;

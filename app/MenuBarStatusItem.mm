@@ -40,6 +40,7 @@ using namespace wakeloft;
   _statusItem.button.action = @selector(togglePanel:);
 
   _settings = [[SettingsMenuButton alloc] initWithPresets:controllers.presets
+                                                      lid:controllers.lid
                                            updateReminder:SoftwareUpdate.shared.reminder
                                           checkForUpdates:^{
                                             [SoftwareUpdate.shared checkForUpdates];

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "lid/LidAwakeController.h"
 #include "prefs/PresetDurationsController.h"
 #include "ui/UpdateReminder.h"
 
@@ -12,11 +13,13 @@ NS_ASSUME_NONNULL_BEGIN
 // The "Settings" button at the foot of the panel: its native menu, built
 // each time it opens and popped up beside the menu anchor, and the preset
 // chooser and About box, one popover at a time, anchored to the button. The
-// portable SettingsMenu decides what each command does. While an update
+// portable SettingsMenu decides what each command does; the Safety popover
+// sets Deepwake's guardrails. While an update
 // waits, the button's symbol and its menu say so. Main thread only.
 @interface SettingsMenuButton : NSObject <NSPopoverDelegate>
 
 - (instancetype)initWithPresets:(std::shared_ptr<wakeloft::PresetDurationsController>)presets
+                            lid:(std::shared_ptr<wakeloft::LidAwakeController>)lid
                  updateReminder:(std::shared_ptr<wakeloft::UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;

@@ -11,6 +11,7 @@
 #include "PanelViews.h"
 #include "RunningAppLanguage.h"
 #include "RunningSystemVersion.h"
+#import "SafetyPopup.h"
 #import "SettingsPopup.h"
 #include "base/MainThread.h"
 #include "prefs/AboutInfo.h"
@@ -33,6 +34,7 @@ void openFeedbackForm() {
 
 @implementation SettingsMenuButton {
   std::shared_ptr<PresetDurationsController> _presets;
+  std::shared_ptr<LidAwakeController> _lid;
   std::shared_ptr<UpdateReminder> _reminder;
   Subscription _reminderChanges;
   std::unique_ptr<SettingsMenu> _menu;
@@ -44,11 +46,13 @@ void openFeedbackForm() {
 }
 
 - (instancetype)initWithPresets:(std::shared_ptr<PresetDurationsController>)presets
+                            lid:(std::shared_ptr<LidAwakeController>)lid
                  updateReminder:(std::shared_ptr<UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates {
   self = [super init];
   if (!self) return nil;
   _presets = std::move(presets);
+  _lid = std::move(lid);
   _reminder = std::move(reminder);
   void (^check)(void) = [checkForUpdates copy];
   _menu = std::make_unique<SettingsMenu>(SettingsMenu::Actions{
@@ -163,9 +167,12 @@ void openFeedbackForm() {
 - (void)showPopup {
   const auto& popup = _menu->popup();
   if (!popup) return;
-  NSViewController* content = *popup == SettingsMenu::Popup::settings
-                                  ? static_cast<NSViewController*>([[SettingsPopup alloc] initWithPresets:_presets])
-                                  : static_cast<NSViewController*>([[AboutPopup alloc] init]);
+  NSViewController* content = nil;
+  switch (*popup) {
+    case SettingsMenu::Popup::settings: content = [[SettingsPopup alloc] initWithPresets:_presets]; break;
+    case SettingsMenu::Popup::safety: content = [[SafetyPopup alloc] initWithLid:_lid]; break;
+    case SettingsMenu::Popup::about: content = [[AboutPopup alloc] init]; break;
+  }
   NSPopover* previous = _popover;
   _popover = [[NSPopover alloc] init];
   _popover.behavior = NSPopoverBehaviorTransient;

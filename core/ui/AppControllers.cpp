@@ -3,6 +3,7 @@
 #include "base/MainThread.h"
 #include "helper/LidHelperService.h"
 #include "lease/LidSleepLease.h"
+#include "lid/UserDefaultsDeepwakeGuardrailStore.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
 #include "session/IOKitSleepBlocker.h"
@@ -48,9 +49,10 @@ std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> ri
   auto dates = parts.dates();
   auto renewals = parts.deadlineScheduler();
   auto sessionEnd = parts.deadlineScheduler();
+  auto guardrails = std::make_shared<UserDefaultsDeepwakeGuardrailStore>(defaults);
   return std::make_shared<LidAwakeController>(std::move(riding), std::move(blocker), std::move(store),
                                               std::move(machine), std::move(conditionsNotifier), std::move(dates),
-                                              std::move(renewals), std::move(sessionEnd));
+                                              std::move(renewals), std::move(sessionEnd), std::move(guardrails));
 }
 
 }  // namespace wakeloft::AppControllers

@@ -1,5 +1,7 @@
 #include "ui/AwakePanelContent.h"
 
+#include <cstdint>
+
 #include "status/AwakeExplanation.h"
 #include "status/CountdownText.h"
 #include "status/MenuBarIcon.h"
@@ -69,6 +71,48 @@ std::optional<PanelNote> precautionNote(LidClosePrecaution precaution) {
   return std::nullopt;
 }
 
+using Rule = DeepwakeGuardrails::Stop::Rule;
+
+LocalizedText stopText(const DeepwakeGuardrails::Stop& stop) {
+  const auto floor = static_cast<std::int32_t>(stop.batteryFloor);
+  switch (stop.rule) {
+    case Rule::batteryFloor:
+      return {stop.whenTurningOn ? TextCatalog::refusedAtBatteryFloor : TextCatalog::stoppedAtBatteryFloor, {floor}};
+    case Rule::lowPowerMode:
+      return stop.whenTurningOn ? TextCatalog::refusedInLowPowerMode : TextCatalog::stoppedInLowPowerMode;
+    case Rule::criticalHeat: return stop.whenTurningOn ? TextCatalog::refusedByHeat : TextCatalog::stoppedByHeat;
+    case Rule::lidOpened: break;
+  }
+  return TextCatalog::stoppedWhenLidOpened;
+}
+
+std::optional<PanelNote> guardrailNote(const LidAwakeController& lid) {
+  if (const auto& stop = lid.guardrailStop()) {
+    return PanelNote{stop->rule == Rule::criticalHeat ? NoteSymbol::heat : NoteSymbol::information, stopText(*stop)};
+  }
+  const auto& conditions = lid.machineConditions();
+  switch (lid.guardrailNotice()) {
+    case DeepwakeGuardrails::Notice::none: return std::nullopt;
+    case DeepwakeGuardrails::Notice::pausedForPower:
+      return PanelNote{NoteSymbol::information, TextCatalog::pausedWaitingForPower};
+    case DeepwakeGuardrails::Notice::seriousHeat: return PanelNote{NoteSymbol::heat, TextCatalog::runningHot};
+    case DeepwakeGuardrails::Notice::batteryAboveFloor: break;
+  }
+  return PanelNote{NoteSymbol::information,
+                   {TextCatalog::onBatteryWithFloor,
+                    {static_cast<std::int32_t>(conditions.batteryCharge.value_or(0)),
+                     static_cast<std::int32_t>(lid.guardrailSettings().batteryFloor)}}};
+}
+
+// The charge on battery is there to see; what ended, paused or warns of
+// Deepwake is also said.
+std::optional<LocalizedText> spokenGuardrail(const LidAwakeController& lid, const std::optional<PanelNote>& note) {
+  if (!note || (!lid.guardrailStop() && lid.guardrailNotice() == DeepwakeGuardrails::Notice::batteryAboveFloor)) {
+    return std::nullopt;
+  }
+  return note->text;
+}
+
 std::optional<PanelNote> failureNote(const std::optional<AwakeFailure>& failure) {
   if (!failure) return std::nullopt;
   return PanelNote{NoteSymbol::error, FailureText::describing(*failure), std::nullopt};
@@ -98,6 +142,12 @@ AwakePanelContent::Login loginSection(const LoginItemController& loginItem, cons
 
 }  // namespace
 
+std::string AwakePanelContent::Header::spokenLabel(const TextLookup& lookup) const {
+  std::string label = spokenStatus.resolved(lookup);
+  if (spokenNote) label += ". " + spokenNote->resolved(lookup);
+  return label;
+}
+
 AwakePanelContent AwakePanelContent::current(const Controllers& controllers, const std::string& locale,
                                              const OperatingSystemVersion& system) {
   const auto& awake = *controllers.awake;
@@ -113,14 +163,16 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
       // A reason the mode cannot be used at all disables the switch; the
       // precaution below says what to do about it. The caption explains the
       // coined name, so VoiceOver gives it as the switch's help.
-      .deepwake = {{TextCatalog::deepwake, lid.isOn(), !lid.refusal(), PanelAction::setDeepwake(true),
-                    PanelAction::setDeepwake(false), TextCatalog::deepwakeCaption},
+      .deepwake = {{TextCatalog::deepwake, lid.isOn() || lid.isPausedForPower(), !lid.refusal(),
+                    PanelAction::setDeepwake(true), PanelAction::setDeepwake(false), TextCatalog::deepwakeCaption},
                    TextCatalog::deepwakeCaption,
                    precautionNote(lid.precaution()),
-                   failureNote(lid.lastFailure())},
+                   failureNote(lid.lastFailure()),
+                   guardrailNote(lid)},
       .retry = {},
       .login = loginSection(*controllers.loginItem, system),
   };
+  content.header.spokenNote = spokenGuardrail(lid, content.deepwake.guardrail);
   if (awake.isRequested() && !awake.isOn()) {
     content.retry.dontRetry = PanelButton{TextCatalog::dontRetry, PanelAction::stopRetrying()};
   }

@@ -32,6 +32,11 @@ struct AwakePanelContent {
     AwakeGlyph glyph;
     LocalizedText title;
     LocalizedText spokenStatus;
+    // Said after the status: why a guardrail ended or paused Deepwake.
+    std::optional<LocalizedText> spokenNote = std::nullopt;
+
+    // The one VoiceOver label: the status, then the note as a sentence.
+    std::string spokenLabel(const TextLookup& lookup) const;
     friend bool operator==(const Header&, const Header&) = default;
   };
 
@@ -49,11 +54,16 @@ struct AwakePanelContent {
 
   // The caption under the switch is also the switch's accessibility help,
   // where VoiceOver reads it instead of as a text of its own.
+  // The switch stays on while a guardrail pauses Deepwake for power: the
+  // user's wish stands.
   struct Deepwake {
     PanelSwitch toggle;
     LocalizedText caption;
     std::optional<PanelNote> precaution;
     std::optional<PanelNote> failure;
+    // The guardrail at work: why it stopped, the pause, the heat, or the
+    // charge and the floor on battery.
+    std::optional<PanelNote> guardrail = std::nullopt;
     friend bool operator==(const Deepwake&, const Deepwake&) = default;
   };
 

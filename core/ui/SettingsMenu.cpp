@@ -24,6 +24,7 @@ std::vector<SettingsMenu::Item> SettingsMenu::items(const std::optional<std::str
   if (waitingUpdate) updateTitle = {TextCatalog::installUpdate, {*waitingUpdate}};
   return {
       {TextCatalog::choosePresetDurations, Command::choosePresetDurations, ""},
+      {TextCatalog::safetyMenuItem, Command::safety, ""},
       {TextCatalog::aboutWakeloft, Command::about, ""},
       {updateTitle, Command::checkForUpdates, ""},
       {TextCatalog::sendFeedback, Command::sendFeedback, ""},
@@ -52,6 +53,7 @@ void SettingsMenu::perform(Command command) {
   };
   switch (command) {
     case Command::choosePresetDurations: show(Popup::settings); return;
+    case Command::safety: show(Popup::safety); return;
     case Command::about: show(Popup::about); return;
     case Command::checkForUpdates: run(actions_.checkForUpdates); return;
     case Command::sendFeedback: run(actions_.sendFeedback); return;

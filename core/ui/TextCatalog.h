@@ -106,6 +106,40 @@ class TextCatalog {
                                                TextTable::standard};
   static constexpr TextKey version{"Version %@", TextTable::standard};
 
+  // --- Deepwake guardrails: in the panel and in the Safety popover ---
+  static constexpr TextKey stoppedAtBatteryFloor{"Deepwake stopped because the battery fell to %d%%.",
+                                                 TextTable::deepwake};
+  static constexpr TextKey stoppedInLowPowerMode{"Deepwake stopped because Low Power Mode came on.",
+                                                 TextTable::deepwake};
+  static constexpr TextKey stoppedByHeat{
+      "Deepwake stopped because your Mac got too hot. With the lid closed, it can sleep now.", TextTable::deepwake};
+  static constexpr TextKey stoppedWhenLidOpened{"Deepwake stopped because the lid was opened.", TextTable::deepwake};
+  static constexpr TextKey refusedAtBatteryFloor{"Deepwake can't stay on while the battery is at %d%% or less.",
+                                                 TextTable::deepwake};
+  static constexpr TextKey refusedInLowPowerMode{"Deepwake can't stay on while Low Power Mode is on.",
+                                                 TextTable::deepwake};
+  static constexpr TextKey refusedByHeat{"Deepwake can't stay on while your Mac is this hot.", TextTable::deepwake};
+  static constexpr TextKey pausedWaitingForPower{
+      "Paused, waiting for power. Deepwake goes on again when your Mac is plugged in.", TextTable::deepwake};
+  static constexpr TextKey runningHot{"Your Mac is running hot. Deepwake stops if it gets any hotter.",
+                                      TextTable::deepwake};
+  static constexpr TextKey onBatteryWithFloor{"On battery at %1$d%%. Deepwake stops at %2$d%%.", TextTable::deepwake};
+  static constexpr TextKey safetyMenuItem{"Safety\u2026", TextTable::standard};
+  static constexpr TextKey safety{"Safety", TextTable::standard};
+  static constexpr TextKey batteryFloor{"Stop at battery level", TextTable::standard};
+  static constexpr TextKey batteryFloorPercent{"At %d%%", TextTable::standard};
+  static constexpr TextKey batteryFloorHint{"On battery, Deepwake stops when the charge falls to this level.",
+                                            TextTable::deepwake};
+  static constexpr TextKey stopInLowPowerMode{"Stop in Low Power Mode", TextTable::standard};
+  static constexpr TextKey stopInLowPowerModeHint{"Deepwake stops when Low Power Mode comes on.", TextTable::deepwake};
+  static constexpr TextKey stopWhenLidOpens{"Stop when the lid opens", TextTable::standard};
+  static constexpr TextKey stopWhenLidOpensHint{"Deepwake stops when you open the lid again.", TextTable::deepwake};
+  static constexpr TextKey onlyOnPowerAdapter{"Only on power adapter", TextTable::standard};
+  static constexpr TextKey onlyOnPowerAdapterHint{
+      "On battery, Deepwake pauses and goes on again when you plug in.", TextTable::deepwake};
+  static constexpr TextKey heatAlwaysStops{"Deepwake always stops when your Mac gets critically hot.",
+                                           TextTable::deepwake};
+
   // --- Quit confirmation ---
   static constexpr TextKey quitAndStopAwakeMode{"Quit and stop awake mode?", TextTable::standard};
   static constexpr TextKey awakeModeQuitConsequence{

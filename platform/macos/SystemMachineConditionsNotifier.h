@@ -8,9 +8,12 @@
 namespace wakeloft {
 
 // Tells its handler when the display configuration changes (the default
-// centre's screen-parameter notification) and when any power source changes
-// (an IOKit run-loop source on the main run loop, also while a menu is being
-// tracked). Main thread only.
+// centre's screen-parameter notification), when any power source changes,
+// the battery's charge among it (an IOKit run-loop source on the main run
+// loop, also while a menu is being tracked), when Low Power Mode or the
+// thermal state changes (the process information's notifications), and when
+// the lid opens or closes (the root power domain's clamshell message). None
+// of it polls. Main thread only.
 class SystemMachineConditionsNotifier final : public MachineConditionsNotifier {
  public:
   SystemMachineConditionsNotifier();
@@ -18,13 +21,13 @@ class SystemMachineConditionsNotifier final : public MachineConditionsNotifier {
   SystemMachineConditionsNotifier(const SystemMachineConditionsNotifier&) = delete;
   SystemMachineConditionsNotifier& operator=(const SystemMachineConditionsNotifier&) = delete;
 
-  // Replaces the earlier observation: one screen observer and one power
-  // source at a time.
+  // Replaces the earlier observation: one of each observer at a time.
   void observe(std::function<void()> handler) override;
 
  private:
-  struct Observation;  // the handler, the power source and the screen token
+  struct Observation;  // the handler and what watches for it
 
+  void observeClamshell(void* context);
   void stopObserving();
 
   std::unique_ptr<Observation> observation_;

@@ -3,7 +3,10 @@
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 #include <CoreFoundation/CoreFoundation.h>
+#include <IOKit/IOKitLib.h>
+#include <IOKit/IOMessage.h>
 #include <IOKit/ps/IOPowerSources.h>
+#include <IOKit/pwr_mgt/IOPM.h>
 
 #include "CFOwned.h"
 #include "base/MainThread.h"
@@ -21,6 +24,12 @@ void forEachPowerSourceMode(Body body) {
 
 void runHandler(void* context) { (*static_cast<const std::function<void()>*>(context))(); }
 
+// The root power domain tells its interested clients of every clamshell
+// change; other messages of its are not ours.
+void clamshellMessage(void* context, io_service_t, natural_t messageType, void*) {
+  if (messageType == kIOPMMessageClamshellStateChange) runHandler(context);
+}
+
 }  // namespace
 
 struct SystemMachineConditionsNotifier::Observation {
@@ -29,6 +38,10 @@ struct SystemMachineConditionsNotifier::Observation {
   std::shared_ptr<const std::function<void()>> handler;
   CFOwned<CFRunLoopSourceRef> powerSource;
   id<NSObject> screenToken = nil;
+  id<NSObject> lowPowerModeToken = nil;
+  id<NSObject> thermalToken = nil;
+  IONotificationPortRef clamshellPort = nullptr;
+  io_object_t clamshellInterest = IO_OBJECT_NULL;
 };
 
 SystemMachineConditionsNotifier::SystemMachineConditionsNotifier() : observation_(std::make_unique<Observation>()) {}
@@ -50,19 +63,67 @@ void SystemMachineConditionsNotifier::observe(std::function<void()> handler) {
                                                     (*shared)();
                                                   }];
 
-  // The context is the handler itself; the source is removed before the
-  // handler is replaced or dropped, and both happen on the main thread.
-  CFRunLoopSourceRef source = IOPSNotificationCreateRunLoopSource(
-      runHandler, const_cast<void*>(static_cast<const void*>(observation_->handler.get())));
+  // The process information posts these on whatever thread noticed the
+  // change; the main queue brings them here.
+  const auto onMain = ^(NSNotification*) {
+    requireMainThread("a process-information notification");
+    (*shared)();
+  };
+  NSNotificationCenter* centre = NSNotificationCenter.defaultCenter;
+  observation_->lowPowerModeToken = [centre addObserverForName:NSProcessInfoPowerStateDidChangeNotification
+                                                        object:nil
+                                                         queue:NSOperationQueue.mainQueue
+                                                    usingBlock:onMain];
+  observation_->thermalToken = [centre addObserverForName:NSProcessInfoThermalStateDidChangeNotification
+                                                   object:nil
+                                                    queue:NSOperationQueue.mainQueue
+                                               usingBlock:onMain];
+
+  // The contexts are the handler itself; the sources are removed before the
+  // handler is replaced or dropped, and all of it happens on the main thread.
+  void* context = const_cast<void*>(static_cast<const void*>(observation_->handler.get()));
+  observeClamshell(context);
+  CFRunLoopSourceRef source = IOPSNotificationCreateRunLoopSource(runHandler, context);
   if (!source) return;
   observation_->powerSource = CFOwned<CFRunLoopSourceRef>(source);
   forEachPowerSourceMode([&](CFStringRef mode) { CFRunLoopAddSource(CFRunLoopGetMain(), source, mode); });
 }
 
+void SystemMachineConditionsNotifier::observeClamshell(void* context) {
+  const io_service_t rootDomain = IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("IOPMrootDomain"));
+  if (rootDomain == IO_OBJECT_NULL) return;
+  IONotificationPortRef port = IONotificationPortCreate(kIOMainPortDefault);
+  if (port) {
+    io_object_t interest = IO_OBJECT_NULL;
+    if (IOServiceAddInterestNotification(port, rootDomain, kIOGeneralInterest, clamshellMessage, context, &interest) ==
+        KERN_SUCCESS) {
+      observation_->clamshellPort = port;
+      observation_->clamshellInterest = interest;
+      // The port owns its source; it goes when the port is destroyed.
+      forEachPowerSourceMode([&](CFStringRef mode) {
+        CFRunLoopAddSource(CFRunLoopGetMain(), IONotificationPortGetRunLoopSource(port), mode);
+      });
+    } else {
+      IONotificationPortDestroy(port);
+    }
+  }
+  IOObjectRelease(rootDomain);
+}
+
 void SystemMachineConditionsNotifier::stopObserving() {
-  if (observation_->screenToken) {
-    [NSNotificationCenter.defaultCenter removeObserver:observation_->screenToken];
-    observation_->screenToken = nil;
+  for (id<NSObject> __strong* token :
+       {&observation_->screenToken, &observation_->lowPowerModeToken, &observation_->thermalToken}) {
+    if (!*token) continue;
+    [NSNotificationCenter.defaultCenter removeObserver:*token];
+    *token = nil;
+  }
+  if (observation_->clamshellPort) {
+    const CFRunLoopSourceRef source = IONotificationPortGetRunLoopSource(observation_->clamshellPort);
+    forEachPowerSourceMode([&](CFStringRef mode) { CFRunLoopRemoveSource(CFRunLoopGetMain(), source, mode); });
+    IOObjectRelease(observation_->clamshellInterest);
+    IONotificationPortDestroy(observation_->clamshellPort);
+    observation_->clamshellInterest = IO_OBJECT_NULL;
+    observation_->clamshellPort = nullptr;
   }
   if (observation_->powerSource) {
     const CFRunLoopSourceRef source = observation_->powerSource.get();

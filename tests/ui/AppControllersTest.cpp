@@ -11,6 +11,7 @@
 #include "base/InMemoryDefaultsDomain.h"
 #include "helper/LidHelperService.h"
 #include "lid/InMemoryLidSleepBlocker.h"
+#include "lid/UserDefaultsDeepwakeGuardrailStore.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
 #include "prefs/InMemoryLoginItem.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
@@ -162,6 +163,14 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
   EXPECT_EQ(schedulers[2]->pending, clocks.now());
   schedulers[2]->fire();
   EXPECT_FALSE(controllers.lid->isOn());
+}
+
+TEST_F(AppControllersTest, DeepwakesGuardrailSettingsAreRestoredFromTheDefaults) {
+  defaults.set(UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, 50);
+  defaults.set(UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey, true);
+  const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_EQ(controllers.lid->guardrailSettings(),
+            (DeepwakeGuardrails::Settings{.batteryFloor = 50, .onlyOnPowerAdapter = true}));
 }
 
 TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeam) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 #include "TestControllers.h"
 #include "lid/LidSleepBlockerError.h"
 #include "ui/TextCatalog.h"
@@ -219,6 +221,33 @@ TEST_F(AwakePanelContentTest, OnBatteryWithNoDisplayDeepwakeAsksToKeepTheMacUnco
 }
 
 // --- Open at login ---
+
+TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOrPausesItIsSaid) {
+  app.machine->current = {.isOnBattery = true, .hasExternalDisplay = true, .batteryCharge = 64};
+  app.start();
+  app.turnOnDeepwake();
+  auto panel = content();
+  EXPECT_EQ(panel.deepwake.guardrail->text.english(), "On battery at 64%. Deepwake stops at 20%.");
+  EXPECT_EQ(panel.header.spokenNote, std::nullopt);  // the charge is only there to see
+
+  app.machine->current.batteryCharge = 20;
+  app.conditionsNotifier->post();
+  panel = content();
+  EXPECT_FALSE(panel.deepwake.toggle.isOn);
+  EXPECT_EQ(panel.deepwake.guardrail,
+            (PanelNote{NoteSymbol::information, {TextCatalog::stoppedAtBatteryFloor, {std::int32_t{20}}}}));
+  EXPECT_EQ(panel.header.spokenLabel(nullptr),
+            "Wakeloft, on, 2 hours left. Deepwake stopped because the battery fell to 20%.");
+
+  // Paused for power: the switch keeps the user's wish.
+  app.machine->current.batteryCharge = 90;
+  app.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
+  app.turnOnDeepwake();
+  panel = content();
+  EXPECT_TRUE(panel.deepwake.toggle.isOn);
+  EXPECT_EQ(panel.deepwake.guardrail->text, LocalizedText(TextCatalog::pausedWaitingForPower));
+  EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
+}
 
 TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPane) {
   app.loginItemService->setState(LoginItemState::requiresApproval);

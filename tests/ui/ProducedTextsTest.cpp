@@ -14,6 +14,7 @@
 #include "ui/MenuBarItem.h"
 #include "ui/AboutPopupContent.h"
 #include "ui/QuitConfirmationAlert.h"
+#include "ui/SafetyPopupContent.h"
 #include "ui/SettingsMenu.h"
 #include "ui/SettingsPopupContent.h"
 #include "ui/TextCatalog.h"
@@ -57,6 +58,7 @@ void collect(KeySet& keys, const PanelSwitch& toggle) {
 void collect(KeySet& keys, const AwakePanelContent& panel) {
   collect(keys, panel.header.title);
   collect(keys, panel.header.spokenStatus);
+  if (panel.header.spokenNote) collect(keys, *panel.header.spokenNote);
   collect(keys, panel.statusLine);
   collect(keys, panel.explanation);
   collect(keys, panel.mainButton.title);
@@ -67,6 +69,7 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   collect(keys, panel.deepwake.caption);
   collect(keys, panel.deepwake.precaution);
   collect(keys, panel.deepwake.failure);
+  collect(keys, panel.deepwake.guardrail);
   if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
   collect(keys, panel.retry.failure);
   collect(keys, panel.login.toggle);
@@ -103,6 +106,35 @@ void collectPanels(KeySet& keys) {
   shown(app);
   app.awake->turnOn(600);
   shown(app);
+
+  // Each guardrail's notice, each rule ending Deepwake and then refusing it.
+  testing::TestControllers guarded;
+  guarded.guardrails->setSettings({.stopsWhenLidOpens = true});
+  guarded.machine->current = {.isOnBattery = true, .batteryCharge = 50, .isLidClosed = true};
+  guarded.start();
+  auto& machine = guarded.machine->current;
+  const auto changed = [&] {
+    guarded.conditionsNotifier->post();
+    shown(guarded);
+  };
+  const auto stopAndRefuse = [&](const std::function<void()>& stop, const std::function<void()>& undo) {
+    guarded.turnOnDeepwake();
+    shown(guarded);
+    stop();
+    changed();
+    guarded.turnOnDeepwake();
+    shown(guarded);
+    undo();
+    changed();
+  };
+  stopAndRefuse([&] { machine.thermalState = ThermalState::serious; }, [] {});
+  stopAndRefuse([&] { machine.thermalState = ThermalState::critical; }, [&] { machine.thermalState = {}; });
+  stopAndRefuse([&] { machine.isLowPowerModeOn = true; }, [&] { machine.isLowPowerModeOn = false; });
+  stopAndRefuse([&] { machine.batteryCharge = 10; }, [&] { machine.batteryCharge = 50; });
+  stopAndRefuse([&] { machine.isLidClosed = false; }, [&] { machine.isLidClosed = true; });
+  guarded.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
+  guarded.turnOnDeepwake();
+  shown(guarded);
 }
 
 KeySet produced() {
@@ -129,6 +161,13 @@ KeySet produced() {
   collect(keys, chooser.title);
   collect(keys, chooser.hint);
   for (const auto& row : chooser.rows) collect(keys, row.label);
+  const auto safety = SafetyPopupContent::current(*app.lid);
+  for (const auto& text : {safety.title, safety.floorTitle, safety.floorHint, safety.heatNote}) collect(keys, text);
+  for (const auto& floor : safety.floors) collect(keys, floor.label);
+  for (const auto& row : safety.switches) {
+    collect(keys, row.title);
+    collect(keys, row.hint);
+  }
   struct Utc final : TimeZone {
     int secondsFromGMT(Date) const override { return 0; }
   };

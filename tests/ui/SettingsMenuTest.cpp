@@ -14,19 +14,20 @@ using Popup = SettingsMenu::Popup;
 
 TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKey) {
   const auto items = SettingsMenu::items();
-  ASSERT_EQ(items.size(), 6u);
-  const std::vector<std::string> titles = {"Choose preset durations\u2026", "About Wakeloft", "Check for Updates\u2026",
-                                           "Send Feedback"};
+  ASSERT_EQ(items.size(), 7u);
+  const std::vector<std::string> titles = {"Choose preset durations\u2026", "Safety\u2026", "About Wakeloft",
+                                           "Check for Updates\u2026", "Send Feedback"};
   for (std::size_t i = 0; i < titles.size(); ++i) {
     EXPECT_EQ(items[i].title->english(), titles[i]);
     EXPECT_EQ(items[i].keyEquivalent, "");
   }
   EXPECT_EQ(items[0].command, Command::choosePresetDurations);
-  EXPECT_EQ(items[3].command, Command::sendFeedback);
-  EXPECT_TRUE(items[4].isSeparator());
-  EXPECT_EQ(items[5].title->english(), "Quit Wakeloft");
-  EXPECT_EQ(items[5].command, Command::quit);
-  EXPECT_EQ(items[5].keyEquivalent, "q");
+  EXPECT_EQ(items[1].command, Command::safety);
+  EXPECT_EQ(items[4].command, Command::sendFeedback);
+  EXPECT_TRUE(items[5].isSeparator());
+  EXPECT_EQ(items[6].title->english(), "Quit Wakeloft");
+  EXPECT_EQ(items[6].command, Command::quit);
+  EXPECT_EQ(items[6].keyEquivalent, "q");
   EXPECT_EQ(SettingsMenu::buttonTitle().english(), "Settings");
 }
 
@@ -36,8 +37,8 @@ TEST(SettingsMenuTest, AWaitingUpdateShowsOnTheButtonAndInItsItem) {
   EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");
   EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel("2.1").english(), "Settings, version 2.1 is ready to install");
   const auto items = SettingsMenu::items("2.1");
-  EXPECT_EQ(items[2].title->english(), "Install Version 2.1\u2026");
-  EXPECT_EQ(items[2].command, Command::checkForUpdates);
+  EXPECT_EQ(items[3].title->english(), "Install Version 2.1\u2026");
+  EXPECT_EQ(items[3].command, Command::checkForUpdates);
 }
 
 TEST(UpdateReminderTest, OnlyAScheduledUpdateTheUpdaterCannotBringToTheFrontWaitsUntilAttended) {
@@ -79,14 +80,16 @@ TEST(SettingsMenuTest, CommandsOpenOnePopoverAtATimeOrReachTheirActions) {
 
   menu.perform(Command::choosePresetDurations);
   EXPECT_EQ(menu.popup(), Popup::settings);
-  menu.perform(Command::about);  // replaces the preset chooser
+  menu.perform(Command::safety);  // replaces the preset chooser
+  EXPECT_EQ(menu.popup(), Popup::safety);
+  menu.perform(Command::about);
   EXPECT_EQ(menu.popup(), Popup::about);
-  EXPECT_EQ(calls, (std::vector<std::string>{"activate", "activate"}));
+  EXPECT_EQ(calls, (std::vector<std::string>{"activate", "activate", "activate"}));
 
   menu.perform(Command::checkForUpdates);
   menu.perform(Command::sendFeedback);
   menu.perform(Command::quit);
-  EXPECT_EQ(calls, (std::vector<std::string>{"activate", "activate", "update", "feedback", "quit"}));
+  EXPECT_EQ(calls, (std::vector<std::string>{"activate", "activate", "activate", "update", "feedback", "quit"}));
   EXPECT_EQ(menu.popup(), Popup::about);
 
   menu.popupClosed();

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "lid/InMemoryDeepwakeGuardrailStore.h"
 #include "lid/InMemoryLidAwakeStore.h"
 #include "lid/InMemoryLidSleepBlocker.h"
 #include "lid/LidAwakeController.h"
@@ -37,6 +38,7 @@ struct TestControllers {
   std::shared_ptr<ManualConditionsNotifier> conditionsNotifier = std::make_shared<ManualConditionsNotifier>();
   std::shared_ptr<ManualDeadlineScheduler> leaseTimer = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<ManualDeadlineScheduler> deepwakeEnd = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<InMemoryDeepwakeGuardrailStore> guardrails = std::make_shared<InMemoryDeepwakeGuardrailStore>();
   std::shared_ptr<InMemoryLoginItem> loginItemService =
       std::make_shared<InMemoryLoginItem>(LoginItemState::disabled, /*isAtStableLocation=*/true);
   std::shared_ptr<InMemoryPresetDurationStore> presetStore = std::make_shared<InMemoryPresetDurationStore>();
@@ -51,7 +53,7 @@ struct TestControllers {
     awake = std::make_shared<AwakeController>(assertion, intents, clocks.dates, clocks.continuous, sessionTimer,
                                               recheck, /*restoringPreviousState=*/true);
     lid = std::make_shared<LidAwakeController>(awake, helper, heatWarning, machine, conditionsNotifier, clocks.dates,
-                                               leaseTimer, deepwakeEnd);
+                                               leaseTimer, deepwakeEnd, guardrails);
     loginItem = std::make_shared<LoginItemController>(loginItemService, /*repairingRegistration=*/true);
     presets = std::make_shared<PresetDurationsController>(presetStore);
   }

@@ -1,0 +1,116 @@
+#import "SafetyPopup.h"
+
+#include <vector>
+
+#import "ActionHandler.h"
+#include "BundleTexts.h"
+#include "PanelViews.h"
+#include "RunningAppLanguage.h"
+#include "base/MainThread.h"
+#include "base/Observation.h"
+#include "ui/SafetyPopupContent.h"
+
+using namespace wakeloft;
+
+namespace {
+
+constexpr CGFloat inset = 14;
+
+NSTextField* hintLabel(const LocalizedText& text) {
+  return PanelViews::wrappingLabel(BundleTexts::string(text), PanelViews::font(NSFontTextStyleFootnote),
+                                   NSColor.secondaryLabelColor, SafetyPopupContent::width - 2 * inset);
+}
+
+}  // namespace
+
+@implementation SafetyPopup {
+  std::shared_ptr<LidAwakeController> _lid;
+  Subscription _lidChanged;
+  NSPopUpButton* _floors;
+  std::vector<int> _floorPercents;
+  // In the content's order of switches.
+  NSMutableArray<NSButton*>* _switches;
+}
+
+- (instancetype)initWithLid:(std::shared_ptr<LidAwakeController>)lid {
+  self = [super initWithNibName:nil bundle:nil];
+  if (self) _lid = std::move(lid);
+  return self;
+}
+
+// The layout never changes; render only sets the values.
+- (void)loadView {
+  const auto content = SafetyPopupContent::current(*_lid);
+  NSView* root = [[NSView alloc] init];
+  root.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
+  __weak SafetyPopup* weakSelf = self;
+
+  NSTextField* title =
+      PanelViews::label(BundleTexts::string(content.title), PanelViews::font(NSFontTextStyleHeadline), NSColor.labelColor);
+  NSTextField* floorTitle = PanelViews::label(BundleTexts::string(content.floorTitle),
+                                              PanelViews::font(NSFontTextStyleBody), NSColor.labelColor);
+  _floors = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
+  for (const auto& floor : content.floors) {
+    [_floors addItemWithTitle:BundleTexts::string(floor.label)];
+    _floorPercents.push_back(floor.percent);
+  }
+  [_floors setAccessibilityLabel:BundleTexts::string(content.floorTitle)];
+  [ActionHandler attachTo:_floors
+                   action:^(id) {
+                     SafetyPopup* strongSelf = weakSelf;
+                     if (!strongSelf) return;
+                     const NSInteger index = strongSelf->_floors.indexOfSelectedItem;
+                     if (index < 0 || static_cast<std::size_t>(index) >= strongSelf->_floorPercents.size()) return;
+                     SafetyPopupContent::chooseFloor(strongSelf->_floorPercents[static_cast<std::size_t>(index)],
+                                                     *strongSelf->_lid);
+                   }];
+  NSMutableArray<NSView*>* views =
+      [NSMutableArray arrayWithArray:@[ title, PanelViews::row(@[ floorTitle, _floors ], 8), hintLabel(content.floorHint) ]];
+
+  _switches = [NSMutableArray array];
+  for (const auto& row : content.switches) {
+    NSButton* box = [NSButton checkboxWithTitle:BundleTexts::string(row.title) target:nil action:nil];
+    const SafetyPopupContent::Setting setting = row.setting;
+    [ActionHandler attachTo:box
+                     action:^(id sender) {
+                       SafetyPopup* strongSelf = weakSelf;
+                       if (!strongSelf) return;
+                       const bool on = static_cast<NSButton*>(sender).state == NSControlStateValueOn;
+                       SafetyPopupContent::set(setting, on, *strongSelf->_lid);
+                     }];
+    [_switches addObject:box];
+    [views addObject:PanelViews::column(@[ box, hintLabel(row.hint) ], SafetyPopupContent::rowSpacing)];
+  }
+  [views addObject:hintLabel(content.heatNote)];
+
+  NSStackView* stack = PanelViews::column(views, SafetyPopupContent::sectionSpacing);
+  stack.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);
+  stack.translatesAutoresizingMaskIntoConstraints = NO;
+  [root addSubview:stack];
+  [NSLayoutConstraint activateConstraints:@[
+    [stack.topAnchor constraintEqualToAnchor:root.topAnchor],
+    [stack.bottomAnchor constraintEqualToAnchor:root.bottomAnchor],
+    [stack.leadingAnchor constraintEqualToAnchor:root.leadingAnchor],
+    [stack.trailingAnchor constraintEqualToAnchor:root.trailingAnchor],
+    [root.widthAnchor constraintEqualToConstant:SafetyPopupContent::width],
+  ]];
+  self.view = root;
+
+  _lidChanged = _lid->observe([weakSelf] { [weakSelf render]; });
+  [self render];
+}
+
+- (void)render {
+  requireMainThread("SafetyPopup render");
+  const auto content = SafetyPopupContent::current(*_lid);
+  for (std::size_t i = 0; i < _floorPercents.size(); ++i) {
+    if (_floorPercents[i] == content.chosenFloor) [_floors selectItemAtIndex:static_cast<NSInteger>(i)];
+  }
+  for (std::size_t i = 0; i < content.switches.size() && i < _switches.count; ++i) {
+    _switches[i].state = content.switches[i].isOn ? NSControlStateValueOn : NSControlStateValueOff;
+  }
+  [self.view layoutSubtreeIfNeeded];
+  self.preferredContentSize = self.view.fittingSize;
+}
+
+@end

@@ -1,0 +1,53 @@
+#include "ui/SafetyPopupContent.h"
+
+#include <cstdint>
+
+#include "ui/TextCatalog.h"
+
+namespace wakeloft {
+
+namespace {
+
+bool& field(DeepwakeGuardrails::Settings& settings, SafetyPopupContent::Setting setting) {
+  switch (setting) {
+    case SafetyPopupContent::Setting::stopsInLowPowerMode: return settings.stopsInLowPowerMode;
+    case SafetyPopupContent::Setting::stopsWhenLidOpens: return settings.stopsWhenLidOpens;
+    case SafetyPopupContent::Setting::onlyOnPowerAdapter: break;
+  }
+  return settings.onlyOnPowerAdapter;
+}
+
+}  // namespace
+
+SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid) {
+  auto settings = lid.guardrailSettings();
+  SafetyPopupContent content{TextCatalog::safety, TextCatalog::batteryFloor, {}, settings.batteryFloor,
+                             TextCatalog::batteryFloorHint, {}, TextCatalog::heatAlwaysStops};
+  for (const int floor : DeepwakeGuardrails::Settings::batteryFloors) {
+    content.floors.push_back({floor, floor == 0 ? LocalizedText(TextCatalog::statusOff)
+                                                : LocalizedText(TextCatalog::batteryFloorPercent,
+                                                                {static_cast<std::int32_t>(floor)})});
+  }
+  const auto row = [&](Setting setting, TextKey title, TextKey hint) {
+    content.switches.push_back({setting, title, field(settings, setting), hint});
+  };
+  row(Setting::stopsInLowPowerMode, TextCatalog::stopInLowPowerMode, TextCatalog::stopInLowPowerModeHint);
+  row(Setting::stopsWhenLidOpens, TextCatalog::stopWhenLidOpens, TextCatalog::stopWhenLidOpensHint);
+  row(Setting::onlyOnPowerAdapter, TextCatalog::onlyOnPowerAdapter, TextCatalog::onlyOnPowerAdapterHint);
+  return content;
+}
+
+void SafetyPopupContent::chooseFloor(int percent, LidAwakeController& lid) {
+  if (!DeepwakeGuardrails::Settings::isBatteryFloor(percent)) return;
+  auto settings = lid.guardrailSettings();
+  settings.batteryFloor = percent;
+  lid.setGuardrailSettings(settings);
+}
+
+void SafetyPopupContent::set(Setting setting, bool on, LidAwakeController& lid) {
+  auto settings = lid.guardrailSettings();
+  field(settings, setting) = on;
+  lid.setGuardrailSettings(settings);
+}
+
+}  // namespace wakeloft

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <vector>
+
+#include "lid/DeepwakeGuardrails.h"
+#include "lid/LidAwakeController.h"
+#include "ui/LocalizedText.h"
+
+namespace wakeloft {
+
+// The Safety popover, opened from the settings menu: Deepwake's battery
+// floor as a choice, its three switches, and one line explaining each. A
+// change is stored and applied at once.
+struct SafetyPopupContent {
+  static constexpr double width = 280;
+  static constexpr double rowSpacing = 4;
+  static constexpr double sectionSpacing = 12;
+
+  struct FloorChoice {
+    // 0 is off.
+    int percent;
+    LocalizedText label;
+    friend bool operator==(const FloorChoice&, const FloorChoice&) = default;
+  };
+  enum class Setting { stopsInLowPowerMode, stopsWhenLidOpens, onlyOnPowerAdapter };
+  struct Switch {
+    Setting setting;
+    LocalizedText title;
+    bool isOn;
+    LocalizedText hint;
+    friend bool operator==(const Switch&, const Switch&) = default;
+  };
+
+  LocalizedText title;
+  LocalizedText floorTitle;
+  std::vector<FloorChoice> floors;
+  int chosenFloor;
+  LocalizedText floorHint;
+  std::vector<Switch> switches;
+  // Heat has no switch: it always stops Deepwake.
+  LocalizedText heatNote;
+
+  static SafetyPopupContent current(const LidAwakeController& lid);
+
+  static void chooseFloor(int percent, LidAwakeController& lid);
+  static void set(Setting setting, bool on, LidAwakeController& lid);
+
+  friend bool operator==(const SafetyPopupContent&, const SafetyPopupContent&) = default;
+};
+
+}  // namespace wakeloft

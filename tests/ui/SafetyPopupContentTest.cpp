@@ -1,0 +1,41 @@
+#include "ui/SafetyPopupContent.h"
+
+#include <gtest/gtest.h>
+
+#include "TestControllers.h"
+
+namespace wakeloft {
+namespace {
+
+using Setting = SafetyPopupContent::Setting;
+
+TEST(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresAndAppliesChanges) {
+  testing::TestControllers app;
+  app.guardrails->setSettings({.batteryFloor = 30, .stopsWhenLidOpens = true});
+  app.start();
+  auto content = SafetyPopupContent::current(*app.lid);
+  EXPECT_EQ(content.chosenFloor, 30);
+  ASSERT_EQ(content.floors.size(), 5u);
+  EXPECT_EQ(content.floors[0].label.english(), "Off");
+  EXPECT_EQ(content.floors[4].label.english(), "At 50%");
+  ASSERT_EQ(content.switches.size(), 3u);
+  EXPECT_EQ(content.switches[0].title.english(), "Stop in Low Power Mode");
+  EXPECT_TRUE(content.switches[0].isOn);
+  EXPECT_TRUE(content.switches[1].isOn);
+  EXPECT_FALSE(content.switches[2].isOn);
+
+  SafetyPopupContent::chooseFloor(25, *app.lid);  // not one on offer
+  SafetyPopupContent::chooseFloor(0, *app.lid);
+  SafetyPopupContent::set(Setting::stopsInLowPowerMode, false, *app.lid);
+  SafetyPopupContent::set(Setting::onlyOnPowerAdapter, true, *app.lid);
+  const DeepwakeGuardrails::Settings expected{.batteryFloor = 0, .stopsInLowPowerMode = false,
+                                              .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true};
+  EXPECT_EQ(app.guardrails->settings(), expected);
+  content = SafetyPopupContent::current(*app.lid);
+  EXPECT_EQ(content.chosenFloor, 0);
+  EXPECT_FALSE(content.switches[0].isOn);
+  EXPECT_TRUE(content.switches[2].isOn);
+}
+
+}  // namespace
+}  // namespace wakeloft
