@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -130,6 +131,8 @@ RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Requests re
   umask(previous);
   g_object_unref(address);
   if (!bound) throw std::runtime_error("cannot serve on " + path_ + ": " + takeMessage(error));
+  // A burst of connects beyond the backlog fails at once with EAGAIN.
+  g_socket_set_listen_backlog(listener_->socket, SOMAXCONN);
   if (!g_socket_listen(listener_->socket, &error)) {
     unlink(path_.c_str());
     throw std::runtime_error("cannot listen on " + path_ + ": " + takeMessage(error));
