@@ -33,7 +33,9 @@ struct SourceHandle {
   }
 };
 
-std::string takeMessage(GError* error) {
+// Frees the error and clears the caller's pointer, so a later
+// g_clear_error there does nothing.
+std::string takeMessage(GError*& error) {
   std::string message = error ? error->message : "unknown error";
   g_clear_error(&error);
   return message;
@@ -57,7 +59,11 @@ struct RigSocketServer::Listener {
   GSocket* socket = nullptr;
   std::function<bool(GIOCondition)> onReady;
   SourceHandle source;
+  // While accepting is paused: the latest moment to try again.
+  SourceHandle retry;
+  bool failing = false;
   ~Listener() {
+    retry.reset();
     source.reset();
     if (socket) g_object_unref(socket);
   }
@@ -155,10 +161,20 @@ void RigSocketServer::accept() {
   GError* error = nullptr;
   GSocket* socket = g_socket_accept(listener_->socket, nullptr, &error);
   if (!socket) {
-    if (!g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK)) log_("connection not accepted: " + takeMessage(error));
-    g_clear_error(&error);
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK)) {
+      g_clear_error(&error);
+      return;
+    }
+    // Out of descriptors, most likely. The connection stays pending, so the
+    // listener would fire again at once: wait for one of ours to close, or a
+    // second at most, and say so once until accepting works again.
+    const std::string why = takeMessage(error);
+    if (!listener_->failing) log_("connections not accepted for now: " + why);
+    listener_->failing = true;
+    pauseAccepting();
     return;
   }
+  listener_->failing = false;
 
   GCredentials* credentials = g_socket_get_credentials(socket, &error);
   const uid_t uid = credentials ? g_credentials_get_unix_user(credentials, nullptr) : static_cast<uid_t>(-1);
@@ -219,6 +235,26 @@ void RigSocketServer::accept() {
   connections_.emplace(connection->client, std::move(connection));
 }
 
+void RigSocketServer::pauseAccepting() {
+  listener_->source.reset();
+  GSource* retry = g_timeout_source_new_seconds(1);
+  g_source_set_callback(
+      retry,
+      +[](gpointer server) -> gboolean {
+        static_cast<RigSocketServer*>(server)->resumeAccepting();
+        return G_SOURCE_REMOVE;
+      },
+      this, nullptr);
+  g_source_attach(retry, nullptr);
+  listener_->retry.reset(retry);
+}
+
+void RigSocketServer::resumeAccepting() {
+  if (!listener_->retry.source) return;
+  listener_->retry.reset();
+  listener_->source.reset(watch(listener_->socket, G_IO_IN, &listener_->onReady));
+}
+
 void RigSocketServer::close(const std::shared_ptr<Connection>& connection) {
   if (connection->closed) return;
   connection->closed = true;
@@ -229,6 +265,7 @@ void RigSocketServer::close(const std::shared_ptr<Connection>& connection) {
   // Freed on the loop's next turn: the callback running now may be its own.
   MainRunLoop::perform([kept = connection] {});
   connections_.erase(client);
+  resumeAccepting();  // a descriptor came free
   requests_(client, LidLeaseRequest::disconnect(), [](const std::optional<std::string>&) {});
 }
 

@@ -38,6 +38,8 @@ class RigSocketServer {
   struct Connection;
 
   void accept();
+  void pauseAccepting();
+  void resumeAccepting();
   void close(const std::shared_ptr<Connection>& connection);
 
   std::string path_;

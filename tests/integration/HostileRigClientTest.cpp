@@ -16,6 +16,12 @@ using testing::RigProcess;
 
 double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
 
+std::size_t occurrences(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
 // A connection made without waiting: fails at once, instead of blocking, when
 // the helper's backlog is full.
 struct QuickConnection {
@@ -33,8 +39,8 @@ struct QuickConnection {
   bool connected = false;
 };
 
-TEST(HostileRigClientTest, ABurstOfConnectsWaitsInTheBacklog) {
-  RigProcess rig;
+TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
+  RigProcess rig(std::nullopt, /*openFileLimit=*/64);
   ASSERT_TRUE(rig.waitForSocket()) << rig.log();
   RigClient holder(rig.socketPath);
   ASSERT_EQ(holder.ask(RigWire::renewLine(inSeconds(20))), "");
@@ -45,7 +51,20 @@ TEST(HostileRigClientTest, ABurstOfConnectsWaitsInTheBacklog) {
   for (int i = 0; i < 70; ++i) burst.push_back(std::make_unique<QuickConnection>(rig.socketPath));
   kill(rig.pid, SIGCONT);
   for (const auto& connection : burst) EXPECT_TRUE(connection->connected);
+
+  const std::string refused = "connections not accepted for now: Error accepting connection: Too many open files";
+  ASSERT_TRUE(rig.waitUntil([&] { return rig.log().find(refused) != std::string::npos; })) << rig.log();
   EXPECT_EQ(holder.ask(RigWire::renewLine(inSeconds(25))), "") << rig.log();
+  // It waits for a descriptor to come free instead of trying again and again.
+  EXPECT_EQ(occurrences(rig.log(), refused), 1u) << rig.log();
+
+  holder.close();  // as when its process is killed
+  EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s)) << rig.log();
+
+  burst.clear();
+  RigClient late(rig.socketPath);
+  EXPECT_EQ(late.ask(RigWire::renewLine(inSeconds(20))), "") << rig.log();
+  EXPECT_TRUE(rig.leaseFileExists());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -26,8 +27,10 @@ namespace wakeloft::testing {
 class RigProcess {
  public:
   // With no arguments, a rig whose socket, lease file and lid file lie in
-  // its folder; otherwise exactly the arguments given.
-  explicit RigProcess(std::optional<std::vector<std::string>> arguments = std::nullopt) {
+  // its folder; otherwise exactly the arguments given. A non-zero
+  // `openFileLimit` caps the helper's descriptors.
+  explicit RigProcess(std::optional<std::vector<std::string>> arguments = std::nullopt, rlim_t openFileLimit = 0)
+      : openFileLimit_(openFileLimit) {
     char pattern[] = "/tmp/wakeloft-rig-test-XXXXXX";
     folder = mkdtemp(pattern);
     socketPath = folder / "rig.sock";
@@ -60,6 +63,10 @@ class RigProcess {
       const int nothing = ::open("/dev/null", O_RDWR);
       dup2(nothing, STDOUT_FILENO);
       dup2(nothing, STDIN_FILENO);
+      if (openFileLimit_ > 0) {
+        const rlimit limit{openFileLimit_, openFileLimit_};
+        setrlimit(RLIMIT_NOFILE, &limit);
+      }
       std::vector<char*> argv;
       for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
       argv.push_back(nullptr);
@@ -106,6 +113,9 @@ class RigProcess {
 
   std::filesystem::path folder, socketPath, leasePath, lidPath, logPath;
   pid_t pid = -1;
+
+ private:
+  rlim_t openFileLimit_ = 0;
 };
 
 // One connection to the rig, speaking its wire.
