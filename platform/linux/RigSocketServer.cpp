@@ -74,6 +74,8 @@ struct RigSocketServer::Connection {
   GSocket* socket = nullptr;
   RigLineReader reader;
   std::string unsent;
+  // Requests handed on whose reply has not come back yet.
+  std::size_t awaiting = 0;
   std::function<bool(GIOCondition)> onReadable;
   std::function<bool(GIOCondition)> onWritable;
   SourceHandle readSource;
@@ -89,28 +91,9 @@ struct RigSocketServer::Connection {
     }
   }
 
-  // Sends what it can now and the rest when the peer reads; a peer that has
-  // gone is noticed by the reading side.
-  void send(const std::string& line) {
-    if (closed) return;
-    unsent += line;
-    flush();
-  }
-  void flush() {
-    while (!unsent.empty()) {
-      GError* error = nullptr;
-      const gssize sent = g_socket_send_with_blocking(socket, unsent.data(), unsent.size(), FALSE, nullptr, &error);
-      if (sent < 0) {
-        const bool later = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK);
-        g_clear_error(&error);
-        if (later && !writeSource.source) writeSource.reset(watch(socket, G_IO_OUT, &onWritable));
-        if (!later) unsent.clear();
-        return;
-      }
-      unsent.erase(0, static_cast<std::size_t>(sent));
-    }
-    writeSource.reset();
-  }
+  // A client that sends faster than it reads is not read from until it has
+  // caught up, so what it costs the helper stays bounded.
+  bool owesTooMuch() const { return awaiting >= maxAwaitingReplies || unsent.size() >= maxUnsentBytes; }
 };
 
 RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Requests requests, Log log)
@@ -194,45 +177,82 @@ void RigSocketServer::accept() {
   g_socket_set_blocking(socket, FALSE);
   std::weak_ptr<Connection> weak = connection;
 
-  connection->onWritable = [weak](GIOCondition) {
-    if (auto c = weak.lock()) c->flush();
+  connection->onWritable = [this, weak](GIOCondition) {
+    if (auto c = weak.lock()) flush(c);
     return false;  // flush() watches again when it must
   };
   connection->onReadable = [this, weak](GIOCondition) {
     auto c = weak.lock();
-    if (!c) return false;
-    char buffer[4096];
-    GError* readError = nullptr;
-    const gssize received = g_socket_receive_with_blocking(c->socket, buffer, sizeof buffer, FALSE, nullptr, &readError);
-    if (received < 0 && g_error_matches(readError, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK)) {
-      g_clear_error(&readError);
-      return true;
-    }
-    if (received <= 0) {
-      g_clear_error(&readError);
-      close(c);
-      return false;
-    }
-    for (auto& item : c->reader.feed(std::string_view(buffer, static_cast<std::size_t>(received)))) {
-      if (const auto* violation = std::get_if<RigWire::Violation>(&item)) {
-        log_("client " + std::to_string(c->client) + " closed: it sent " + violation->why);
-        close(c);
-        return false;
-      }
-      const auto parsed = RigWire::parseRequest(std::get<std::string>(item));
-      if (const auto* violation = std::get_if<RigWire::Violation>(&parsed)) {
-        log_("client " + std::to_string(c->client) + " closed: it sent " + violation->why);
-        close(c);
-        return false;
-      }
-      requests_(c->client, std::get<LidLeaseRequest>(parsed), [weak](const std::optional<std::string>& reply) {
-        if (auto alive = weak.lock()) alive->send(RigWire::replyLine(reply));
-      });
-    }
-    return true;
+    return c && read(c);
   };
   connection->readSource.reset(watch(socket, G_IO_IN, &connection->onReadable));
   connections_.emplace(connection->client, std::move(connection));
+}
+
+bool RigSocketServer::read(const std::shared_ptr<Connection>& c) {
+  char buffer[4096];
+  GError* error = nullptr;
+  const gssize received = g_socket_receive_with_blocking(c->socket, buffer, sizeof buffer, FALSE, nullptr, &error);
+  if (received < 0 && g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK)) {
+    g_clear_error(&error);
+    return true;
+  }
+  if (received <= 0) {
+    g_clear_error(&error);
+    close(c);
+    return false;
+  }
+  for (auto& item : c->reader.feed(std::string_view(buffer, static_cast<std::size_t>(received)))) {
+    if (const auto* violation = std::get_if<RigWire::Violation>(&item)) {
+      log_("client " + std::to_string(c->client) + " closed: it sent " + violation->why);
+      close(c);
+      return false;
+    }
+    const auto parsed = RigWire::parseRequest(std::get<std::string>(item));
+    if (const auto* violation = std::get_if<RigWire::Violation>(&parsed)) {
+      log_("client " + std::to_string(c->client) + " closed: it sent " + violation->why);
+      close(c);
+      return false;
+    }
+    ++c->awaiting;
+    std::weak_ptr<Connection> weak = c;
+    // An open connection means this server still stands.
+    requests_(c->client, std::get<LidLeaseRequest>(parsed), [this, weak](const std::optional<std::string>& reply) {
+      if (auto alive = weak.lock(); alive && !alive->closed) send(alive, RigWire::replyLine(reply));
+    });
+  }
+  if (!c->owesTooMuch()) return true;
+  c->readSource.reset();  // until send() or flush() finds it caught up
+  return false;
+}
+
+void RigSocketServer::send(const std::shared_ptr<Connection>& c, const std::string& line) {
+  --c->awaiting;
+  c->unsent += line;
+  flush(c);
+}
+
+void RigSocketServer::flush(const std::shared_ptr<Connection>& c) {
+  while (!c->unsent.empty()) {
+    GError* error = nullptr;
+    const gssize sent = g_socket_send_with_blocking(c->socket, c->unsent.data(), c->unsent.size(), FALSE, nullptr, &error);
+    if (sent < 0) {
+      const bool later = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_WOULD_BLOCK);
+      g_clear_error(&error);
+      if (!later) {
+        // The peer is gone; while it is not read from, this is where that shows.
+        close(c);
+        return;
+      }
+      if (!c->writeSource.source) c->writeSource.reset(watch(c->socket, G_IO_OUT, &c->onWritable));
+      break;
+    }
+    c->unsent.erase(0, static_cast<std::size_t>(sent));
+  }
+  if (c->unsent.empty()) c->writeSource.reset();
+  if (!c->closed && !c->readSource.source && !c->owesTooMuch()) {
+    c->readSource.reset(watch(c->socket, G_IO_IN, &c->onReadable));
+  }
 }
 
 void RigSocketServer::pauseAccepting() {

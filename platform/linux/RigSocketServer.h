@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -18,6 +19,7 @@ namespace wakeloft {
 // lines become requests, and each request's reply goes back as one line, in
 // order. A peer of another user, a line that breaks the wire, or the end of
 // the stream ends the connection, which the service hears as a disconnect.
+// A client that does not read its replies is not read from either.
 class RigSocketServer {
  public:
   using Reply = std::function<void(const std::optional<std::string>&)>;
@@ -33,6 +35,11 @@ class RigSocketServer {
 
   const std::string& path() const { return path_; }
 
+  // How far a client may get ahead of its replies before it is no longer
+  // read from.
+  static constexpr std::size_t maxAwaitingReplies = 64;
+  static constexpr std::size_t maxUnsentBytes = 64 * 1024;
+
  private:
   struct Listener;
   struct Connection;
@@ -40,6 +47,10 @@ class RigSocketServer {
   void accept();
   void pauseAccepting();
   void resumeAccepting();
+  // False when the connection is no longer to be read from.
+  bool read(const std::shared_ptr<Connection>& connection);
+  void send(const std::shared_ptr<Connection>& connection, const std::string& line);
+  void flush(const std::shared_ptr<Connection>& connection);
   void close(const std::shared_ptr<Connection>& connection);
 
   std::string path_;

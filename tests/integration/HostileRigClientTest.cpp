@@ -67,5 +67,44 @@ TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
   EXPECT_TRUE(rig.leaseFileExists());
 }
 
+TEST(HostileRigClientTest, AClientThatNeverReadsIsHeldBackWhileOthersAreServed) {
+  RigProcess rig;
+  ASSERT_TRUE(rig.waitForSocket()) << rig.log();
+  QuickConnection flooder(rig.socketPath);
+  const std::string renewal = RigWire::renewLine(inSeconds(20));
+  ASSERT_EQ(::send(flooder.fd, renewal.data(), renewal.size(), MSG_NOSIGNAL), static_cast<ssize_t>(renewal.size()));
+  ASSERT_TRUE(rig.waitUntil([&] { return rig.leaseFileExists(); }));
+
+  // Requests whose replies it never reads, until the helper stops taking them.
+  std::string requests;
+  for (int i = 0; i < 1000; ++i) requests += "renew nan\n";
+  std::size_t pushed = 0;
+  bool heldBack = false;
+  const auto end = std::chrono::steady_clock::now() + 5s;
+  while (!heldBack && pushed < (64u << 20) && std::chrono::steady_clock::now() < end) {
+    const std::size_t at = pushed % requests.size();  // lines stay whole across partial sends
+    const ssize_t sent = ::send(flooder.fd, requests.data() + at, requests.size() - at, MSG_NOSIGNAL);
+    if (sent > 0) {
+      pushed += static_cast<std::size_t>(sent);
+    } else {
+      ASSERT_EQ(errno, EAGAIN) << std::strerror(errno);
+      pollfd writable{flooder.fd, POLLOUT, 0};
+      heldBack = poll(&writable, 1, 500) == 0;
+    }
+  }
+  EXPECT_TRUE(heldBack) << pushed << " bytes taken";
+  EXPECT_LT(pushed, 4u << 20);
+
+  RigClient other(rig.socketPath);
+  EXPECT_EQ(other.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(other.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_TRUE(rig.leaseFileExists());  // the flooder's own lease stands
+
+  // Not read from, its end still shows: its lease ends with it.
+  ::close(flooder.fd);
+  flooder.fd = -1;
+  EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s)) << rig.log();
+}
+
 }  // namespace
 }  // namespace wakeloft
