@@ -77,6 +77,16 @@ int main(int argc, char** argv) {
   }
   const auto& options = std::get<RigOptions>(parsed);
 
+  // The socket first: while another helper answers on it, this one must not
+  // touch the rig file, which the keeper below cleans at once.
+  std::unique_ptr<RigSocketServer> server;
+  try {
+    server = std::make_unique<RigSocketServer>(options.socketPath, options.allowedUid, logLine);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "WakeloftLidHelper: %s\n", error.what());
+    return 1;
+  }
+
   auto dates = std::make_shared<SystemDateProvider>();
   auto uptime = std::make_shared<SystemUptimeProvider>();
   std::weak_ptr<LidSleepLeaseKeeper> keeperForFile;
@@ -91,13 +101,7 @@ int main(int argc, char** argv) {
   LidHelperDaemon daemon(keeper, service, lidCheck, std::make_shared<TimerDeadlineScheduler>(), dates, uptime,
                          [setting] { setting->followLeaseEnd(); });
 
-  std::unique_ptr<RigSocketServer> server;
-  try {
-    server = std::make_unique<RigSocketServer>(options.socketPath, options.allowedUid, daemon.requests(), logLine);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "WakeloftLidHelper: %s\n", error.what());
-    return 1;
-  }
+  server->serve(daemon.requests());
 
   const auto executable = executablePath();
   logLine(LidHelperService::startLine(executable, std::string(argv[0]), std::nullopt, LibplistPropertyListParser()));

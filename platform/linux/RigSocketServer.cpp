@@ -4,6 +4,7 @@
 #include <gio/gunixsocketaddress.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -96,12 +97,37 @@ struct RigSocketServer::Connection {
   bool owesTooMuch() const { return awaiting >= maxAwaitingReplies || unsent.size() >= maxUnsentBytes; }
 };
 
-RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Requests requests, Log log)
-    : path_(std::move(path)), allowedUid_(allowedUid), requests_(std::move(requests)), log_(std::move(log)) {
+namespace {
+
+// Whether something accepts connections on the socket at `path`. Only a
+// refusal proves the socket dead; anything unclear counts as alive.
+bool answers(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (path.size() >= sizeof address.sun_path) {
+    throw std::runtime_error("cannot serve on " + path + ": the path is too long for a socket");
+  }
+  std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+  // Non-blocking, so a full backlog answers EAGAIN instead of holding us.
+  const int probe = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+  if (probe < 0) throw std::runtime_error("cannot make a socket: " + std::string(std::strerror(errno)));
+  const int result = connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  const int error = errno;
+  ::close(probe);
+  return result == 0 || (error != ECONNREFUSED && error != ENOENT);
+}
+
+}  // namespace
+
+RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Log log)
+    : path_(std::move(path)), allowedUid_(allowedUid), log_(std::move(log)) {
   struct stat existing {};
   if (lstat(path_.c_str(), &existing) == 0) {
     if (!S_ISSOCK(existing.st_mode)) {
       throw std::runtime_error("cannot serve on " + path_ + ": a file that is not a socket is in the way");
+    }
+    if (answers(path_)) {
+      throw std::runtime_error("cannot serve on " + path_ + ": another helper is answering there; it was left alone");
     }
     if (unlink(path_.c_str()) != 0) {
       throw std::runtime_error("cannot replace the stale socket " + path_ + ": " + std::strerror(errno));
@@ -127,6 +153,10 @@ RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Requests re
     throw std::runtime_error("cannot listen on " + path_ + ": " + takeMessage(error));
   }
   g_socket_set_blocking(listener_->socket, FALSE);
+}
+
+void RigSocketServer::serve(Requests requests) {
+  requests_ = std::move(requests);
   listener_->onReady = [this](GIOCondition) {
     accept();
     return true;

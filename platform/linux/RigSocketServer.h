@@ -26,12 +26,17 @@ class RigSocketServer {
   using Requests = std::function<void(std::uint64_t client, LidLeaseRequest request, Reply reply)>;
   using Log = std::function<void(const std::string&)>;
 
-  // Binds `path` (mode 0600; a stale socket file there is replaced). Throws
-  // std::runtime_error saying why when the path cannot be used.
-  RigSocketServer(std::string path, uid_t allowedUid, Requests requests, Log log);
+  // Binds `path` (mode 0600) without accepting yet. A socket file there is
+  // replaced only when connecting to it is refused; while another helper
+  // answers on it, nothing is touched. Throws std::runtime_error saying why
+  // when the path cannot be used.
+  RigSocketServer(std::string path, uid_t allowedUid, Log log);
   ~RigSocketServer();
   RigSocketServer(const RigSocketServer&) = delete;
   RigSocketServer& operator=(const RigSocketServer&) = delete;
+
+  // Starts accepting connections; their requests go to `requests`.
+  void serve(Requests requests);
 
   const std::string& path() const { return path_; }
 

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
 
@@ -159,15 +160,44 @@ TEST(LeaseRigStartTest, AnUnusableSocketPathIsAClearErrorAndStatus1) {
       << fileInTheWay.log();
 }
 
-TEST(LeaseRigStartTest, AStaleSocketFileIsReplaced) {
+TEST(LeaseRigStartTest, ASecondHelperLeavesALiveOneAndItsLeaseAlone) {
+  RigProcess first;
+  ASSERT_TRUE(first.waitForSocket()) << first.log();
+  RigClient client(first.socketPath);
+  ASSERT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  const auto lease = RigLeaseFile::read(first.leasePath);
+  struct stat before {};
+  ASSERT_EQ(stat(first.socketPath.c_str(), &before), 0);
+
+  RigProcess second(std::vector<std::string>{"--rig", "--socket", first.socketPath, "--rig-file", first.leasePath});
+  EXPECT_EQ(second.waitForExit(5s), 1);
+  EXPECT_NE(second.log().find("WakeloftLidHelper: cannot serve on " + first.socketPath.string() +
+                              ": another helper is answering there; it was left alone"),
+            std::string::npos)
+      << second.log();
+  struct stat after {};
+  ASSERT_EQ(stat(first.socketPath.c_str(), &after), 0);
+  EXPECT_EQ(after.st_ino, before.st_ino);
+  EXPECT_EQ(RigLeaseFile::read(first.leasePath), lease);
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  RigClient another(first.socketPath);
+  EXPECT_EQ(another.ask(std::string(RigWire::revokeLine)), "");
+}
+
+TEST(LeaseRigStartTest, ADeadHelpersSocketIsReplacedAndItsLeaseCleaned) {
   RigProcess first;
   ASSERT_TRUE(first.waitForSocket());
-  kill(first.pid, SIGKILL);  // leaves its socket file behind
+  RigClient client(first.socketPath);
+  ASSERT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  kill(first.pid, SIGKILL);  // leaves its socket and its lease behind
   first.waitForExit(5s);
+  ASSERT_TRUE(first.leaseFileExists());
+
   RigProcess second(std::vector<std::string>{"--rig", "--socket", first.socketPath, "--rig-file", first.leasePath});
   ASSERT_TRUE(second.waitUntil([&] { return second.log().find("helper starting") != std::string::npos; }));
-  RigClient client(first.socketPath);
-  EXPECT_EQ(client.ask("revoke\n"), "");
+  EXPECT_FALSE(first.leaseFileExists());
+  RigClient another(first.socketPath);
+  EXPECT_EQ(another.ask("revoke\n"), "");
 }
 
 }  // namespace
