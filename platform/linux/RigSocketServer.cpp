@@ -146,6 +146,16 @@ RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Log log)
   umask(previous);
   g_object_unref(address);
   if (!bound) throw std::runtime_error("cannot serve on " + path_ + ": " + takeMessage(error));
+  // A root helper serving another user hands that user the socket, still
+  // 0600: others cannot even connect, rather than relying on the peer check
+  // alone as a socket open to all would. lchown, so a link swapped in at the
+  // path is never followed.
+  if (allowedUid_ != geteuid() && lchown(path_.c_str(), allowedUid_, static_cast<gid_t>(-1)) != 0) {
+    const int failure = errno;
+    unlink(path_.c_str());
+    throw std::runtime_error("cannot hand " + path_ + " to uid " + std::to_string(allowedUid_) + ": " +
+                             std::strerror(failure));
+  }
   // A burst of connects beyond the backlog fails at once with EAGAIN.
   g_socket_set_listen_backlog(listener_->socket, SOMAXCONN);
   if (!g_socket_listen(listener_->socket, &error)) {

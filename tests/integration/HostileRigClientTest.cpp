@@ -40,7 +40,7 @@ struct QuickConnection {
 };
 
 TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
-  RigProcess rig(std::nullopt, /*openFileLimit=*/64);
+  RigProcess rig(std::nullopt, {.openFileLimit = 64});
   ASSERT_TRUE(rig.waitForSocket()) << rig.log();
   RigClient holder(rig.socketPath);
   ASSERT_EQ(holder.ask(RigWire::renewLine(inSeconds(20))), "");

@@ -23,14 +23,18 @@
 
 namespace wakeloft::testing {
 
+struct RigSetup {
+  rlim_t openFileLimit = 0;  // the helper's descriptors, when not 0
+  std::vector<std::string> moreArguments = {};
+};
+
 // A real WakeloftLidHelper --rig in a folder of its own, its log in a file.
 class RigProcess {
  public:
   // With no arguments, a rig whose socket, lease file and lid file lie in
-  // its folder; otherwise exactly the arguments given. A non-zero
-  // `openFileLimit` caps the helper's descriptors.
-  explicit RigProcess(std::optional<std::vector<std::string>> arguments = std::nullopt, rlim_t openFileLimit = 0)
-      : openFileLimit_(openFileLimit) {
+  // its folder; otherwise exactly the arguments given.
+  explicit RigProcess(std::optional<std::vector<std::string>> arguments = std::nullopt, RigSetup setup = {})
+      : openFileLimit_(setup.openFileLimit) {
     char pattern[] = "/tmp/wakeloft-rig-test-XXXXXX";
     folder = mkdtemp(pattern);
     socketPath = folder / "rig.sock";
@@ -41,6 +45,7 @@ class RigProcess {
     const auto given = arguments.value_or(std::vector<std::string>{
         "--rig", "--socket", socketPath, "--rig-file", leasePath, "--lid-file", lidPath});
     argv.insert(argv.end(), given.begin(), given.end());
+    argv.insert(argv.end(), setup.moreArguments.begin(), setup.moreArguments.end());
     start(argv);
   }
 
