@@ -5,6 +5,7 @@
 
 #include "base/PropertyList.h"
 #include "base/PropertyListError.h"
+#include "base/PropertyListNesting.h"
 
 namespace wakeloft {
 
@@ -16,7 +17,16 @@ class PropertyListParser {
   virtual ~PropertyListParser() = default;
 
   // Throws PropertyListError for anything that is not a whole property list.
-  virtual PropertyList parse(std::span<const std::uint8_t> bytes) const = 0;
+  // Lists nested too deeply are refused before the platform's reader sees
+  // them.
+  PropertyList parse(std::span<const std::uint8_t> bytes) const {
+    PropertyListNesting::check(bytes);
+    return parseChecked(bytes);
+  }
+
+ private:
+  // The platform's reading, of bytes whose nesting is within bounds.
+  virtual PropertyList parseChecked(std::span<const std::uint8_t> bytes) const = 0;
 };
 
 }  // namespace wakeloft

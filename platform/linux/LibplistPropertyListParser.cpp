@@ -9,6 +9,8 @@
 #include <string>
 #include <utility>
 
+#include "base/BinaryPropertyListTable.h"
+#include "base/PropertyListNesting.h"
 #include "base/Utf8.h"
 
 namespace wakeloft {
@@ -17,9 +19,6 @@ namespace {
 
 // libplist counts dates from 2001-01-01, as the formats do.
 constexpr double referenceDateSince1970 = 978307200;
-// Deeper nesting than any real list has; stops a crafted one from
-// exhausting the stack.
-constexpr int maxDepth = 512;
 
 struct NodeFree {
   void operator()(plist_t node) const { plist_free(node); }
@@ -30,81 +29,31 @@ struct MallocFree {
 
 // libplist 2.2 stops the whole process (a failed assert) when asked for a
 // dictionary key that holds a zero byte, which only the binary format can
-// express. So the binary object table is checked first: every key a
-// dictionary names must be a string without U+0000. Anything that does not
-// follow the format's layout is refused here too.
-class BinaryKeyCheck {
- public:
-  explicit BinaryKeyCheck(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-
-  void run() {
-    constexpr std::size_t headerSize = 8, trailerSize = 32;
-    if (bytes_.size() < headerSize + trailerSize) malformed();
-    const std::size_t trailer = bytes_.size() - trailerSize;
-    offsetSize_ = bytes_[trailer + 6];
-    refSize_ = bytes_[trailer + 7];
-    const auto objects = number(trailer + 8, 8);
-    const auto tableOffset = number(trailer + 24, 8);
-    if (offsetSize_ == 0 || offsetSize_ > 8 || refSize_ == 0 || refSize_ > 8) malformed();
-    if (objects > bytes_.size() || tableOffset > trailer || (trailer - tableOffset) / offsetSize_ < objects) malformed();
-    objects_ = objects;
-    table_ = tableOffset;
-    for (std::uint64_t i = 0; i < objects_; ++i) {
-      const auto at = objectOffset(i);
-      if ((bytes_[at] >> 4) != 0xD) continue;
-      auto [count, refs] = lengthAfterMarker(at);
-      for (std::uint64_t k = 0; k < count; ++k) {
-        if (refs + refSize_ > bytes_.size()) malformed();
-        checkKey(number(refs, refSize_));
-        refs += refSize_;
-      }
+// express. So every key a dictionary in the object table names must be a
+// string without U+0000.
+void checkKey(const BinaryPropertyListTable& table, std::uint64_t index) {
+  const auto at = table.objectOffset(index);
+  const unsigned kind = table.kind(at);
+  if (kind != 0x5 && kind != 0x6) return;  // libplist refuses keys that are not strings
+  const auto [count, content] = table.lengthAfterMarker(at);
+  const std::uint64_t unit = kind == 0x5 ? 1 : 2;
+  if (count > table.size() / unit || content + count * unit > table.size()) BinaryPropertyListTable::malformed();
+  for (std::uint64_t i = 0; i < count; ++i) {
+    if (table.number(static_cast<std::size_t>(content + i * unit), unit) == 0) {
+      throw PropertyListError("The property list holds a dictionary key with a zero character.");
     }
   }
+}
 
- private:
-  [[noreturn]] static void malformed() { throw PropertyListError("The binary property list is malformed."); }
-
-  std::uint64_t number(std::size_t at, std::size_t size) const {
-    if (at > bytes_.size() || bytes_.size() - at < size) malformed();
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < size; ++i) value = (value << 8) | bytes_[at + i];
-    return value;
+void checkKeys(std::span<const std::uint8_t> bytes) {
+  const BinaryPropertyListTable table(bytes);
+  for (std::uint64_t i = 0; i < table.objectCount(); ++i) {
+    const auto at = table.objectOffset(i);
+    if (table.kind(at) != 0xD) continue;
+    const auto [count, references] = table.references(at);
+    for (std::uint64_t k = 0; k < count / 2; ++k) checkKey(table, table.reference(references, k));
   }
-
-  std::size_t objectOffset(std::uint64_t index) const {
-    if (index >= objects_) malformed();
-    const auto at = number(static_cast<std::size_t>(table_ + index * offsetSize_), offsetSize_);
-    if (at < 8 || at >= table_) malformed();
-    return static_cast<std::size_t>(at);
-  }
-
-  // The element count of the object at `at`, and where its content starts.
-  std::pair<std::uint64_t, std::size_t> lengthAfterMarker(std::size_t at) const {
-    const unsigned low = bytes_[at] & 0x0F;
-    if (low != 0x0F) return {low, at + 1};
-    if (at + 1 >= bytes_.size() || (bytes_[at + 1] >> 4) != 0x1) malformed();
-    const std::size_t size = std::size_t{1} << (bytes_[at + 1] & 0x0F);
-    if (size > 8) malformed();
-    return {number(at + 2, size), at + 2 + size};
-  }
-
-  void checkKey(std::uint64_t index) const {
-    const auto at = objectOffset(index);
-    const unsigned kind = bytes_[at] >> 4;
-    if (kind != 0x5 && kind != 0x6) return;  // libplist refuses keys that are not strings
-    const auto [count, content] = lengthAfterMarker(at);
-    const std::uint64_t unit = kind == 0x5 ? 1 : 2;
-    if (count > bytes_.size() / unit || content + count * unit > bytes_.size()) malformed();
-    for (std::uint64_t i = 0; i < count; ++i) {
-      const auto codeUnit = number(static_cast<std::size_t>(content + i * unit), unit);
-      if (codeUnit == 0) throw PropertyListError("The property list holds a dictionary key with a zero character.");
-    }
-  }
-
-  std::span<const std::uint8_t> bytes_;
-  std::size_t offsetSize_ = 0, refSize_ = 0;
-  std::uint64_t objects_ = 0, table_ = 0;
-};
+}
 
 std::string checkedText(const char* bytes, std::size_t length) {
   std::string text(bytes, length);
@@ -113,7 +62,7 @@ std::string checkedText(const char* bytes, std::size_t length) {
 }
 
 PropertyList convert(plist_t node, int depth) {
-  if (depth > maxDepth) throw PropertyListError("The property list is nested too deeply.");
+  if (depth > PropertyListNesting::maxDepth) throw PropertyListError("The property list is nested too deeply.");
   switch (plist_get_node_type(node)) {
     case PLIST_BOOLEAN: {
       std::uint8_t flag = 0;
@@ -181,11 +130,13 @@ PropertyList convert(plist_t node, int depth) {
 
 }  // namespace
 
-PropertyList LibplistPropertyListParser::parse(std::span<const std::uint8_t> bytes) const {
+// libplist reads binary lists and frees every list recursively: parse() has
+// already bounded the nesting.
+PropertyList LibplistPropertyListParser::parseChecked(std::span<const std::uint8_t> bytes) const {
   if (bytes.empty()) throw PropertyListError("The property list is empty.");
   if (bytes.size() > std::numeric_limits<std::uint32_t>::max()) throw PropertyListError("The property list is too large.");
   if (plist_is_binary(reinterpret_cast<const char*>(bytes.data()), static_cast<std::uint32_t>(bytes.size()))) {
-    BinaryKeyCheck(bytes).run();
+    checkKeys(bytes);
   } else if (std::find(bytes.begin(), bytes.end(), std::uint8_t{0}) != bytes.end()) {
     // XML allows no zero byte, and libplist would cut texts short at one.
     throw PropertyListError("The XML property list holds a zero byte.");

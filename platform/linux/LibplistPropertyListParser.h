@@ -6,8 +6,8 @@ namespace wakeloft {
 
 // XML and binary property lists, read with libplist.
 class LibplistPropertyListParser final : public PropertyListParser {
- public:
-  PropertyList parse(std::span<const std::uint8_t> bytes) const override;
+ private:
+  PropertyList parseChecked(std::span<const std::uint8_t> bytes) const override;
 };
 
 }  // namespace wakeloft

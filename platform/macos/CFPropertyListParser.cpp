@@ -9,14 +9,11 @@
 #include <vector>
 
 #include "CFOwned.h"
+#include "base/PropertyListNesting.h"
 
 namespace wakeloft {
 
 namespace {
-
-// Deeper nesting than any real list has; stops a crafted one from
-// exhausting the stack.
-constexpr int maxDepth = 512;
 
 // Unlike utf8(), refuses a text it cannot convert whole: a value read from
 // disk must come through unchanged or not at all.
@@ -36,7 +33,7 @@ std::string exactUtf8(CFStringRef string) {
 }
 
 PropertyList convert(CFTypeRef object, int depth) {
-  if (depth > maxDepth) throw PropertyListError("The property list is nested too deeply.");
+  if (depth > PropertyListNesting::maxDepth) throw PropertyListError("The property list is nested too deeply.");
   const CFTypeID type = CFGetTypeID(object);
   if (type == CFBooleanGetTypeID()) return CFBooleanGetValue(static_cast<CFBooleanRef>(object)) != 0;
   if (type == CFNumberGetTypeID()) {
@@ -102,7 +99,9 @@ PropertyList convert(CFTypeRef object, int depth) {
 
 }  // namespace
 
-PropertyList CFPropertyListParser::parse(std::span<const std::uint8_t> bytes) const {
+// Core Foundation's readers recurse once per level: parse() has already
+// bounded the nesting.
+PropertyList CFPropertyListParser::parseChecked(std::span<const std::uint8_t> bytes) const {
   if (bytes.empty()) throw PropertyListError("The property list is empty.");
   if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<CFIndex>::max())) {
     throw PropertyListError("The property list is too large.");

@@ -7,8 +7,8 @@ namespace wakeloft {
 // Property lists in every format Core Foundation reads (XML, binary,
 // OpenStep).
 class CFPropertyListParser final : public PropertyListParser {
- public:
-  PropertyList parse(std::span<const std::uint8_t> bytes) const override;
+ private:
+  PropertyList parseChecked(std::span<const std::uint8_t> bytes) const override;
 };
 
 }  // namespace wakeloft

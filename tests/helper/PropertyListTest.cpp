@@ -9,12 +9,15 @@
 #include "base/PropertyList.h"
 #include "base/PropertyListError.h"
 #include "base/PropertyListXMLWriter.h"
+#include "support/NestedPropertyLists.h"
 
 namespace wakeloft {
 namespace {
 
 using testing::binaryPropertyList;
 using testing::bytesOf;
+using testing::nestedBinaryArrays;
+using testing::nestedXMLArrays;
 
 PropertyList everyKind() {
   return PropertyList::Dictionary{
@@ -119,15 +122,20 @@ TEST(PropertyListTest, ParserRefusesWhatIsNotAWholePropertyList) {
   }
 }
 
-TEST(PropertyListTest, DeeplyNestedGarbageIsRefusedWithoutCrashing) {
+TEST(PropertyListTest, DeeplyNestedListsAreRefusedBeforeTheReaderRecursesIntoThem) {
   const testing::SystemPropertyListParser parser;
-  std::string deep = "<plist>";
-  for (int i = 0; i < 100'000; ++i) deep += "<array>";
-  try {
-    parser.parse(bytesOf(deep));
-    FAIL() << "an unclosed list was accepted";
-  } catch (const PropertyListError&) {
+  std::string unclosed = "<plist>";
+  for (int i = 0; i < 100'000; ++i) unclosed += "<array>";
+  // libplist recurses to read the binary one (900 KB) and to free the XML one.
+  for (const auto& deep : {nestedBinaryArrays(100'000), nestedXMLArrays(1'000'000), unclosed}) {
+    try {
+      parser.parse(bytesOf(deep));
+      ADD_FAILURE() << "a list nested 100,000 deep was accepted";
+    } catch (const PropertyListError& error) {
+      EXPECT_STREQ(error.what(), "The property list is nested too deeply.");
+    }
   }
+  EXPECT_NO_THROW(parser.parse(bytesOf(nestedBinaryArrays(512, true))));
 }
 
 // A binary list of one dictionary whose one key is the given object and
