@@ -27,7 +27,10 @@ LidLeaseService::Reply LidLeaseService::renew(double until, std::uint64_t from) 
       writeLog("lease refused: disablesleep is already 1 and this helper did not write it; left as it is");
       return std::string(alreadyOnReason);
     case SleepSettingStanding::Kind::offElsewhere:
-      // The keeper has already dropped its lease and adopted the 0.
+      // The keeper has already dropped its lease and adopted the 0. Owed a
+      // notice are the holders now; one still owed from an earlier time
+      // held nothing since.
+      yielded_.clear();
       for (const auto& [client, held] : terms_) {
         if (client != from) yielded_.insert(client);
       }

@@ -169,13 +169,19 @@ TEST_F(LidLeaseServiceTest, AZeroWrittenElsewhereIsToldToEveryHolderOnce) {
   EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{1, 2}));
 }
 
-TEST_F(LidLeaseServiceTest, RevokingClearsAPendingNoticeOfAZeroElsewhere) {
-  service.renew(in(30), 1);
-  service.renew(in(30), 2);
+TEST_F(LidLeaseServiceTest, APendingNoticeEndsWithARevocationOrTheNextZeroElsewhere) {
+  for (const std::uint64_t client : {1, 2, 3}) service.renew(in(30), client);
   setting->value = false;
-  service.renew(in(30), 1);
+  EXPECT_EQ(service.renew(in(30), 1), turnedOff);
   EXPECT_EQ(service.revoke(2), std::nullopt);
+  EXPECT_EQ(service.yielded(), (std::set<std::uint64_t>{3}));
+
+  // Owed a notice are the holders when the setting was turned off, no others.
+  EXPECT_EQ(service.renew(in(30), 1), std::nullopt);
+  setting->value = false;
+  EXPECT_EQ(service.renew(in(30), 1), turnedOff);
   EXPECT_TRUE(service.yielded().empty());
+  EXPECT_EQ(service.renew(in(30), 3), std::nullopt);
   EXPECT_EQ(service.renew(in(30), 2), std::nullopt);
   EXPECT_TRUE(setting->value);
 }
