@@ -13,7 +13,10 @@ LidLeaseService::LidLeaseService(std::shared_ptr<LidSleepLeaseKeeper> keeper, Lo
 
 LidLeaseService::Reply LidLeaseService::renew(double until, std::uint64_t from) {
   requireMainThread("LidLeaseService::renew");
-  if (!std::isfinite(until)) return LidHelperRefusal::deadlineNotANumber().reason();
+  if (!std::isfinite(until)) {
+    writeLog("lease refused: the deadline is not a number");
+    return LidHelperRefusal::deadlineNotANumber().reason();
+  }
 
   const auto term = keeper_->term(Date::fromSecondsSince1970(until));
   if (!term) return revoke(from);
@@ -46,7 +49,11 @@ LidLeaseService::Reply LidLeaseService::renew(double until, std::uint64_t from) 
 
   terms_[from] = *term;
   settle();
-  if (const auto error = keeper_->lastErrorDescription()) return LidHelperRefusal::settingUnwritten(*error).reason();
+  if (const auto error = keeper_->lastErrorDescription()) {
+    // The term stays: the keeper tries the write again.
+    writeLog("lease refused: disablesleep could not be written and is being retried: " + *error);
+    return LidHelperRefusal::settingUnwritten(*error).reason();
+  }
   return std::nullopt;
 }
 

@@ -66,6 +66,7 @@ TEST_F(LidLeaseServiceTest, ADeadlineThatIsNotANumberIsRefusedBeforeAnythingElse
   EXPECT_EQ(writes(), before);
   EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{1}));
   EXPECT_EQ(keeper->leaseExpiry(), clocks.now().adding(30));
+  EXPECT_EQ(logLines, std::vector<std::string>(6, "lease refused: the deadline is not a number"));
 }
 
 TEST_F(LidLeaseServiceTest, ADeadlineAlreadyPassedEndsTheClientsTerm) {
@@ -215,7 +216,6 @@ TEST_F(LidLeaseServiceTest, AFailedWriteKeepsTheTermAndIsRetriedAtTheSpacing) {
   EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{1}));
   EXPECT_FALSE(setting->value);
   EXPECT_EQ(service.nextRetryUptime(), 1000.25);
-  EXPECT_TRUE(logLines.empty());
 
   // A second client within the spacing: no new try, the same answer.
   const auto before = writes();
@@ -223,6 +223,8 @@ TEST_F(LidLeaseServiceTest, AFailedWriteKeepsTheTermAndIsRetriedAtTheSpacing) {
   EXPECT_EQ(service.renew(in(30), 2), "The sleep setting could not be written: Operation not permitted");
   service.checkLease();
   EXPECT_EQ(writes(), before);
+  EXPECT_EQ(logLines, std::vector<std::string>(2, "lease refused: disablesleep could not be written and is being "
+                                                  "retried: Operation not permitted"));
 
   setting->writeError.reset();
   clocks.pass(0.125);
