@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace wakeloft::RegularFile {
 
@@ -13,21 +14,34 @@ namespace {
 
 struct Descriptor {
   int fd;
+  explicit Descriptor(int opened) : fd(opened) {}
+  Descriptor(Descriptor&& other) noexcept : fd(std::exchange(other.fd, -1)) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  Descriptor& operator=(Descriptor&&) = delete;
   ~Descriptor() {
     if (fd >= 0) ::close(fd);
   }
 };
 
-}  // namespace
-
-std::optional<std::string> read(const std::string& path, std::size_t maxBytes) {
+// Open only when the path names a regular file; its size in `status`.
+Descriptor openRegular(const std::string& path, struct stat& status) {
   // Non-blocking so that a pipe put at the path cannot hold us in open();
   // regular files ignore the flag when read.
   Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK)};
-  if (file.fd < 0) return std::nullopt;
+  if (file.fd >= 0 && (::fstat(file.fd, &status) != 0 || !S_ISREG(status.st_mode))) {
+    ::close(file.fd);
+    file.fd = -1;
+  }
+  return file;
+}
 
+}  // namespace
+
+std::optional<std::string> read(const std::string& path, std::size_t maxBytes) {
   struct stat status {};
-  if (::fstat(file.fd, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  const Descriptor file = openRegular(path, status);
+  if (file.fd < 0) return std::nullopt;
   if (status.st_size < 0 || static_cast<unsigned long long>(status.st_size) > maxBytes) return std::nullopt;
 
   // Read one byte past the limit so a file that grew since fstat is caught.
@@ -49,6 +63,22 @@ std::optional<std::string> read(const std::string& path, std::size_t maxBytes) {
   content.resize(filled);
   if (content.size() > maxBytes) return std::nullopt;
   return content;
+}
+
+bool readInPieces(const std::string& path, const std::function<bool(std::string_view piece)>& take) {
+  struct stat status {};
+  const Descriptor file = openRegular(path, status);
+  if (file.fd < 0) return false;
+  std::string buffer(64 * 1024, '\0');
+  for (;;) {
+    const auto got = ::read(file.fd, buffer.data(), buffer.size());
+    if (got < 0) {
+      if (errno == EINTR) continue;
+      return false;
+    }
+    if (got == 0) return true;
+    if (!take(std::string_view(buffer.data(), static_cast<std::size_t>(got)))) return false;
+  }
 }
 
 }  // namespace wakeloft::RegularFile

@@ -85,9 +85,35 @@ std::optional<Date> decode(std::string_view text) {
 }
 
 std::optional<Date> read(const std::string& path) {
-  const auto content = RegularFile::read(path, maxFileBytes);
-  if (!content || !Utf8::isValid(*content)) return std::nullopt;
-  return decode(*content);
+  // Read piece by piece: the blanks around the number may run to any length
+  // and are checked and dropped, only the number itself is kept.
+  enum class Where { before, inside, after } where = Where::before;
+  std::string number;
+  std::string cut;  // the start of a character that the previous piece cut off
+  const bool whole = RegularFile::readInPieces(path, [&](std::string_view piece) {
+    const std::string joined = cut + std::string(piece);
+    cut.clear();
+    for (std::string_view rest = joined; !rest.empty();) {
+      const auto scalar = Utf8::front(rest);
+      if (!scalar.valid) {
+        if (scalar.length != rest.size()) return false;  // not UTF-8
+        cut = rest;  // perhaps whole with the next piece
+        break;
+      }
+      if (isWhitespaceOrNewline(scalar.value)) {
+        if (where == Where::inside) where = Where::after;
+      } else {
+        if (where == Where::after) return false;  // a second word: not one number
+        where = Where::inside;
+        number.append(rest.substr(0, scalar.length));
+        if (number.size() > maxNumberBytes) return false;
+      }
+      rest.remove_prefix(scalar.length);
+    }
+    return true;
+  });
+  if (!whole || !cut.empty()) return std::nullopt;
+  return decode(number);
 }
 
 void write(Date date, const std::string& path) {

@@ -15,8 +15,9 @@ namespace RigLeaseFile {
 
 inline constexpr std::string_view defaultPath = "/tmp/wakeloft-lid-rig.lease";
 
-// Longer files are not a date with some blanks around it; they read as absent.
-inline constexpr std::size_t maxFileBytes = 65'536;
+// The blanks around the date may be of any length; a number text longer
+// than this is not a date and reads as absent, so it is never held whole.
+inline constexpr std::size_t maxNumberBytes = 65'536;
 
 // The shortest decimal that reads back to the same double, always with a
 // point and a digit after it ("1731700000.25", "1731700000.0"), no line
@@ -27,8 +28,8 @@ std::string encode(Date date);
 // not one finite C-locale number gives absent.
 std::optional<Date> decode(std::string_view text);
 
-// Absent when the file is missing, not a regular file, too long, not UTF-8,
-// or does not decode.
+// Absent when the file is missing, not a regular file, not UTF-8, or does
+// not decode.
 std::optional<Date> read(const std::string& path = std::string(defaultPath));
 
 // Replaces the file in one step (a temporary file beside it, then a rename),

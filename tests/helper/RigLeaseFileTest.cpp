@@ -115,22 +115,27 @@ TEST_F(RigLeaseFileOnDiskTest, WriteIntoAMissingFolderFailsClearly) {
   }
 }
 
-TEST_F(RigLeaseFileOnDiskTest, ReadGivesAbsentForAnythingButAShortTextFile) {
+TEST_F(RigLeaseFileOnDiskTest, ReadGivesAbsentForAnythingButAUTF8TextFileOfOneDate) {
   EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);  // missing
   std::filesystem::create_directory(path());
   EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
   std::filesystem::remove(path());
 
-  directory.write("rig.lease", "1731700000.5\xff");
-  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
-  directory.write("rig.lease", "garbage");
-  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
-
+  std::string ideographicSpaces;  // three bytes each: some cut where the file is read in pieces
+  for (int i = 0; i < 50'000; ++i) ideographicSpaces += "\u3000";
   const std::string number = "1731700000.5";
-  directory.write("rig.lease", std::string(RigLeaseFile::maxFileBytes - number.size(), ' ') + number);
-  EXPECT_EQ(RigLeaseFile::read(path()), Date{1731700000.5});
-  directory.write("rig.lease", std::string(RigLeaseFile::maxFileBytes - number.size() + 1, ' ') + number);
-  EXPECT_EQ(RigLeaseFile::read(path()), std::nullopt);
+  const std::pair<std::string, std::optional<Date>> cases[] = {
+      {number + "\xff", std::nullopt},
+      {"garbage", std::nullopt},
+      {std::string(100'000, ' ') + number + std::string(100'000, '\n'), Date{1731700000.5}},
+      {ideographicSpaces + number + ideographicSpaces, Date{1731700000.5}},
+      {std::string(100'000, ' ') + number + std::string(100'000, ' ') + "\xC3", std::nullopt},
+      {ideographicSpaces + number + " 1", std::nullopt},
+  };
+  for (const auto& [content, date] : cases) {
+    directory.write("rig.lease", content);
+    EXPECT_EQ(RigLeaseFile::read(path()), date) << content.size() << " bytes";
+  }
 }
 
 TEST_F(RigLeaseFileOnDiskTest, RemoveSaysWhetherThereWasAFile) {
