@@ -266,26 +266,20 @@ TEST_F(AwakeControllerTest, LaunchRestoresAFutureDeadline) {
   EXPECT_EQ(awake->remaining(), 900);
 }
 
-TEST_F(AwakeControllerTest, LaunchCleansALapsedDeadline) {
-  store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(-1)));
-  auto awake = make();
-  EXPECT_FALSE(awake->isOn());
-  EXPECT_FALSE(awake->isRequested());
-  EXPECT_EQ(saved(), AwakeIntent::off());
-  EXPECT_EQ(blocker->engageCalls, 0);
-  EXPECT_EQ(blocker->releaseCalls, 0);
-}
-
-TEST_F(AwakeControllerTest, LaunchCleansAnUnreadableOrUnusableDeadline) {
-  for (const auto stored : {StoredAwakeIntent::unreadableDeadline(),
+TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableDeadline) {
+  for (const auto stored : {StoredAwakeIntent::intent(AwakeIntent::until(now().adding(-1))),
+                            StoredAwakeIntent::intent(AwakeIntent::until(now())),  // due now counts as lapsed
+                            StoredAwakeIntent::unreadableDeadline(),
                             StoredAwakeIntent::intent(AwakeIntent::until(Date{INFINITY})),
                             StoredAwakeIntent::intent(AwakeIntent::until(Date::distantFuture().adding(1)))}) {
     store->stored = stored;
     auto awake = make();
+    EXPECT_FALSE(awake->isOn());
     EXPECT_FALSE(awake->isRequested());
     EXPECT_EQ(saved(), AwakeIntent::off());
   }
   EXPECT_EQ(blocker->engageCalls, 0);
+  EXPECT_EQ(blocker->releaseCalls, 0);
 }
 
 TEST_F(AwakeControllerTest, LaunchWithoutRestoringTouchesNothing) {
