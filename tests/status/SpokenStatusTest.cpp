@@ -7,24 +7,32 @@
 namespace wakeloft {
 namespace {
 
-TEST(SpokenStatusTest, OffAndOnWithoutDeadline) {
-  EXPECT_EQ(SpokenStatus::describing(false, 600), SpokenStatus::off());
-  EXPECT_EQ(SpokenStatus::describing(false, std::nullopt), SpokenStatus::off());
-  EXPECT_EQ(SpokenStatus::describing(true, std::nullopt), SpokenStatus::on());
-}
-
-TEST(SpokenStatusTest, TimeLeftIsRoundedDownToWholeMinutes) {
-  EXPECT_EQ(SpokenStatus::describing(true, 119), SpokenStatus::timeLeft({60}));
-  EXPECT_EQ(SpokenStatus::describing(true, 60), SpokenStatus::timeLeft({60}));
-  EXPECT_EQ(SpokenStatus::describing(true, 7199.5), SpokenStatus::timeLeft({7140}));
+TEST(SpokenStatusTest, FollowsTheSessionAndItsRemainingTime) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  const struct {
+    bool isOn;
+    std::optional<double> remaining;
+    SpokenStatus expected;
+  } cases[] = {
+      {false, 600, SpokenStatus::off()},
+      {false, std::nullopt, SpokenStatus::off()},
+      {true, std::nullopt, SpokenStatus::on()},
+      // Whole minutes, rounded down.
+      {true, 119, SpokenStatus::timeLeft({60})},
+      {true, 60, SpokenStatus::timeLeft({60})},
+      {true, 7199.5, SpokenStatus::timeLeft({7140})},
+      // Under a minute, and any time that is not a finite number.
+      {true, 59.9, SpokenStatus::lessThanAMinuteLeft()},
+      {true, 0, SpokenStatus::lessThanAMinuteLeft()},
+      {true, std::numeric_limits<double>::quiet_NaN(), SpokenStatus::lessThanAMinuteLeft()},
+      {true, infinity, SpokenStatus::lessThanAMinuteLeft()},
+      {true, -infinity, SpokenStatus::lessThanAMinuteLeft()},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(SpokenStatus::describing(c.isOn, c.remaining), c.expected)
+        << c.isOn << " " << c.remaining.value_or(-1);
+  }
   EXPECT_EQ(SpokenStatus::describing(true, 119).left(), std::optional(AwakeDuration{60}));
-}
-
-TEST(SpokenStatusTest, UnderAMinuteOrNotANumberIsTheLastMinute) {
-  EXPECT_EQ(SpokenStatus::describing(true, 59.9), SpokenStatus::lessThanAMinuteLeft());
-  EXPECT_EQ(SpokenStatus::describing(true, 0), SpokenStatus::lessThanAMinuteLeft());
-  EXPECT_EQ(SpokenStatus::describing(true, std::numeric_limits<double>::quiet_NaN()),
-            SpokenStatus::lessThanAMinuteLeft());
 }
 
 TEST(SpokenStatusTest, EqualOnlyWithEqualTimeLeft) {
