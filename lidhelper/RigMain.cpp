@@ -11,9 +11,11 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vector>
 
+#include "ClockChangeNotifier.h"
 #include "LibplistPropertyListParser.h"
 #include "RigClamshell.h"
 #include "RigSleepSetting.h"
@@ -98,8 +100,14 @@ int main(int argc, char** argv) {
   keeperForFile = keeper;
   auto service = std::make_shared<LidLeaseService>(keeper, logLine);
   auto lidCheck = std::make_shared<LidSleepCheck>(std::make_shared<RigClamshell>(options.lidFilePath), logLine);
+  std::shared_ptr<ClockChangeNotifier> clockChanges;
+  try {
+    clockChanges = std::make_shared<ClockChangeNotifier>();
+  } catch (const std::system_error& error) {
+    logLine(std::string("clock changes will show only when a lease's uptime ends: ") + error.what());
+  }
   LidHelperDaemon daemon(keeper, service, lidCheck, std::make_shared<TimerDeadlineScheduler>(), dates, uptime,
-                         [setting] { setting->followLeaseEnd(); });
+                         [setting] { setting->followLeaseEnd(); }, clockChanges);
 
   server->serve(daemon.requests());
 

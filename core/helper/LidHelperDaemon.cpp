@@ -7,15 +7,18 @@ namespace wakeloft {
 LidHelperDaemon::LidHelperDaemon(std::shared_ptr<LidSleepLeaseKeeper> keeper, std::shared_ptr<LidLeaseService> service,
                                  std::shared_ptr<LidSleepCheck> lidCheck, std::shared_ptr<DeadlineScheduler> tick,
                                  std::shared_ptr<const DateProvider> dates,
-                                 std::shared_ptr<const UptimeProvider> uptime, std::function<void()> settled)
+                                 std::shared_ptr<const UptimeProvider> uptime, std::function<void()> settled,
+                                 std::shared_ptr<DeadlineRecheckNotifier> recheck)
     : keeper_(std::move(keeper)),
       service_(std::move(service)),
       lidCheck_(std::move(lidCheck)),
       tick_(std::move(tick)),
       dates_(std::move(dates)),
       uptime_(std::move(uptime)),
-      settled_(std::move(settled)) {
+      settled_(std::move(settled)),
+      recheck_(std::move(recheck)) {
   armTick();  // the keeper's first write of 0 may already be failing
+  if (recheck_) recheck_->observe(weakSelf_([](LidHelperDaemon& self) { self.tick(); }));
 }
 
 LidLeaseService::Requests LidHelperDaemon::requests() {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "clock/DateProvider.h"
+#include "clock/DeadlineRecheckNotifier.h"
 #include "clock/DeadlineScheduler.h"
 #include "clock/UptimeProvider.h"
 #include "helper/LidSleepCheck.h"
@@ -19,11 +20,13 @@ namespace wakeloft {
 class LidHelperDaemon {
  public:
   // `settled` runs after every request, tick and stop, before the lid check;
-  // the rig uses it to keep its file's lease end current.
+  // the rig uses it to keep its file's lease end current. When the wall
+  // clock may have jumped, `recheck` makes the daemon tick at once: a term
+  // that a jump forward ended ends then, not at its uptime end.
   LidHelperDaemon(std::shared_ptr<LidSleepLeaseKeeper> keeper, std::shared_ptr<LidLeaseService> service,
                   std::shared_ptr<LidSleepCheck> lidCheck, std::shared_ptr<DeadlineScheduler> tick,
                   std::shared_ptr<const DateProvider> dates, std::shared_ptr<const UptimeProvider> uptime,
-                  std::function<void()> settled = {});
+                  std::function<void()> settled = {}, std::shared_ptr<DeadlineRecheckNotifier> recheck = nullptr);
   LidHelperDaemon(const LidHelperDaemon&) = delete;
   LidHelperDaemon& operator=(const LidHelperDaemon&) = delete;
 
@@ -50,6 +53,7 @@ class LidHelperDaemon {
   std::shared_ptr<const DateProvider> dates_;
   std::shared_ptr<const UptimeProvider> uptime_;
   std::function<void()> settled_;
+  std::shared_ptr<DeadlineRecheckNotifier> recheck_;
   WeakSelf<LidHelperDaemon> weakSelf_{this};
 };
 

@@ -19,6 +19,7 @@ using testing::FakeClamshell;
 using testing::InMemorySleepSetting;
 using testing::ManualDeadlineScheduler;
 using testing::ManualMachineClocks;
+using testing::ManualRecheckNotifier;
 
 int sleepRequests(const FakeClamshell& lid) {
   return static_cast<int>(std::count(lid.asked.begin(), lid.asked.end(), "requestSleep"));
@@ -32,7 +33,7 @@ class LidHelperDaemonTest : public ::testing::Test {
     keeper = std::make_shared<LidSleepLeaseKeeper>(setting, clocks.dates, clocks.uptime);
     service = std::make_shared<LidLeaseService>(keeper, log);
     daemon = std::make_unique<LidHelperDaemon>(keeper, service, std::make_shared<LidSleepCheck>(lid, log), tick,
-                                               clocks.dates, clocks.uptime, [this] { ++settledCalls; });
+                                               clocks.dates, clocks.uptime, [this] { ++settledCalls; }, recheck);
   }
 
   // Sends one request the way a transport does and waits for its answer.
@@ -47,6 +48,7 @@ class LidHelperDaemonTest : public ::testing::Test {
   std::shared_ptr<InMemorySleepSetting> setting = std::make_shared<InMemorySleepSetting>();
   std::shared_ptr<FakeClamshell> lid = std::make_shared<FakeClamshell>();
   std::shared_ptr<ManualDeadlineScheduler> tick = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<ManualRecheckNotifier> recheck = std::make_shared<ManualRecheckNotifier>();
   std::shared_ptr<LidSleepLeaseKeeper> keeper;
   std::shared_ptr<LidLeaseService> service;
   std::unique_ptr<LidHelperDaemon> daemon;
@@ -78,12 +80,18 @@ TEST_F(LidHelperDaemonTest, TheTickIsArmedForTheEarliestLapseAndPutsTheSettingBa
   EXPECT_FALSE(tick->pending.has_value());
 }
 
-TEST_F(LidHelperDaemonTest, UptimeThatStoodStillInSleepStillBoundsTheTick) {
+TEST_F(LidHelperDaemonTest, AClockSetBackKeepsTheUptimeEndAndOneSetForwardEndsTheLeaseAtOnce) {
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(30).secondsSince1970)), std::nullopt);
   clocks.setWallClock(-3600);  // the wall end moves an hour away; the uptime end does not
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(3700).secondsSince1970)), std::nullopt);
   ASSERT_TRUE(tick->pending.has_value());
   EXPECT_LE(tick->pending->secondsSince(clocks.now()), 30);
+
+  // The tick's timer does not see the wall clock: the jump itself must.
+  clocks.setWallClock(3640);
+  recheck->post();
+  EXPECT_FALSE(setting->value);
+  EXPECT_FALSE(tick->pending.has_value());
 }
 
 TEST_F(LidHelperDaemonTest, AFailingWriteIsRetriedAtItsSpacing) {

@@ -1,10 +1,12 @@
 // The whole Deepwake road on Linux: an awake session and its Deepwake
 // controller on GLib's main loop, leasing from the real helper over the rig's
-// socket, with the rig file standing in for the sleep setting.
+// socket, with the rig file standing in for the sleep setting, and the
+// system's clock changes noticed as the app would notice them.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "ClockChangeNotifier.h"
 #include "RigLidHelperRegistration.h"
 #include "RigProcess.h"
 #include "SocketLidSleepBlocker.h"
@@ -20,7 +22,6 @@
 #include "session/InMemorySleepBlocker.h"
 #include "support/MainLoopPump.h"
 #include "support/ManualMachineConditions.h"
-#include "support/ManualScheduling.h"
 
 namespace wakeloft {
 namespace {
@@ -35,7 +36,7 @@ class DeepwakeRigTest : public ::testing::Test {
     awake = std::make_shared<AwakeController>(
         std::make_shared<InMemorySleepBlocker>(), std::make_shared<InMemoryAwakeIntentStore>(), dates,
         std::make_shared<SystemContinuousTimeProvider>(), std::make_shared<TimerDeadlineScheduler>(),
-        std::make_shared<testing::ManualRecheckNotifier>(), true);
+        std::make_shared<ClockChangeNotifier>(), true);
     deepwake = std::make_unique<LidAwakeController>(
         awake,
         std::make_shared<SocketLidSleepBlocker>(std::make_shared<RigLidHelperRegistration>(), rig->socketPath,
