@@ -64,7 +64,12 @@ LidLeaseService::Reply LidLeaseService::revoke(std::uint64_t from) {
   settle();
   // Another client's lease still runs: this client has nothing to hear.
   if (!terms_.empty()) return std::nullopt;
-  if (const auto error = keeper_->lastErrorDescription()) return LidHelperRefusal::settingNotPutBack(*error).reason();
+  if (const auto error = keeper_->lastErrorDescription()) {
+    // Logged here: the XPC revocation's reply carries nothing, and a
+    // disconnect has no one to tell.
+    writeLog("lease ended, but disablesleep could not be put back and is being retried: " + *error);
+    return LidHelperRefusal::settingNotPutBack(*error).reason();
+  }
   return std::nullopt;
 }
 

@@ -242,6 +242,8 @@ TEST_F(LidLeaseServiceTest, ARestoreThatFailsIsReportedAndRetried) {
             "The sleep setting could not be put back, and the helper is still trying: Resource busy");
   EXPECT_TRUE(service.holders().empty());
   EXPECT_TRUE(setting->value);
+  EXPECT_EQ(logLines, std::vector<std::string>{"lease ended, but disablesleep could not be put back and is being "
+                                               "retried: Resource busy"});
 
   setting->writeError.reset();
   clocks.pass(0.25);
