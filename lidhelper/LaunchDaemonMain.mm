@@ -18,10 +18,12 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "CFPropertyListParser.h"
+#include "ClockChangeNotifier.h"
 #include "CodeSigningIdentity.h"
 #include "IOKitClamshell.h"
 #import "LidLeaseListenerDelegate.h"
@@ -112,10 +114,19 @@ int main(int argc, char** argv) {
     auto service = std::make_shared<LidLeaseService>(keeper, logLine);
     auto lidCheck = std::make_shared<LidSleepCheck>(std::make_shared<IOKitClamshell>(), logLine);
     std::unique_ptr<LidHelperUpdateCheck> updateCheck;
-    LidHelperDaemon daemon(keeper, service, lidCheck, std::make_shared<TimerDeadlineScheduler>(), dates, uptime,
-                           [&updateCheck] {
-                             if (updateCheck) updateCheck->settingSettled();
-                           });
+    // A clock set forward ends a lease at once, not when its uptime end comes.
+    std::shared_ptr<ClockChangeNotifier> clockChanges;
+    try {
+      clockChanges = std::make_shared<ClockChangeNotifier>();
+    } catch (const std::runtime_error& error) {
+      logLine(std::string("clock changes will show only when a lease's uptime ends: ") + error.what());
+    }
+    LidHelperDaemon daemon(
+        keeper, service, lidCheck, std::make_shared<TimerDeadlineScheduler>(), dates, uptime,
+        [&updateCheck] {
+          if (updateCheck) updateCheck->settingSettled();
+        },
+        clockChanges);
     // From here on, SIGTERM from launchd and SIGINT by hand take the stop path.
     __attribute__((objc_precise_lifetime)) dispatch_source_t terminate = stopOnSignal(SIGTERM, daemon);
     __attribute__((objc_precise_lifetime)) dispatch_source_t interrupt = stopOnSignal(SIGINT, daemon);
