@@ -27,9 +27,6 @@ TEST(RigLeaseFileTest, EncodesTheShortestDecimalWithAPoint) {
   // Never an exponent, however large.
   EXPECT_EQ(RigLeaseFile::encode(Date{1e20}), "100000000000000000000.0");
   EXPECT_EQ(RigLeaseFile::encode(Date{1e-7}), "0.0000001");
-}
-
-TEST(RigLeaseFileTest, EncodingRefusesDatesThatAreNotFinite) {
   EXPECT_THROW(RigLeaseFile::encode(Date{std::nan("")}), std::domain_error);
   EXPECT_THROW(RigLeaseFile::encode(Date{-std::numeric_limits<double>::infinity()}), std::domain_error);
 }

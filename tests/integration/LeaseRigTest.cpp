@@ -124,21 +124,18 @@ TEST_F(LeaseRigTest, AFileRemovedBehindTheHelpersBackEndsTheLease) {
   EXPECT_TRUE(rig.leaseFileExists());
 }
 
-TEST_F(LeaseRigTest, ALidShutDuringTheLeaseAsksForSleepWhenItEnds) {
-  RigClient client(rig.socketPath);
-  std::ofstream(rig.lidPath) << "closed\n";
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
-  EXPECT_EQ(rig.log().find("asked the system to sleep"), std::string::npos);
-  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
-  EXPECT_NE(rig.log().find("asked the system to sleep"), std::string::npos) << rig.log();
-}
-
-TEST_F(LeaseRigTest, AnOpenLidIsLeftAlone) {
+TEST_F(LeaseRigTest, ALeaseEndingWithTheLidShutAsksForSleepAndWithItOpenDoesNot) {
   RigClient client(rig.socketPath);
   std::ofstream(rig.lidPath) << "open\n";
   EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
   EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
   EXPECT_EQ(rig.log().find("sleep"), std::string::npos) << rig.log();
+
+  std::ofstream(rig.lidPath) << "closed\n";
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(rig.log().find("asked the system to sleep"), std::string::npos);
+  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_NE(rig.log().find("asked the system to sleep"), std::string::npos) << rig.log();
 }
 
 TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2) {

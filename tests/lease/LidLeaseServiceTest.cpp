@@ -92,15 +92,6 @@ TEST_F(LidLeaseServiceTest, OneClientsRevocationNeverEndsAnothersLease) {
   EXPECT_TRUE(service.holders().empty());
 }
 
-TEST_F(LidLeaseServiceTest, LapsedTermsAreDroppedOneByOne) {
-  service.renew(in(20), 1);
-  service.renew(in(30), 2);
-  clocks.pass(20);
-  service.checkLease();
-  EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{2}));
-  EXPECT_TRUE(setting->value);
-}
-
 TEST_F(LidLeaseServiceTest, RequestsAreHandledByKind) {
   EXPECT_EQ(service.handle(LidLeaseRequest::renew(in(30)), 1), std::nullopt);
   EXPECT_EQ(service.handle(LidLeaseRequest::renew(in(30)), 2), std::nullopt);
@@ -250,15 +241,6 @@ TEST_F(LidLeaseServiceTest, ARestoreThatFailsIsReportedAndRetried) {
   service.checkLease();
   EXPECT_FALSE(setting->value);
   EXPECT_EQ(service.revoke(1), std::nullopt);
-}
-
-TEST_F(LidLeaseServiceTest, TheEarliestLapseIsTheFirstEndOfAnyTerm) {
-  EXPECT_EQ(service.earliestLapse(), std::nullopt);
-  service.renew(in(30), 1);
-  service.renew(in(20), 2);
-  EXPECT_EQ(service.earliestLapse(), (LidLeaseTerm{clocks.now().adding(20), 1020}));
-  service.revoke(2);
-  EXPECT_EQ(service.earliestLapse(), (LidLeaseTerm{clocks.now().adding(30), 1030}));
 }
 
 // Through the real main loop, as the listener's connections use it.
