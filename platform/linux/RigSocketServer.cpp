@@ -2,14 +2,18 @@
 
 #include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 #include "clock/MainRunLoop.h"
 #include "rig/RigWire.h"
@@ -167,6 +171,19 @@ RigSocketServer::RigSocketServer(std::string path, uid_t allowedUid, Log log)
 
 void RigSocketServer::serve(Requests requests) {
   requests_ = std::move(requests);
+  // Connections get the descriptors the helper does not hold yet, less a
+  // few kept back for its own work (writing the rig file, reading the lid).
+  std::size_t open = 0;
+  std::error_code unreadable;
+  for (std::filesystem::directory_iterator entry("/proc/self/fd", unreadable), end; !unreadable && entry != end;
+       entry.increment(unreadable)) {
+    ++open;  // the listing's own descriptor among them, kept back as well
+  }
+  rlimit limit{};
+  if (getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) {
+    const auto spare = limit.rlim_cur > open + reservedDescriptors ? limit.rlim_cur - open - reservedDescriptors : 0;
+    maxConnections_ = std::max<std::size_t>(spare, 1);
+  }
   listener_->onReady = [this](GIOCondition) {
     accept();
     return true;
@@ -198,6 +215,18 @@ void RigSocketServer::accept() {
     return;
   }
   listener_->failing = false;
+
+  if (connections_.size() >= maxConnections_) {
+    // Closed at once, so the client hears so and the backlog drains.
+    if (!full_) {
+      log_("connection refused: " + std::to_string(connections_.size()) +
+           " connections are open, as many as this helper serves");
+    }
+    full_ = true;
+    g_socket_close(socket, nullptr);
+    g_object_unref(socket);
+    return;
+  }
 
   GCredentials* credentials = g_socket_get_credentials(socket, &error);
   const uid_t uid = credentials ? g_credentials_get_unix_user(credentials, nullptr) : static_cast<uid_t>(-1);
@@ -325,6 +354,7 @@ void RigSocketServer::close(const std::shared_ptr<Connection>& connection) {
   // Freed on the loop's next turn: the callback running now may be its own.
   MainRunLoop::perform([kept = connection] {});
   connections_.erase(client);
+  full_ = false;
   resumeAccepting();  // a descriptor came free
   requests_(client, LidLeaseRequest::disconnect(), [](const std::optional<std::string>&) {});
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -19,7 +20,8 @@ namespace wakeloft {
 // lines become requests, and each request's reply goes back as one line, in
 // order. A peer of another user, a line that breaks the wire, or the end of
 // the stream ends the connection, which the service hears as a disconnect.
-// A client that does not read its replies is not read from either.
+// A client that does not read its replies is not read from either, and
+// connections beyond what the descriptor limit leaves over are refused.
 class RigSocketServer {
  public:
   using Reply = std::function<void(const std::optional<std::string>&)>;
@@ -44,6 +46,8 @@ class RigSocketServer {
   // read from.
   static constexpr std::size_t maxAwaitingReplies = 64;
   static constexpr std::size_t maxUnsentBytes = 64 * 1024;
+  // Descriptors never given to connections: what the helper needs besides.
+  static constexpr std::size_t reservedDescriptors = 8;
 
  private:
   struct Listener;
@@ -65,6 +69,8 @@ class RigSocketServer {
   std::unique_ptr<Listener> listener_;
   std::map<std::uint64_t, std::shared_ptr<Connection>> connections_;
   std::uint64_t lastClient_ = 0;
+  std::size_t maxConnections_ = std::numeric_limits<std::size_t>::max();
+  bool full_ = false;  // refusing connections until one closes
 };
 
 }  // namespace wakeloft

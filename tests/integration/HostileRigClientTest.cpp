@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "RigProcess.h"
 #include "clock/SystemDateProvider.h"
 #include "rig/RigWire.h"
@@ -42,6 +44,7 @@ struct QuickConnection {
 TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
   RigProcess rig(std::nullopt, {.openFileLimit = 64});
   ASSERT_TRUE(rig.waitForSocket()) << rig.log();
+  std::ofstream(rig.lidPath) << "closed\n";
   RigClient holder(rig.socketPath);
   ASSERT_EQ(holder.ask(RigWire::renewLine(inSeconds(20))), "");
 
@@ -52,19 +55,45 @@ TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
   kill(rig.pid, SIGCONT);
   for (const auto& connection : burst) EXPECT_TRUE(connection->connected);
 
-  const std::string refused = "connections not accepted for now: Error accepting connection: Too many open files";
-  ASSERT_TRUE(rig.waitUntil([&] { return rig.log().find(refused) != std::string::npos; })) << rig.log();
+  // Those past the limit are closed at once, said once.
+  const std::string full = "connections are open, as many as this helper serves";
+  ASSERT_TRUE(rig.waitUntil([&] { return rig.log().find(full) != std::string::npos; })) << rig.log();
   EXPECT_EQ(holder.ask(RigWire::renewLine(inSeconds(25))), "") << rig.log();
-  // It waits for a descriptor to come free instead of trying again and again.
-  EXPECT_EQ(occurrences(rig.log(), refused), 1u) << rig.log();
+  EXPECT_EQ(occurrences(rig.log(), full), 1u) << rig.log();
 
+  // Its lease ends with it, and the helper still has the descriptors to look at the lid.
   holder.close();  // as when its process is killed
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s)) << rig.log();
+  EXPECT_TRUE(rig.waitUntil([&] { return rig.log().find("asked the system to sleep") != std::string::npos; }))
+      << rig.log();
 
   burst.clear();
   RigClient late(rig.socketPath);
   EXPECT_EQ(late.ask(RigWire::renewLine(inSeconds(20))), "") << rig.log();
   EXPECT_TRUE(rig.leaseFileExists());
+}
+
+TEST(HostileRigClientTest, OutOfDescriptorsAllTheSameItWaitsForOneInsteadOfSpinning) {
+  RigProcess rig;
+  ASSERT_TRUE(rig.waitForSocket()) << rig.log();
+  RigClient holder(rig.socketPath);
+  ASSERT_EQ(holder.ask(RigWire::renewLine(inSeconds(20))), "");
+  // A limit lowered behind its back: connections now run it out of descriptors.
+  const rlimit low{32, 32};
+  ASSERT_EQ(prlimit(rig.pid, RLIMIT_NOFILE, &low, nullptr), 0) << std::strerror(errno);
+  std::vector<std::unique_ptr<QuickConnection>> burst;
+  for (int i = 0; i < 40; ++i) burst.push_back(std::make_unique<QuickConnection>(rig.socketPath));
+
+  const std::string refused = "connections not accepted for now: Error accepting connection: Too many open files";
+  ASSERT_TRUE(rig.waitUntil([&] { return rig.log().find(refused) != std::string::npos; })) << rig.log();
+  EXPECT_EQ(holder.ask(RigWire::renewLine(inSeconds(25))), "") << rig.log();
+  EXPECT_EQ(occurrences(rig.log(), refused), 1u) << rig.log();
+
+  burst.clear();
+  RigClient late(rig.socketPath);
+  EXPECT_EQ(late.ask(std::string(RigWire::revokeLine)), "") << rig.log();
+  holder.close();
+  EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s)) << rig.log();
 }
 
 TEST(HostileRigClientTest, AClientThatNeverReadsIsHeldBackWhileOthersAreServed) {
