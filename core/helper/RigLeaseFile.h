@@ -32,8 +32,9 @@ std::optional<Date> decode(std::string_view text);
 // not decode.
 std::optional<Date> read(const std::string& path = std::string(defaultPath));
 
-// Replaces the file in one step (a temporary file beside it, then a rename),
-// so a reader sees the old date or the new one, never part of either.
+// Replaces the file in one step (a temporary file beside it, swapped into
+// place), so a reader sees the old date or the new one, never part of either
+// and never no file.
 // Throws std::system_error naming the path.
 void write(Date date, const std::string& path = std::string(defaultPath));
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <bit>
 #include <cmath>
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include <random>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 
 #include "TemporaryDirectory.h"
 
@@ -86,19 +88,42 @@ TEST_F(RigLeaseFileOnDiskTest, WriteReplacesTheFileInOneStepAndLeavesNothingElse
   RigLeaseFile::write(Date{2}, path());
   struct stat after {};
   ASSERT_EQ(::stat(path().c_str(), &after), 0);
-  // A new file renamed over the old one, never the old one rewritten.
+  // A new file put in the old one's place, never the old one rewritten.
   EXPECT_NE(before.st_ino, after.st_ino);
   EXPECT_EQ(after.st_mode & 0777, 0644u);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory.path()), {}), 1);
 }
 
-TEST_F(RigLeaseFileOnDiskTest, WriteReplacesALinkInsteadOfFollowingIt) {
+TEST_F(RigLeaseFileOnDiskTest, WriteReplacesALinkInsteadOfFollowingItButNeverAFolder) {
   const auto target = directory.write("elsewhere", "keep me");
   std::filesystem::create_symlink(target, path());
   RigLeaseFile::write(Date{5}, path());
   EXPECT_FALSE(std::filesystem::is_symlink(path()));
   EXPECT_EQ(RigLeaseFile::read(target), std::nullopt);
   EXPECT_EQ(RigLeaseFile::read(path()), Date{5});
+
+  std::filesystem::remove(path());
+  std::filesystem::create_directory(path());
+  EXPECT_THROW(RigLeaseFile::write(Date{6}, path()), std::system_error);
+  EXPECT_TRUE(std::filesystem::is_directory(path()));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory.path()), {}), 2);  // the folder and the link's target
+}
+
+TEST_F(RigLeaseFileOnDiskTest, AReaderAlwaysFindsAWholeDateWhileItIsReplaced) {
+  RigLeaseFile::write(Date{1}, path());
+  std::atomic<bool> writing = true;
+  std::thread writer([&] {
+    for (int i = 2; i < 2000; ++i) RigLeaseFile::write(Date{1731700000.0 + i}, path());
+    writing = false;
+  });
+  int reads = 0, misses = 0;
+  while (writing) {
+    ++reads;
+    if (!RigLeaseFile::read(path())) ++misses;
+  }
+  writer.join();
+  EXPECT_GT(reads, 0);
+  EXPECT_EQ(misses, 0);
 }
 
 TEST_F(RigLeaseFileOnDiskTest, WriteIntoAMissingFolderFailsClearly) {
