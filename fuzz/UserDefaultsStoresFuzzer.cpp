@@ -1,7 +1,8 @@
 // Stored preferences as another version of the app, or the user, may have
 // left them: whatever value of whatever kind lies under a key, reading never
 // throws and never writes, a value read is the default or follows the
-// store's rules, and what a store writes it reads back.
+// store's rules, and what a store writes it reads back. (The guardrail
+// store is the one that cleans: it removes what it cannot read.)
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -17,6 +18,7 @@
 
 #include "FuzzCheck.h"
 #include "base/InMemoryDefaultsDomain.h"
+#include "lid/UserDefaultsDeepwakeGuardrailStore.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
 #include "prefs/PresetDurations.h"
 #include "prefs/PresetDurationsController.h"
@@ -141,6 +143,26 @@ void checkHeatWarning(InMemoryDefaultsDomain& defaults) {
   }
 }
 
+// The guardrail store removes a value it cannot read and reads the default
+// instead; what it keeps reads the same again, and what it writes reads back.
+void checkGuardrails(InMemoryDefaultsDomain& defaults) {
+  using Store = UserDefaultsDeepwakeGuardrailStore;
+  Store store(defaults);
+  const auto settings = store.settings();
+  require(DeepwakeGuardrails::Settings::isBatteryFloor(settings.batteryFloor), "the floor read is one on offer");
+  const auto afterReading = defaults.values();
+  require(store.settings() == settings && unchanged(defaults, afterReading), "a second reading finds nothing to clean");
+  for (const char* key : {Store::stopsInLowPowerModeKey, Store::stopsWhenLidOpensKey, Store::onlyOnPowerAdapterKey}) {
+    const auto kept = defaults.object(key);
+    require(!kept || kept->holds<bool>(), "only a boolean switch is kept");
+  }
+  DeepwakeGuardrails::Settings flipped = settings;
+  flipped.batteryFloor = settings.batteryFloor == 50 ? 10 : 50;
+  flipped.onlyOnPowerAdapter = !settings.onlyOnPowerAdapter;
+  store.setSettings(flipped);
+  require(store.settings() == flipped, "settings written read back");
+}
+
 void checkPresets(InMemoryDefaultsDomain& defaults) {
   auto store = std::make_shared<UserDefaultsPresetDurationStore>(defaults);
   const auto before = defaults.values();
@@ -173,14 +195,17 @@ void checkPresets(InMemoryDefaultsDomain& defaults) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider input(data, size);
   InMemoryDefaultsDomain defaults;
-  for (const char* key : {UserDefaultsAwakeIntentStore::isAwakeRequestedKey, UserDefaultsAwakeIntentStore::awakeUntilKey,
-                          UserDefaultsLidAwakeStore::key, UserDefaultsPresetDurationStore::key}) {
+  for (const char* key :
+       {UserDefaultsAwakeIntentStore::isAwakeRequestedKey, UserDefaultsAwakeIntentStore::awakeUntilKey,
+        UserDefaultsLidAwakeStore::key, UserDefaultsPresetDurationStore::key,
+        UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey}) {
     if (input.ConsumeBool()) defaults.set(key, value(input, 0));
   }
   try {
     checkAwakeIntent(defaults);
     checkHeatWarning(defaults);
     checkPresets(defaults);
+    checkGuardrails(defaults);
   } catch (const std::exception&) {
     require(false, "reading stored preferences never throws");
   }

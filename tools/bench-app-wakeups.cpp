@@ -22,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "ClockChangeNotifier.h"
 #include "HelperProcess.h"
 #include "RigLidHelperRegistration.h"
 #include "SocketLidSleepBlocker.h"
@@ -45,12 +46,8 @@ using namespace wakeloft;
 
 namespace {
 
-// Nothing moves the clock or changes the machine during a run, so these
-// never call their handler; the system's own notifiers wait on a descriptor
-// without waking either.
-struct QuietRecheckNotifier final : DeadlineRecheckNotifier {
-  void observe(std::function<void()>) override {}
-};
+// Nothing changes the machine during a run, so this never calls its
+// handler; a system notifier waits on a descriptor without waking either.
 struct QuietConditionsNotifier final : MachineConditionsNotifier {
   void observe(std::function<void()>) override {}
 };
@@ -112,7 +109,7 @@ long long measure(int which, double seconds, const std::string& helperProgram) {
   auto awake = std::make_shared<AwakeController>(
       std::make_shared<InMemorySleepBlocker>(), std::make_shared<InMemoryAwakeIntentStore>(), dates,
       std::make_shared<SystemContinuousTimeProvider>(), std::make_shared<TimerDeadlineScheduler>(),
-      std::make_shared<QuietRecheckNotifier>(), /*restoringPreviousState=*/true);
+      std::make_shared<ClockChangeNotifier>(), /*restoringPreviousState=*/true);
   auto lid = std::make_shared<LidAwakeController>(
       awake, lidBlocker, std::make_shared<InMemoryLidAwakeStore>(true), std::make_shared<StaticMachineConditions>(false, true),
       std::make_shared<QuietConditionsNotifier>(), dates, std::make_shared<TimerDeadlineScheduler>(),
