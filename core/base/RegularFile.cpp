@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <utility>
 
 namespace wakeloft::RegularFile {
@@ -79,6 +80,40 @@ bool readInPieces(const std::string& path, const std::function<bool(std::string_
     if (got == 0) return true;
     if (!take(std::string_view(buffer.data(), static_cast<std::size_t>(got)))) return false;
   }
+}
+
+int replace(const std::string& path, std::string_view content, mode_t mode) {
+  const std::filesystem::path target(path);
+  const auto folder = target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path();
+  std::string temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+  Descriptor file{::mkstemp(temporary.data())};
+  if (file.fd < 0) return errno;
+
+  const auto failed = [&] {
+    const int error = errno;
+    ::unlink(temporary.c_str());
+    return error;
+  };
+  if (::fchmod(file.fd, mode) != 0) return failed();
+  for (std::size_t written = 0; written < content.size();) {
+    const auto wrote = ::write(file.fd, content.data() + written, content.size() - written);
+    if (wrote < 0) {
+      if (errno == EINTR) continue;
+      return failed();
+    }
+    written += static_cast<std::size_t>(wrote);
+  }
+  if (::fsync(file.fd) != 0) return failed();
+  if (::close(file.fd) != 0) {
+    file.fd = -1;
+    return failed();
+  }
+  file.fd = -1;
+  if (::rename(temporary.c_str(), path.c_str()) != 0) return failed();
+  // The rename itself lasts once the folder is on disk too.
+  Descriptor directory{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+  if (directory.fd >= 0) ::fsync(directory.fd);
+  return 0;
 }
 
 }  // namespace wakeloft::RegularFile
