@@ -1,0 +1,68 @@
+// scripts/render-cask, which the release workflow runs to write the cask.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <optional>
+#include <sstream>
+#include <string>
+
+#include "base/ChildProcess.h"
+#include "helper/TemporaryDirectory.h"
+
+namespace wakeloft {
+namespace {
+
+const std::string sha256(64, 'e');
+constexpr const char* url = "https://github.com/wakeloft/wakeloft/releases/download/v1.2.0/Wakeloft-1.2.0.zip";
+
+ChildProcess::Result render(const std::string& version, const std::string& digest, const std::string& address) {
+  return ChildProcess::run({"/bin/bash", WAKELOFT_SOURCE_DIR "/scripts/render-cask", version, digest, address}, 30);
+}
+
+std::optional<std::string> onPath(const std::string& program) {
+  std::stringstream path(std::getenv("PATH") ? std::getenv("PATH") : "");
+  for (std::string folder; std::getline(path, folder, ':');) {
+    const std::string candidate = folder + "/" + program;
+    if (!folder.empty() && ::access(candidate.c_str(), X_OK) == 0) return candidate;
+  }
+  return std::nullopt;
+}
+
+TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTerms) {
+  const auto cask = render("1.2.0", sha256, url);
+  ASSERT_EQ(cask.exitStatus, 0) << cask.output;
+  EXPECT_NE(cask.output.find("  version \"1.2.0\"\n  sha256 \"" + sha256 + "\"\n"), std::string::npos);
+  EXPECT_NE(cask.output.find("  url \"https://github.com/wakeloft/wakeloft/releases/download/v#{version}/"
+                             "Wakeloft-#{version}.zip\",\n      verified: \"github.com/wakeloft/wakeloft/\"\n"),
+            std::string::npos);
+  EXPECT_EQ(cask.output.find('@'), std::string::npos) << "a placeholder is left";
+}
+
+TEST(HomebrewCaskTest, RefusesValuesItCannotWriteSafely) {
+  const std::tuple<std::string, std::string, std::string, std::string> refused[] = {
+      {"1.2.0-beta", sha256, url, "is not a version"},
+      {"1.2.0", "E" + sha256.substr(1), url, "is not a SHA-256"},
+      {"1.2.0", sha256, "https://wakeloft.app/Wakeloft-1.2.0.zip", "is not a GitHub release download"},
+      {"1.2.0", sha256, "https://github.com/a/b/releases/download/v1&x/Wakeloft-1.2.0.zip", "is not a GitHub"},
+      {"1.3.0", sha256, url, "does not name version 1.3.0"},
+  };
+  for (const auto& [version, digest, address, message] : refused) {
+    const auto result = render(version, digest, address);
+    EXPECT_EQ(result.exitStatus, 1) << message;
+    EXPECT_NE(result.output.find(message), std::string::npos) << result.output;
+  }
+}
+
+TEST(HomebrewCaskTest, RubyReadsTheRenderedCask) {
+  const auto ruby = onPath("ruby");
+  if (!ruby) GTEST_SKIP() << "no ruby on PATH to check the cask's syntax with";
+  const testing::TemporaryDirectory directory;
+  const auto cask = directory.write("wakeloft.rb", render("1.2.0", sha256, url).output);
+  const auto check = ChildProcess::run({*ruby, "-c", cask}, 30);
+  EXPECT_EQ(check.exitStatus, 0) << check.output;
+  EXPECT_NE(check.output.find("Syntax OK"), std::string::npos) << check.output;
+}
+
+}  // namespace
+}  // namespace wakeloft
