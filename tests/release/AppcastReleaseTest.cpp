@@ -55,7 +55,8 @@ class AppcastReleaseTest : public ::testing::Test {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(directory.path()), {}));
   }
 
-  const std::string archive = std::string("PK\3\4 a release archive\0 with any bytes", 41);
+  static constexpr char archiveBytes[] = "PK\3\4 a release archive\0 with any bytes";
+  const std::string archive = std::string(archiveBytes, sizeof archiveBytes - 1);
   TemporaryDirectory directory;
   AppcastRelease release;
 };
@@ -72,7 +73,7 @@ TEST_F(AppcastReleaseTest, NewFeedCarriesTheReleaseSignedForItsPublicKey) {
   const std::string written = feed();
   EXPECT_NE(written.find("<link>https://wakeloft.app/appcast.xml</link>"), std::string::npos);
   EXPECT_NE(written.find("<enclosure url=\"" + release.url +
-                         "\" length=\"41\" type=\"application/octet-stream\" "
+                         "\" length=\"" + std::to_string(archive.size()) + "\" type=\"application/octet-stream\" "
                          "sparkle:edSignature=\"" +
                          item.edSignature + "\"/>"),
             std::string::npos);
