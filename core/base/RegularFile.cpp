@@ -85,7 +85,12 @@ bool readInPieces(const std::string& path, const std::function<bool(std::string_
 int replace(const std::string& path, std::string_view content, mode_t mode) {
   const std::filesystem::path target(path);
   const auto folder = target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path();
-  std::string temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
+  // A hidden name beside the target; appended piece by piece, since GCC 12
+  // warns wrongly (-Wrestrict) about a literal put before a string.
+  std::string name = ".";
+  name += target.filename().string();
+  name += ".XXXXXX";
+  std::string temporary = (folder / name).string();
   Descriptor file{::mkstemp(temporary.data())};
   if (file.fd < 0) return errno;
 

@@ -25,6 +25,15 @@ bool isNameStart(char c) { return isAsciiLetter(c) || c == '_' || c == ':' || st
 bool isNameChar(char c) { return isNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
 bool isBlank(std::string_view text) { return std::all_of(text.begin(), text.end(), isSpace); }
 
+// "<name>" or "</name>" for a message, built by appending: GCC 12 warns
+// wrongly (-Wrestrict) about a literal put before a string.
+std::string tag(std::string_view name, bool end = false) {
+  std::string text = end ? "</" : "<";
+  text += name;
+  text += '>';
+  return text;
+}
+
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
@@ -111,7 +120,7 @@ class AppcastReader {
         fail("a \"<\" that starts no markup");
       }
     }
-    if (!stack_.empty()) fail("the document ends inside <" + std::string(stack_.back().name.qualified) + ">");
+    if (!stack_.empty()) fail("the document ends inside " + tag(stack_.back().name.qualified));
     if (rssStart_ == npos) fail("no <rss> element");
     if (channelStart_ == npos) fail("no <channel> in <rss>");
 
@@ -317,7 +326,7 @@ class AppcastReader {
       }
       case 1:
         if (element.name.local != "channel") {
-          fail("<" + std::string(element.name.qualified) + "> in <rss>, where only <channel> goes");
+          fail(tag(element.name.qualified) + " in <rss>, where only <channel> goes");
         }
         // Unprefixed and in no namespace, so the items written into it are
         // RSS items too.
@@ -363,11 +372,11 @@ class AppcastReader {
     ++pos_;
     if (stack_.empty()) {
       pos_ = start;
-      fail("</" + std::string(closing.qualified) + "> without its start tag");
+      fail(tag(closing.qualified, true) + " without its start tag");
     }
     if (closing.qualified != stack_.back().name.qualified) {
       pos_ = start;
-      fail("<" + std::string(stack_.back().name.qualified) + "> closed by </" + std::string(closing.qualified) + ">");
+      fail(tag(stack_.back().name.qualified) + " closed by " + tag(closing.qualified, true));
     }
     if (stack_.size() == 2) channelEnd_ = start;
     const std::size_t after = pos_;
