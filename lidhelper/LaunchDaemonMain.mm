@@ -23,7 +23,7 @@
 #include <thread>
 
 #include "CFPropertyListParser.h"
-#include "ClockChangeNotifier.h"
+#include "clock/ClockChangeNotifier.h"
 #include "CodeSigningIdentity.h"
 #include "IOKitClamshell.h"
 #import "LidLeaseListenerDelegate.h"

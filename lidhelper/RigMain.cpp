@@ -15,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-#include "ClockChangeNotifier.h"
+#include "clock/ClockChangeNotifier.h"
 #include "LibplistPropertyListParser.h"
 #include "RigClamshell.h"
 #include "RigSleepSetting.h"

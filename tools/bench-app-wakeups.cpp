@@ -22,7 +22,7 @@
 #include <string>
 #include <vector>
 
-#include "ClockChangeNotifier.h"
+#include "clock/ClockChangeNotifier.h"
 #include "HelperProcess.h"
 #include "RigLidHelperRegistration.h"
 #include "SocketLidSleepBlocker.h"

@@ -1,4 +1,4 @@
-#include "ClockChangeNotifier.h"
+#include "clock/ClockChangeNotifier.h"
 
 #include <glib-unix.h>
 #include <glib.h>
@@ -14,12 +14,12 @@
 
 namespace wakeloft {
 
-struct ClockChangeNotifier::Timer {
+struct ClockChangeNotifier::Watch {
   int fd = -1;
   GSource* source = nullptr;
   std::function<void()> handler;
 
-  ~Timer() {
+  ~Watch() {
     if (source) {
       g_source_destroy(source);
       g_source_unref(source);
@@ -37,7 +37,7 @@ struct ClockChangeNotifier::Timer {
 
   static gboolean ready(gint, GIOCondition, gpointer data) {
     requireMainThread("ClockChangeNotifier's timer");
-    auto& timer = *static_cast<Timer*>(data);
+    auto& timer = *static_cast<Watch*>(data);
     std::uint64_t expirations = 0;
     // ECANCELED: the clock was set. A plain expiry: it was set past the far end.
     if (::read(timer.fd, &expirations, sizeof expirations) < 0 && (errno == EAGAIN || errno == EINTR)) {
@@ -51,9 +51,9 @@ struct ClockChangeNotifier::Timer {
   }
 };
 
-ClockChangeNotifier::ClockChangeNotifier() : timer_(std::make_unique<Timer>()) {
-  timer_->fd = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
-  if (timer_->fd < 0 || !timer_->arm()) {
+ClockChangeNotifier::ClockChangeNotifier() : watch_(std::make_unique<Watch>()) {
+  watch_->fd = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
+  if (watch_->fd < 0 || !watch_->arm()) {
     throw std::system_error(errno, std::generic_category(), "The clock-change timer could not be set up");
   }
 }
@@ -62,11 +62,11 @@ ClockChangeNotifier::~ClockChangeNotifier() = default;
 
 void ClockChangeNotifier::observe(std::function<void()> handler) {
   requireMainThread("ClockChangeNotifier::observe");
-  timer_->handler = std::move(handler);
-  if (timer_->source) return;
-  timer_->source = g_unix_fd_source_new(timer_->fd, G_IO_IN);
-  g_source_set_callback(timer_->source, G_SOURCE_FUNC(Timer::ready), timer_.get(), nullptr);
-  g_source_attach(timer_->source, nullptr);
+  watch_->handler = std::move(handler);
+  if (watch_->source) return;
+  watch_->source = g_unix_fd_source_new(watch_->fd, G_IO_IN);
+  g_source_set_callback(watch_->source, G_SOURCE_FUNC(Watch::ready), watch_.get(), nullptr);
+  g_source_attach(watch_->source, nullptr);
 }
 
 }  // namespace wakeloft

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "ClockChangeNotifier.h"
+#include "clock/ClockChangeNotifier.h"
 #include "RigLidHelperRegistration.h"
 #include "RigProcess.h"
 #include "SocketLidSleepBlocker.h"

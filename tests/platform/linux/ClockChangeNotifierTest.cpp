@@ -1,4 +1,4 @@
-#include "ClockChangeNotifier.h"
+#include "clock/ClockChangeNotifier.h"
 
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
