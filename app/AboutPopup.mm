@@ -4,7 +4,6 @@
 #include "GlyphImages.h"
 #include "MainBundle.h"
 #include "PanelViews.h"
-#include "RunningAppLanguage.h"
 #include "clock/SystemDateProvider.h"
 #include "prefs/AboutInfo.h"
 #include "prefs/SystemTimeZone.h"
@@ -46,18 +45,7 @@ constexpr CGFloat inset = 18;
 
   NSStackView* stack = PanelViews::column(lines, 4);
   stack.alignment = NSLayoutAttributeCenterX;
-  stack.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);
-  stack.translatesAutoresizingMaskIntoConstraints = NO;
-
-  NSView* root = [[NSView alloc] init];
-  root.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
-  [root addSubview:stack];
-  [NSLayoutConstraint activateConstraints:@[
-    [stack.topAnchor constraintEqualToAnchor:root.topAnchor],
-    [stack.bottomAnchor constraintEqualToAnchor:root.bottomAnchor],
-    [stack.leadingAnchor constraintEqualToAnchor:root.leadingAnchor],
-    [stack.trailingAnchor constraintEqualToAnchor:root.trailingAnchor],
-  ]];
+  NSView* root = PanelViews::popoverRoot(stack, inset, std::nullopt);
   self.view = root;
   [root layoutSubtreeIfNeeded];
   self.preferredContentSize = root.fittingSize;

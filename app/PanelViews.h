@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "ui/PanelAction.h"
@@ -46,6 +47,11 @@ NSView* note(const PanelNote& note, NSColor* color, CGFloat width, const Perform
 NSBox* divider();
 NSStackView* column(NSArray<NSView*>* views, CGFloat spacing);
 NSStackView* row(NSArray<NSView*>* views, CGFloat spacing);
+
+// A popover's root view in the app's layout direction, holding `content`
+// inset by `inset` on every side; as wide as `width` when one is given,
+// otherwise as wide as the content.
+NSView* popoverRoot(NSStackView* content, CGFloat inset, std::optional<CGFloat> width);
 
 // The first control in the view that the keyboard can reach, if any.
 NSView* _Nullable firstKeyView(NSView* view);

@@ -146,6 +146,22 @@ NSStackView* row(NSArray<NSView*>* views, CGFloat spacing) {
   return stack(views, NSUserInterfaceLayoutOrientationHorizontal, spacing);
 }
 
+NSView* popoverRoot(NSStackView* content, CGFloat inset, std::optional<CGFloat> width) {
+  content.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);
+  content.translatesAutoresizingMaskIntoConstraints = NO;
+  NSView* root = [[NSView alloc] init];
+  root.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
+  [root addSubview:content];
+  [NSLayoutConstraint activateConstraints:@[
+    [content.topAnchor constraintEqualToAnchor:root.topAnchor],
+    [content.bottomAnchor constraintEqualToAnchor:root.bottomAnchor],
+    [content.leadingAnchor constraintEqualToAnchor:root.leadingAnchor],
+    [content.trailingAnchor constraintEqualToAnchor:root.trailingAnchor],
+  ]];
+  if (width) [root.widthAnchor constraintEqualToConstant:*width].active = YES;
+  return root;
+}
+
 NSView* firstKeyView(NSView* view) {
   if (view.canBecomeKeyView && !view.hidden) return view;
   for (NSView* subview in view.subviews) {

@@ -5,7 +5,6 @@
 #import "ActionHandler.h"
 #include "BundleTexts.h"
 #include "PanelViews.h"
-#include "RunningAppLanguage.h"
 #include "base/MainThread.h"
 #include "base/Observation.h"
 #include "ui/SafetyPopupContent.h"
@@ -41,8 +40,6 @@ NSTextField* hintLabel(const LocalizedText& text) {
 // The layout never changes; render only sets the values.
 - (void)loadView {
   const auto content = SafetyPopupContent::current(*_lid);
-  NSView* root = [[NSView alloc] init];
-  root.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
   __weak SafetyPopup* weakSelf = self;
 
   NSTextField* title =
@@ -83,18 +80,8 @@ NSTextField* hintLabel(const LocalizedText& text) {
   }
   [views addObject:hintLabel(content.heatNote)];
 
-  NSStackView* stack = PanelViews::column(views, SafetyPopupContent::sectionSpacing);
-  stack.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);
-  stack.translatesAutoresizingMaskIntoConstraints = NO;
-  [root addSubview:stack];
-  [NSLayoutConstraint activateConstraints:@[
-    [stack.topAnchor constraintEqualToAnchor:root.topAnchor],
-    [stack.bottomAnchor constraintEqualToAnchor:root.bottomAnchor],
-    [stack.leadingAnchor constraintEqualToAnchor:root.leadingAnchor],
-    [stack.trailingAnchor constraintEqualToAnchor:root.trailingAnchor],
-    [root.widthAnchor constraintEqualToConstant:SafetyPopupContent::width],
-  ]];
-  self.view = root;
+  self.view = PanelViews::popoverRoot(PanelViews::column(views, SafetyPopupContent::sectionSpacing), inset,
+                                      SafetyPopupContent::width);
 
   _lidChanged = _lid->observe([weakSelf] { [weakSelf render]; });
   [self render];

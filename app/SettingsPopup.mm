@@ -34,24 +34,11 @@ constexpr CGFloat width = 240;
 }
 
 - (void)loadView {
-  NSView* root = [[NSView alloc] init];
-  root.userInterfaceLayoutDirection = RunningAppLanguage::userInterfaceLayoutDirection();
   _title = PanelViews::label(@"", PanelViews::font(NSFontTextStyleHeadline), NSColor.labelColor);
   _rows = PanelViews::column(@[], SettingsPopupContent::rowSpacing);
   _hint = PanelViews::wrappingLabel(@"", PanelViews::font(NSFontTextStyleFootnote), NSColor.secondaryLabelColor,
                                     width - 2 * inset);
-  NSStackView* stack = PanelViews::column(@[ _title, _rows, _hint ], 10);
-  stack.edgeInsets = NSEdgeInsetsMake(inset, inset, inset, inset);
-  stack.translatesAutoresizingMaskIntoConstraints = NO;
-  [root addSubview:stack];
-  [NSLayoutConstraint activateConstraints:@[
-    [stack.topAnchor constraintEqualToAnchor:root.topAnchor],
-    [stack.bottomAnchor constraintEqualToAnchor:root.bottomAnchor],
-    [stack.leadingAnchor constraintEqualToAnchor:root.leadingAnchor],
-    [stack.trailingAnchor constraintEqualToAnchor:root.trailingAnchor],
-    [root.widthAnchor constraintEqualToConstant:width],
-  ]];
-  self.view = root;
+  self.view = PanelViews::popoverRoot(PanelViews::column(@[ _title, _rows, _hint ], 10), inset, width);
 
   __weak SettingsPopup* weakSelf = self;
   _presetsChanged = _presets->observe([weakSelf] { [weakSelf scheduleRender]; });
