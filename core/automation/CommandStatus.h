@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+
+#include "base/Date.h"
+#include "session/StoredAwakeIntent.h"
+#include "session/StoredProcessBinding.h"
+
+namespace wakeloft {
+
+// What `wakeloft status` prints, from the app's stored state: the same
+// records the app keeps, read through the same stores.
+namespace CommandStatus {
+
+struct Facts {
+  bool isAppRunning = false;
+  StoredAwakeIntent intent = StoredAwakeIntent::intent(AwakeIntent::off());
+  StoredProcessBinding binding = StoredProcessBinding::none();
+  bool isDeepwakeOn = false;
+};
+
+// Three lines: whether the app runs; whether a session is on, with the
+// panel's countdown for a timed one and the process it is bound to; whether
+// Deepwake is on. Without the app nothing is on, but a session it will take
+// up again when it opens is told. Durations in `locale`'s words.
+std::string render(const Facts& facts, Date now, const std::string& locale);
+
+}  // namespace CommandStatus
+}  // namespace wakeloft

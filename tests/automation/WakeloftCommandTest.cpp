@@ -1,0 +1,181 @@
+// The command against real child processes, with the app's side recorded.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <sstream>
+
+#include "automation/CommandOptions.h"
+#include "automation/PublishedDeepwake.h"
+#include "automation/WakeloftCommand.h"
+#include "base/InMemoryDefaultsDomain.h"
+#include "session/UserDefaultsAwakeIntentStore.h"
+#include "session/UserDefaultsProcessBindingStore.h"
+#include "support/MainLoopPump.h"
+#include "support/SystemProcesses.h"
+
+namespace wakeloft {
+namespace {
+
+using testing::TestChild;
+
+// The app as the command sees it: the addresses it was handed.
+struct RecordingApp final : AppConnection {
+  bool running = true;
+  std::optional<std::string> unreachable;
+  std::function<void()> whenOpened;
+  std::vector<std::string> opened;
+  InMemoryDefaultsDomain defaults;
+
+  bool isAppRunning() const override { return running; }
+  void open(const std::string& address) override {
+    if (unreachable) throw std::runtime_error(*unreachable);
+    opened.push_back(address);
+    if (whenOpened) whenOpened();
+  }
+  DefaultsDomain& appDefaults() override { return defaults; }
+};
+
+class WakeloftCommandTest : public ::testing::Test {
+ protected:
+  int run(std::vector<std::string> arguments) {
+    out.str({});
+    err.str({});
+    return WakeloftCommand::run(arguments, system);
+  }
+
+  RecordingApp app;
+  testing::SystemProcessTable processes;
+  testing::SystemProcessExitWatcher watcher;
+  Date now{1'700'000'000};
+  std::ostringstream out, err;
+  WakeloftCommand::System system{app,
+                                 processes,
+                                 [this](pid_t pid) {
+                                   bool ended = false;
+                                   watcher.watch(pid, [&] { ended = true; });
+                                   testing::pumpMainLoopUntil([&] { return ended; }, 10);
+                                 },
+                                 [this] { return now; },
+                                 out,
+                                 err,
+                                 "1.2.3"};
+};
+
+TEST_F(WakeloftCommandTest, RunExitsAsItsCommandDidAndHoldsTheMacAwakeForIt) {
+  const std::vector<std::pair<std::vector<std::string>, int>> cases = {
+      {{"run", "true"}, 0},
+      {{"run", "--for", "1h", "--deepwake", "sh", "-c", "exit 3"}, 3},
+      {{"run", "sh", "-c", "kill -TERM $$"}, 128 + SIGTERM},
+  };
+  for (const auto& [arguments, status] : cases) {
+    app.opened.clear();
+    EXPECT_EQ(run(arguments), status) << arguments.back();
+    ASSERT_EQ(app.opened.size(), 1u);
+    EXPECT_TRUE(app.opened[0].starts_with("wakeloft://hold?pid=")) << app.opened[0];
+    EXPECT_EQ(app.opened[0].ends_with("&for=1h&deepwake=1"), status == 3) << app.opened[0];
+  }
+  EXPECT_EQ(run({"run", "wakeloft-test-no-such-command"}), 127);
+  EXPECT_NE(err.str().find("wakeloft-test-no-such-command: No such file or directory"), std::string::npos);
+  EXPECT_EQ(run({"run", "/dev/null"}), 126);
+}
+
+TEST_F(WakeloftCommandTest, RunPassesInterruptAndTerminateOnButKeepsWhatWasIgnored) {
+  for (const int signal : {SIGINT, SIGTERM}) {
+    app.whenOpened = [signal] { raise(signal); };
+    EXPECT_EQ(run({"run", "sleep", "10"}), 128 + signal);
+  }
+  // A command started from a shell that ignores interrupts ignores them too.
+  app.whenOpened = [] { raise(SIGINT); };
+  struct sigaction ignore {}, previous {};
+  ignore.sa_handler = SIG_IGN;
+  sigaction(SIGINT, &ignore, &previous);
+  EXPECT_EQ(run({"run", "sh", "-c", "kill -INT $$; exit 5"}), 5);
+  sigaction(SIGINT, &previous, nullptr);
+}
+
+TEST_F(WakeloftCommandTest, TheWorkGoesOnWhenTheAppCannotBeReached) {
+  app.unreachable = "no app";
+  EXPECT_EQ(run({"run", "sh", "-c", "exit 4"}), 4);
+  EXPECT_NE(err.str().find("sh runs without keeping the Mac awake: the app could not be reached: no app"),
+            std::string::npos);
+  EXPECT_EQ(run({"start"}), WakeloftCommand::unavailable);
+  EXPECT_EQ(err.str(), "wakeloft: the app could not be reached: no app\n");
+}
+
+TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddresses) {
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{"start"}, "wakeloft://start"},
+      {{"start", "5400"}, "wakeloft://start?for=1h30m"},
+      {{"stop"}, "wakeloft://stop"},
+      {{"deepwake", "on"}, "wakeloft://deepwake?on=1"},
+      {{"deepwake", "off"}, "wakeloft://deepwake?on=0"},
+  };
+  for (const auto& [arguments, address] : cases) {
+    app.opened.clear();
+    EXPECT_EQ(run(arguments), 0);
+    EXPECT_EQ(app.opened, std::vector<std::string>{address});
+  }
+}
+
+TEST_F(WakeloftCommandTest, WaitHoldsUntilAnExistingProcessEnds) {
+  TestChild child({"sleep", "0.3"});
+  ASSERT_GT(child.pid, 0);
+  EXPECT_EQ(run({"wait", std::to_string(child.pid), "--for", "2h"}), 0);
+  EXPECT_EQ(app.opened, std::vector<std::string>{"wakeloft://hold?pid=" + std::to_string(child.pid) + "&for=2h"});
+  EXPECT_FALSE(processes.find(child.pid)) << "returned before the process ended";
+
+  const pid_t gone = child.pid;
+  child.reap();
+  app.opened.clear();
+  EXPECT_EQ(run({"wait", std::to_string(gone)}), WakeloftCommand::noSuchProcess);
+  EXPECT_EQ(err.str(), "wakeloft: there is no process " + std::to_string(gone) + "\n");
+  EXPECT_EQ(run({"wait", "1"}), WakeloftCommand::usageError);
+  EXPECT_TRUE(app.opened.empty());
+}
+
+TEST_F(WakeloftCommandTest, UsageErrorsGiveTheReasonAndTheUsage) {
+  EXPECT_EQ(run({"snooze"}), WakeloftCommand::usageError);
+  EXPECT_EQ(err.str(), "wakeloft: unknown command \"snooze\"\n" + std::string(CommandOptions::usage));
+  EXPECT_EQ(run({"wait", "1"}), WakeloftCommand::usageError);
+  EXPECT_TRUE(err.str().starts_with("wakeloft: pid 1 is the system's own")) << err.str();
+  EXPECT_EQ(run({"--version"}), 0);
+  EXPECT_EQ(out.str(), "wakeloft 1.2.3\n");
+  EXPECT_EQ(run({"--help"}), 0);
+  EXPECT_TRUE(out.str().starts_with(CommandOptions::usage));
+  EXPECT_TRUE(app.opened.empty());
+}
+
+TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
+  UserDefaultsAwakeIntentStore intents(app.defaults);
+  UserDefaultsProcessBindingStore binding(app.defaults);
+  struct Case {
+    bool running;
+    AwakeIntent intent;
+    bool bound;
+    bool deepwake;
+    std::string text;
+  };
+  const std::vector<Case> cases = {
+      {false, AwakeIntent::off(), false, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
+      // Nothing runs without the app, whatever was left behind.
+      {false, AwakeIntent::indefinite(), true, true,
+       "Wakeloft: not running\nAwake: off, back on when Wakeloft opens\nDeepwake: off\n"},
+      {true, AwakeIntent::until(now.adding(5409.5)), true, true,
+       "Wakeloft: running\nAwake: on, 1:30:09 left, or until make (pid 4242) ends\nDeepwake: on\n"},
+      {true, AwakeIntent::indefinite(), true, false,
+       "Wakeloft: running\nAwake: on until make (pid 4242) ends\nDeepwake: off\n"},
+      {true, AwakeIntent::until(now.adding(-1)), false, false, "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
+  };
+  for (const auto& c : cases) {
+    app.running = c.running;
+    intents.save(c.intent);
+    binding.save(c.bound ? std::optional<RunningProcess>({{4242, 99}, "make"}) : std::nullopt);
+    app.defaults.set(PublishedDeepwake::key, c.deepwake);
+    EXPECT_EQ(run({}), 0);
+    EXPECT_EQ(out.str(), c.text);
+  }
+}
+
+}  // namespace
+}  // namespace wakeloft
