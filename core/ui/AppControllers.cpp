@@ -8,6 +8,7 @@
 #include "prefs/UserDefaultsPresetDurationStore.h"
 #include "session/IOKitSleepBlocker.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
+#include "session/UserDefaultsProcessBindingStore.h"
 
 namespace wakeloft::AppControllers {
 
@@ -32,7 +33,13 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
   auto presets =
       std::make_shared<PresetDurationsController>(std::make_shared<UserDefaultsPresetDurationStore>(defaults));
 
-  return {std::move(awake), std::move(lid), std::move(loginItem), std::move(presets)};
+  auto processes = parts.processTable();
+  auto watcher = parts.processExitWatcher();
+  auto binding = std::make_shared<ProcessBindingController>(
+      awake, std::make_shared<UserDefaultsProcessBindingStore>(defaults), std::move(processes), std::move(watcher),
+      /*restoringPreviousState=*/true);
+
+  return {std::move(awake), std::move(lid), std::move(loginItem), std::move(presets), std::move(binding)};
 }
 
 std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,

@@ -7,6 +7,8 @@
 #include <string_view>
 
 #include "base/DefaultsDomain.h"
+#include "base/ProcessExitWatcher.h"
+#include "base/ProcessTable.h"
 #include "clock/ContinuousTimeProvider.h"
 #include "clock/DateProvider.h"
 #include "clock/DeadlineRecheckNotifier.h"
@@ -47,11 +49,17 @@ struct SystemParts {
   std::function<std::shared_ptr<MachineConditionsNotifier>()> conditionsNotifier;
   // The app itself as a login item.
   std::function<std::shared_ptr<LoginItem>()> loginItem;
+  // The system's processes and the watch over one's end, for a session
+  // bound to a process.
+  std::function<std::shared_ptr<const ProcessTable>()> processTable;
+  std::function<std::shared_ptr<ProcessExitWatcher>()> processExitWatcher;
 };
 
 // In order: the awake controller (restoring the previous session), Deepwake
 // riding on it, the login item with its registration repaired, the starred
-// presets. The stores keep `defaults` by reference: it must outlive them.
+// presets, then the process binding, which takes up the process the session
+// was bound to if it still runs and ends the session otherwise. The stores
+// keep `defaults` by reference: it must outlive them.
 Controllers live(const SystemParts& parts, DefaultsDomain& defaults);
 
 // Deepwake for `riding`: the helper's registration, its code requirement

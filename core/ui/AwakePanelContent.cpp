@@ -13,21 +13,41 @@ namespace wakeloft {
 
 namespace {
 
-LocalizedText spokenStatus(const AwakeController& awake, const std::string& locale) {
-  const auto status = SpokenStatus::describing(awake.isOn(), awake.remaining());
-  switch (status.kind()) {
-    case SpokenStatus::Kind::off: return TextCatalog::spokenOff;
-    case SpokenStatus::Kind::on: return TextCatalog::spokenOn;
-    case SpokenStatus::Kind::lessThanAMinuteLeft: return TextCatalog::spokenLessThanAMinuteLeft;
-    case SpokenStatus::Kind::timeLeft: break;
-  }
-  return {TextCatalog::spokenTimeLeft, {status.left()->spokenLabel(locale)}};
+// The name of the process the session also ends with, when automation bound one.
+std::optional<std::string> boundProcessName(const Controllers& controllers) {
+  if (!controllers.binding || !controllers.binding->boundProcess()) return std::nullopt;
+  return controllers.binding->boundProcess()->name;
 }
 
-LocalizedText statusLineOf(const AwakeController& awake, const std::string& locale) {
+LocalizedText spokenStatus(const AwakeController& awake, const std::optional<std::string>& bound,
+                           const std::string& locale) {
+  const auto status = SpokenStatus::describing(awake.isOn(), awake.remaining(), bound);
+  const auto& process = status.boundProcess();
+  switch (status.kind()) {
+    case SpokenStatus::Kind::off: return TextCatalog::spokenOff;
+    case SpokenStatus::Kind::on:
+      if (process) return {TextCatalog::spokenOnUntilProcessEnds, {*process}};
+      return TextCatalog::spokenOn;
+    case SpokenStatus::Kind::lessThanAMinuteLeft:
+      if (process) return {TextCatalog::spokenLessThanAMinuteLeftOrUntilProcessEnds, {*process}};
+      return TextCatalog::spokenLessThanAMinuteLeft;
+    case SpokenStatus::Kind::timeLeft: break;
+  }
+  const auto left = status.left()->spokenLabel(locale);
+  if (process) return {TextCatalog::spokenTimeLeftOrUntilProcessEnds, {left, *process}};
+  return {TextCatalog::spokenTimeLeft, {left}};
+}
+
+LocalizedText statusLineOf(const AwakeController& awake, const std::optional<std::string>& bound,
+                           const std::string& locale) {
   if (!awake.isOn()) return TextCatalog::statusOff;
-  if (!awake.activeUntil()) return TextCatalog::statusOn;
-  return {TextCatalog::statusOnWithTimeLeft, {CountdownText::formatted(awake.remaining().value_or(0), locale)}};
+  if (!awake.activeUntil()) {
+    if (bound) return {TextCatalog::statusOnUntilProcessEnds, {*bound}};
+    return TextCatalog::statusOn;
+  }
+  const auto countdown = CountdownText::formatted(awake.remaining().value_or(0), locale);
+  if (bound) return {TextCatalog::statusOnWithTimeLeftOrUntilProcessEnds, {countdown, *bound}};
+  return {TextCatalog::statusOnWithTimeLeft, {countdown}};
 }
 
 LocalizedText sentenceFor(AwakeExplanation explanation) {
@@ -155,8 +175,8 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
 
   AwakePanelContent content{
       .header = {MenuBarIcon::current(awake.isOn(), awake.activeUntil(), lid.isOn()).glyph(), TextCatalog::wakeloft,
-                 spokenStatus(awake, locale)},
-      .statusLine = statusLineOf(awake, locale),
+                 spokenStatus(awake, boundProcessName(controllers), locale)},
+      .statusLine = statusLineOf(awake, boundProcessName(controllers), locale),
       .explanation = sentenceFor(AwakeExplanation::describing(awake.isOn(), awake.activeUntil(), lid.isOn())),
       .mainButton = {awake.isOn() ? TextCatalog::turnOff : TextCatalog::turnOn, PanelAction::toggleAwakeMode()},
       .sessionControls = sessionControlsFor(awake, *controllers.presets, locale),

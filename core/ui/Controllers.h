@@ -6,16 +6,19 @@
 #include "prefs/LoginItemController.h"
 #include "prefs/PresetDurationsController.h"
 #include "session/AwakeController.h"
+#include "session/ProcessBindingController.h"
 
 namespace wakeloft {
 
 // The four long-lived controllers the interface reads and drives, in the
-// order the app builds them.
+// order the app builds them, then the process a session may be bound to by
+// automation (absent where nothing binds one).
 struct Controllers {
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
   std::shared_ptr<LoginItemController> loginItem;
   std::shared_ptr<PresetDurationsController> presets;
+  std::shared_ptr<ProcessBindingController> binding = nullptr;
 };
 
 }  // namespace wakeloft

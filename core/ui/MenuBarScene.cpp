@@ -24,6 +24,7 @@ MenuBarScene::MenuBarScene(Controllers controllers, std::string locale, Operatin
   subscriptions_.push_back(controllers_.lid->observe(onChange));
   subscriptions_.push_back(controllers_.loginItem->observe(onChange));
   subscriptions_.push_back(controllers_.presets->observe(onChange));
+  if (controllers_.binding) subscriptions_.push_back(controllers_.binding->observe(onChange));
   showIcon();
 }
 

@@ -90,6 +90,12 @@ std::span<const TextKey> TextCatalog::all() {
       quitAndEndDeepwakeQuestion,
       deepwakeQuitConsequence,
       quitAndEndDeepwake,
+      // Sessions bound to a process
+      statusOnUntilProcessEnds,
+      statusOnWithTimeLeftOrUntilProcessEnds,
+      spokenOnUntilProcessEnds,
+      spokenTimeLeftOrUntilProcessEnds,
+      spokenLessThanAMinuteLeftOrUntilProcessEnds,
   };
   return keys;
 }

@@ -154,6 +154,16 @@ class TextCatalog {
       "Wakeloft. Deepwake stays off.",
       TextTable::deepwake};
   static constexpr TextKey quitAndEndDeepwake{"Quit and end Deepwake", TextTable::deepwake};
+
+  // --- Sessions bound to a process (automation); %@ last is the process's name ---
+  static constexpr TextKey statusOnUntilProcessEnds{"On \u00B7 until \u201C%@\u201D ends", TextTable::standard};
+  static constexpr TextKey statusOnWithTimeLeftOrUntilProcessEnds{"On \u00B7 %@ left or until \u201C%@\u201D ends",
+                                                                  TextTable::standard};
+  static constexpr TextKey spokenOnUntilProcessEnds{"Wakeloft, on, until \u201C%@\u201D ends", TextTable::standard};
+  static constexpr TextKey spokenTimeLeftOrUntilProcessEnds{"Wakeloft, on, %@ left or until \u201C%@\u201D ends",
+                                                            TextTable::standard};
+  static constexpr TextKey spokenLessThanAMinuteLeftOrUntilProcessEnds{
+      "Wakeloft, on, less than a minute left or until \u201C%@\u201D ends", TextTable::standard};
 };
 
 }  // namespace wakeloft

@@ -16,6 +16,7 @@
 #include "prefs/InMemoryLoginItem.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
+#include "session/UserDefaultsProcessBindingStore.h"
 
 namespace wakeloft {
 namespace {
@@ -108,6 +109,16 @@ class AppControllersTest : public ::testing::Test {
               made.push_back("login item");
               return loginItem;
             },
+        .processTable =
+            [this] {
+              made.push_back("process table");
+              return processes;
+            },
+        .processExitWatcher =
+            [this] {
+              made.push_back("process exit watcher");
+              return std::make_shared<testing::ManualProcessExitWatcher>();
+            },
     };
   }
 
@@ -119,6 +130,7 @@ class AppControllersTest : public ::testing::Test {
   std::shared_ptr<InMemoryLoginItem> loginItem =
       std::make_shared<InMemoryLoginItem>(LoginItemState::disabled, /*isAtStableLocation=*/true);
   std::optional<std::string> team = "ABCDE12345";
+  std::shared_ptr<testing::SettableProcessTable> processes = std::make_shared<testing::SettableProcessTable>();
 
   std::vector<std::string> made;
   std::vector<std::shared_ptr<ManualDeadlineScheduler>> schedulers;
@@ -133,16 +145,21 @@ TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrder) {
   EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
                                             "recheck notifier", "helper registration", "team", "lid sleep blocker",
                                             "machine conditions", "conditions notifier", "dates", "scheduler",
-                                            "scheduler", "login item"}));
-  EXPECT_TRUE(controllers.awake && controllers.lid && controllers.loginItem && controllers.presets);
+                                            "scheduler", "login item", "process table", "process exit watcher"}));
+  EXPECT_TRUE(controllers.awake && controllers.lid && controllers.loginItem && controllers.presets &&
+              controllers.binding);
 }
 
 TEST_F(AppControllersTest, TheSessionAskedForBeforeTheLastQuitIsRestored) {
   defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
+  // With the process it was bound to, which still runs.
+  processes->start(4242, 7, "make");
+  UserDefaultsProcessBindingStore(defaults).save(processes->running[4242]);
   const auto controllers = AppControllers::live(parts(), defaults);
   EXPECT_TRUE(controllers.awake->isOn());
   EXPECT_EQ(assertions->names, (std::vector<std::string>{"Wakeloft is keeping this Mac awake"}));
   EXPECT_FALSE(controllers.lid->isOn());  // Deepwake is never restored
+  EXPECT_EQ(controllers.binding->boundProcess(), processes->running[4242]);
 }
 
 TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {

@@ -118,6 +118,30 @@ TEST_F(AwakePanelContentTest, TheCountdownAndTheSpokenTimeUseTheAppsLocale) {
   EXPECT_EQ(panel.statusLine, LocalizedText(TextCatalog::statusOnWithTimeLeft, {std::string("1:30:00")}));
 }
 
+TEST_F(AwakePanelContentTest, ASessionBoundToAProcessNamesItOnScreenAndToVoiceOver) {
+  app.processes->start(4242, 7, "make");
+  app.start();
+  struct Case {
+    std::optional<double> seconds;
+    double passing;
+    std::string status, spoken;
+  };
+  for (const auto& c : std::vector<Case>{
+           {std::nullopt, 0, "On \u00B7 until \u201Cmake\u201D ends", "Wakeloft, on, until \u201Cmake\u201D ends"},
+           {1530, 0, "On \u00B7 25:30 left or until \u201Cmake\u201D ends",
+            "Wakeloft, on, 25 minutes left or until \u201Cmake\u201D ends"},
+           {1530, 1500, "On \u00B7 0:30 left or until \u201Cmake\u201D ends",
+            "Wakeloft, on, less than a minute left or until \u201Cmake\u201D ends"}}) {
+    app.binding->hold(4242, c.seconds);
+    app.clocks.pass(c.passing);
+    const auto panel = content();
+    EXPECT_EQ(panel.statusLine.english(), c.status);
+    EXPECT_EQ(panel.header.spokenStatus.english(), c.spoken);
+  }
+  app.processWatcher->end();
+  EXPECT_EQ(content().statusLine.english(), "Off");
+}
+
 TEST_F(AwakePanelContentTest, ASessionRefusedAtLaunchOffersTurnOnTheFailureAndNoRetry) {
   app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
   app.assertion->nextRefusal = -536870199;

@@ -89,6 +89,7 @@ void collectPanels(KeySet& keys) {
   app.loginItemService->setIsAtStableLocation(false);
   app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
   app.assertion->nextRefusal = -1;
+  app.processes->start(4242, 7, "make");
   app.start();
   shown(app);
   shown(app, {15, 0, 0});
@@ -105,6 +106,13 @@ void collectPanels(KeySet& keys) {
   app.turnOnDeepwake();
   shown(app);
   app.awake->turnOn(600);
+  shown(app);
+  // Bound to a process: without a timer, with one, in its last minute.
+  for (const auto seconds : {std::optional<double>(), std::optional<double>(3600)}) {
+    app.binding->hold(4242, seconds);
+    shown(app);
+  }
+  app.clocks.pass(3570);
   shown(app);
 
   // Each guardrail's notice, each rule ending Deepwake and then refusing it.

@@ -15,9 +15,12 @@
 #include "prefs/PresetDurationsController.h"
 #include "session/AwakeController.h"
 #include "session/InMemoryAwakeIntentStore.h"
+#include "session/InMemoryProcessBindingStore.h"
 #include "session/InMemorySleepBlocker.h"
+#include "session/ProcessBindingController.h"
 #include "support/ManualClocks.h"
 #include "support/ManualMachineConditions.h"
+#include "support/ManualProcesses.h"
 #include "support/ManualScheduling.h"
 #include "ui/Controllers.h"
 
@@ -42,11 +45,15 @@ struct TestControllers {
   std::shared_ptr<InMemoryLoginItem> loginItemService =
       std::make_shared<InMemoryLoginItem>(LoginItemState::disabled, /*isAtStableLocation=*/true);
   std::shared_ptr<InMemoryPresetDurationStore> presetStore = std::make_shared<InMemoryPresetDurationStore>();
+  std::shared_ptr<InMemoryProcessBindingStore> bindingStore = std::make_shared<InMemoryProcessBindingStore>();
+  std::shared_ptr<SettableProcessTable> processes = std::make_shared<SettableProcessTable>();
+  std::shared_ptr<ManualProcessExitWatcher> processWatcher = std::make_shared<ManualProcessExitWatcher>();
 
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
   std::shared_ptr<LoginItemController> loginItem;
   std::shared_ptr<PresetDurationsController> presets;
+  std::shared_ptr<ProcessBindingController> binding;
 
   // As at launch: the awake controller restores what the store holds.
   void start() {
@@ -56,9 +63,10 @@ struct TestControllers {
                                                leaseTimer, deepwakeEnd, guardrails);
     loginItem = std::make_shared<LoginItemController>(loginItemService, /*repairingRegistration=*/true);
     presets = std::make_shared<PresetDurationsController>(presetStore);
+    binding = std::make_shared<ProcessBindingController>(awake, bindingStore, processes, processWatcher, true);
   }
 
-  Controllers controllers() const { return {awake, lid, loginItem, presets}; }
+  Controllers controllers() const { return {awake, lid, loginItem, presets, binding}; }
 
   // Deepwake on and confirmed by the helper, riding on a session of `length`.
   void turnOnDeepwake(std::optional<double> length = 7200) {

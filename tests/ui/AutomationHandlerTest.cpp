@@ -1,0 +1,110 @@
+// wakeloft:// addresses followed by the app's own controllers.
+
+#include "ui/AutomationHandler.h"
+
+#include <gtest/gtest.h>
+
+#include "TestControllers.h"
+#include "lid/LidSleepBlockerError.h"
+
+namespace wakeloft {
+namespace {
+
+class AutomationHandlerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    app.processes->start(4242, 7, "make");
+    app.start();
+    handler = std::make_unique<AutomationHandler>(
+        app.controllers(), [this] { ++panelShown; }, [this](const std::string& line) { logged.push_back(line); });
+  }
+  void open(const std::string& address) { handler->open(address); }
+  void needHeatWarning(bool acknowledged) {
+    app.heatWarning->acknowledged = acknowledged;
+    app.lid->refresh();
+  }
+
+  testing::TestControllers app;
+  std::unique_ptr<AutomationHandler> handler;
+  int panelShown = 0;
+  std::vector<std::string> logged;
+};
+
+TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDo) {
+  open("wakeloft://start?for=90m");
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(5400));
+  open("wakeloft://start");
+  EXPECT_TRUE(app.awake->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+  open("wakeloft://toggle");
+  EXPECT_FALSE(app.awake->isOn());
+  open("wakeloft://toggle");
+  EXPECT_TRUE(app.awake->isOn());
+
+  // Deepwake joins the running session, and stop ends both at once.
+  open("wakeloft://deepwake?on=1");
+  EXPECT_TRUE(app.lid->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+  open("wakeloft://stop");
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_FALSE(app.awake->isRequested());
+  EXPECT_EQ(app.helper->revokeCount, 1);
+
+  open("wakeloft://deepwake?on=1");
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(AwakeDuration::lidClosedDefault.seconds));
+  open("wakeloft://deepwake?on=0");
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_TRUE(app.awake->isOn());
+  EXPECT_EQ(panelShown, 0);
+  EXPECT_TRUE(logged.empty());
+}
+
+TEST_F(AutomationHandlerTest, HoldBindsTheSessionToTheProcessWithDeepwakeWhenAskedFor) {
+  open("wakeloft://hold?pid=4242&for=1h&deepwake=1");
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
+  EXPECT_EQ(app.binding->boundProcess()->name, "make");
+  EXPECT_TRUE(app.lid->isOn());
+  EXPECT_EQ(app.processWatcher->watching, 4242);
+
+  app.processWatcher->end();
+  EXPECT_FALSE(app.awake->isOn());
+  app.deepwakeEnd->fire();
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_TRUE(logged.empty());
+}
+
+TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNothingOn) {
+  needHeatWarning(false);
+  open("wakeloft://deepwake?on=1");
+  open("wakeloft://hold?pid=4242&deepwake=1");
+  EXPECT_EQ(panelShown, 2);
+  EXPECT_FALSE(app.awake->isRequested());
+  EXPECT_EQ(app.binding->boundProcess(), std::nullopt);
+  EXPECT_EQ(app.helper->prepareCount, 0);
+
+  // Past the warning, the helper's own refusal is the panel's to explain.
+  needHeatWarning(true);
+  app.helper->nextPreparationError = std::make_exception_ptr(LidSleepBlockerError::helperRequiresApproval());
+  open("wakeloft://deepwake?on=1");
+  EXPECT_EQ(panelShown, 3);
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_EQ(app.lid->lastFailure(), AwakeFailure(AwakeFailure::LidHelperRequiresApproval{}));
+}
+
+TEST_F(AutomationHandlerTest, WhatCannotBeReadOrFollowedChangesNothingAndIsLogged) {
+  app.awake->turnOn(1800);
+  const Date end = app.clocks.now().adding(1800);
+  for (const auto* address : {"wakeloft://sleep", "wakeloft://hold?pid=1", "wakeloft://hold?pid=99",
+                              "wakeloft://start?for=9h", "wakeloft://st\xC3\xA4rt"}) {
+    open(address);
+    EXPECT_EQ(app.awake->activeUntil(), end) << address;
+  }
+  EXPECT_EQ(app.binding->boundProcess(), std::nullopt);
+  EXPECT_EQ(panelShown, 0);
+  ASSERT_EQ(logged.size(), 5u);
+  EXPECT_EQ(logged[0], "wakeloft address not followed: unknown action \"sleep\"");
+  EXPECT_EQ(logged[2], "wakeloft address not followed: there is no process 99");
+}
+
+}  // namespace
+}  // namespace wakeloft
