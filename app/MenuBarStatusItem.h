@@ -15,6 +15,9 @@ NS_ASSUME_NONNULL_BEGIN
 - (instancetype)initWithControllers:(wakeloft::Controllers)controllers NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 
+// Opens the panel under the icon, when it is not open already.
+- (void)showPanel;
+
 @end
 
 NS_ASSUME_NONNULL_END

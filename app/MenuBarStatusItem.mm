@@ -116,6 +116,10 @@ using namespace wakeloft;
   }
 }
 
+- (void)showPanel {
+  if (!_popover.shown) [self togglePanel:nil];
+}
+
 - (void)closePanel {
   [_popover performClose:nil];
 }

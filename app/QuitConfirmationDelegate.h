@@ -2,7 +2,9 @@
 
 #import <AppKit/AppKit.h>
 
+#include <functional>
 #include <memory>
+#include <string_view>
 
 #include "lid/LidAwakeController.h"
 #include "session/AwakeController.h"
@@ -11,7 +13,9 @@
 // Deepwake, never questions the system's own quits or the relaunch after an
 // update, and holds the quit back until Deepwake has handed the sleep
 // setting back (5 seconds at most). Every decision is the portable QuitFlow's;
-// this turns AppKit's questions and answers into its terms. Main thread only.
+// this turns AppKit's questions and answers into its terms. It also hands
+// the addresses the app is asked to open (wakeloft://) to the automation
+// handler. Main thread only.
 @interface QuitConfirmationDelegate : NSObject <NSApplicationDelegate>
 
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
@@ -20,6 +24,10 @@
 - (void)attachAwake:(std::shared_ptr<wakeloft::AwakeController>)awake
                 lid:(std::shared_ptr<wakeloft::LidAwakeController>)lid;
 @property(nonatomic, readonly) BOOL hasControllers;
+
+// Where the addresses go, in the order they come; those that came before
+// are handed over at once.
+- (void)followAddressesWith:(std::function<void(std::string_view)>)follow;
 
 // Set just before an update relaunches the app.
 @property(nonatomic, getter=isRelaunchingForUpdate) BOOL relaunchingForUpdate;

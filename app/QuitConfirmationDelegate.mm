@@ -2,8 +2,12 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "BundleTexts.h"
+#include "NSStringText.h"
 #include "RunningAppLanguage.h"
 #include "base/MainThread.h"
 #include "ui/QuitAppleEvent.h"
@@ -78,6 +82,8 @@ NSApplicationTerminateReply applicationReply(TerminateReply reply) {
 
 @implementation QuitConfirmationDelegate {
   std::unique_ptr<QuitFlow> _flow;
+  std::function<void(std::string_view)> _followAddress;
+  std::vector<std::string> _waitingAddresses;
 }
 
 - (instancetype)init {
@@ -107,6 +113,26 @@ NSApplicationTerminateReply applicationReply(TerminateReply reply) {
 - (void)setRelaunchingForUpdate:(BOOL)relaunching {
   requireMainThread("QuitConfirmationDelegate relaunch");
   _flow->setRelaunchingForUpdate(relaunching);
+}
+
+- (void)followAddressesWith:(std::function<void(std::string_view)>)follow {
+  requireMainThread("QuitConfirmationDelegate addresses");
+  _followAddress = std::move(follow);
+  for (const auto& address : std::exchange(_waitingAddresses, {})) _followAddress(address);
+}
+
+// Opening an address shows no window: the handler decides whether the panel
+// has something to say.
+- (void)application:(NSApplication*)application openURLs:(NSArray<NSURL*>*)urls {
+  requireMainThread("application:openURLs:");
+  for (NSURL* url in urls) {
+    const std::string address = utf8(url.absoluteString);
+    if (_followAddress) {
+      _followAddress(address);
+    } else {
+      _waitingAddresses.push_back(address);
+    }
+  }
 }
 
 - (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {

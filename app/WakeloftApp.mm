@@ -1,10 +1,14 @@
 #import "WakeloftApp.h"
 
+#include <os/log.h>
+
 #include <memory>
 
 #include "BundleTexts.h"
 #include "CodeSigningIdentity.h"
+#include "DispatchProcessExitWatcher.h"
 #include "IOKitPowerAssertions.h"
+#include "LibprocProcessTable.h"
 #include "SMAppServiceLidHelperRegistration.h"
 #include "SMAppServiceLoginItem.h"
 #include "SystemDeadlineRecheckNotifier.h"
@@ -12,11 +16,13 @@
 #include "SystemMachineConditionsNotifier.h"
 #include "UserDefaultsDomain.h"
 #include "XPCLidSleepBlocker.h"
+#include "automation/PublishedDeepwake.h"
 #include "base/MainThread.h"
 #include "clock/SystemContinuousTimeProvider.h"
 #include "clock/SystemDateProvider.h"
 #include "clock/TimerDeadlineScheduler.h"
 #include "ui/AppControllers.h"
+#include "ui/AutomationHandler.h"
 #include "ui/TextCatalog.h"
 
 #import "MenuBarStatusItem.h"
@@ -45,7 +51,15 @@ AppControllers::SystemParts systemParts() {
       .machineConditions = [] { return std::make_shared<SystemMachineConditions>(); },
       .conditionsNotifier = [] { return std::make_shared<SystemMachineConditionsNotifier>(); },
       .loginItem = [] { return std::make_shared<SMAppServiceLoginItem>(); },
+      .processTable = [] { return std::make_shared<LibprocProcessTable>(); },
+      .processExitWatcher = [] { return std::make_shared<DispatchProcessExitWatcher>(); },
   };
+}
+
+// Addresses the app could not follow, for Console and `log show`.
+void logAutomation(const std::string& line) {
+  static os_log_t log = os_log_create("com.wakeloft.app", "automation");
+  os_log_error(log, "%{public}s", line.c_str());
 }
 
 // The standard user defaults; the stores keep a reference for the life of
@@ -66,6 +80,10 @@ WakeloftApp* theApp = nil;
   Controllers _controllers;
   MenuBarStatusItem* _menuBarItem;
   id<NSObject> _launchObserver;
+  std::unique_ptr<PublishedDeepwake> _publishedDeepwake;
+  std::unique_ptr<AutomationHandler> _automation;
+  // An address asked for the panel before the scene was in the menu bar.
+  BOOL _panelWanted;
 }
 
 + (void)launch {
@@ -90,6 +108,20 @@ WakeloftApp* theApp = nil;
   // A second app value must never swap the controllers the delegate quits with.
   if (!_quitConfirmation.hasControllers) [_quitConfirmation attachAwake:_controllers.awake lid:_controllers.lid];
 
+  // The command reads Deepwake's state, which nothing else stores.
+  _publishedDeepwake = std::make_unique<PublishedDeepwake>(_controllers.lid, standardDefaults());
+  __weak WakeloftApp* weakApp = self;
+  _automation = std::make_unique<AutomationHandler>(
+      _controllers,
+      [weakApp] {
+        WakeloftApp* strongApp = weakApp;
+        [strongApp showPanelForAutomation];
+      },
+      logAutomation);
+  // The delegate lives no longer than this app value, which owns both.
+  AutomationHandler* automation = _automation.get();
+  [_quitConfirmation followAddressesWith:[automation](std::string_view address) { automation->open(address); }];
+
   // Making the shared updater starts it.
   SoftwareUpdate.shared.quitConfirmation = _quitConfirmation;
 
@@ -111,6 +143,19 @@ WakeloftApp* theApp = nil;
   if (_menuBarItem) return;
   [WakeloftApp installMainMenu];
   _menuBarItem = [[MenuBarStatusItem alloc] initWithControllers:_controllers];
+  if (_panelWanted) {
+    _panelWanted = NO;
+    [_menuBarItem showPanel];
+  }
+}
+
+- (void)showPanelForAutomation {
+  requireMainThread("WakeloftApp automation panel");
+  if (_menuBarItem) {
+    [_menuBarItem showPanel];
+  } else {
+    _panelWanted = YES;
+  }
 }
 
 // Never shown for a menu-bar app, but it answers Command-Q while the panel
