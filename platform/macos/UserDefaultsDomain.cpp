@@ -125,7 +125,7 @@ CFOwned<CFTypeRef> toPropertyList(const DefaultsValue& value) {
 std::optional<DefaultsValue> UserDefaultsDomain::object(const std::string& key) const {
   const auto name = makeCFString(key);
   if (!name) return std::nullopt;  // no stored key can have that name
-  const CFOwned<CFPropertyListRef> value(CFPreferencesCopyAppValue(name.get(), kCFPreferencesCurrentApplication));
+  const CFOwned<CFPropertyListRef> value(CFPreferencesCopyAppValue(name.get(), application()));
   if (!value) return std::nullopt;
   return fromPropertyList(value.get());
 }
@@ -135,19 +135,19 @@ void UserDefaultsDomain::set(const std::string& key, DefaultsValue value) {
   const auto propertyList = toPropertyList(value);
   // No synchronize: the preferences daemon stores every change on its own,
   // and waiting for it would hold the main thread on another process.
-  CFPreferencesSetAppValue(name.get(), propertyList.get(), kCFPreferencesCurrentApplication);
+  CFPreferencesSetAppValue(name.get(), propertyList.get(), application());
 }
 
 void UserDefaultsDomain::remove(const std::string& key) {
   const auto name = makeCFString(key);
   if (!name) return;
-  CFPreferencesSetAppValue(name.get(), nullptr, kCFPreferencesCurrentApplication);
+  CFPreferencesSetAppValue(name.get(), nullptr, application());
 }
 
 bool UserDefaultsDomain::boolean(const std::string& key) const {
   const auto name = makeCFString(key);
   if (!name) return false;
-  return CFPreferencesGetAppBooleanValue(name.get(), kCFPreferencesCurrentApplication, nullptr);
+  return CFPreferencesGetAppBooleanValue(name.get(), application(), nullptr);
 }
 
 }  // namespace wakeloft

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "UserDefaultsDomain.h"
+#include "automation/AppConnection.h"
+
+namespace wakeloft {
+
+// The app as the command reaches it through Launch Services: whether an app
+// with its bundle identifier runs, addresses opened by the shared workspace
+// without bringing anything forward (an app that is not running is launched
+// in the background), and the app's preferences domain.
+class WorkspaceAppConnection final : public AppConnection {
+ public:
+  // `deliveryTimeout` bounds the wait for the system to hand an address
+  // over, a cold launch of the app included.
+  WorkspaceAppConnection(const std::string& bundleIdentifier, double deliveryTimeout);
+
+  bool isAppRunning() const override;
+  void open(const std::string& address) override;
+  DefaultsDomain& appDefaults() override { return defaults_; }
+
+ private:
+  std::string bundleIdentifier_;
+  double deliveryTimeout_;
+  UserDefaultsDomain defaults_;
+};
+
+}  // namespace wakeloft
