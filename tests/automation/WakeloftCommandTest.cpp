@@ -4,6 +4,7 @@
 #include <signal.h>
 
 #include <sstream>
+#include <tuple>
 
 #include "automation/CommandOptions.h"
 #include "automation/PublishedDeepwake.h"
@@ -44,22 +45,19 @@ class WakeloftCommandTest : public ::testing::Test {
     return WakeloftCommand::run(arguments, system);
   }
 
+  void waitUntilEnded(pid_t pid) {
+    bool ended = false;
+    watcher.watch(pid, [&] { ended = true; });
+    testing::pumpMainLoopUntil([&] { return ended; }, 10);
+  }
+
   RecordingApp app;
   testing::SystemProcessTable processes;
   testing::SystemProcessExitWatcher watcher;
   Date now{1'700'000'000};
   std::ostringstream out, err;
-  WakeloftCommand::System system{app,
-                                 processes,
-                                 [this](pid_t pid) {
-                                   bool ended = false;
-                                   watcher.watch(pid, [&] { ended = true; });
-                                   testing::pumpMainLoopUntil([&] { return ended; }, 10);
-                                 },
-                                 [this] { return now; },
-                                 out,
-                                 err,
-                                 "1.2.3"};
+  WakeloftCommand::System system{
+      app, processes, [this](pid_t pid) { waitUntilEnded(pid); }, [this] { return now; }, out, err, "1.2.3"};
 };
 
 TEST_F(WakeloftCommandTest, RunExitsAsItsCommandDidAndHoldsTheMacAwakeForIt) {
@@ -94,28 +92,38 @@ TEST_F(WakeloftCommandTest, RunPassesInterruptAndTerminateOnButKeepsWhatWasIgnor
   sigaction(SIGINT, &previous, nullptr);
 }
 
-TEST_F(WakeloftCommandTest, TheWorkGoesOnWhenTheAppCannotBeReached) {
+TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
+  struct Case {
+    std::vector<std::string> arguments;
+    int status;
+    std::string opened, said;
+  };
+  const std::string usage = CommandOptions::usage;
+  for (const auto& c : std::vector<Case>{
+           {{"start"}, 0, "wakeloft://start", ""},
+           {{"start", "5400"}, 0, "wakeloft://start?for=1h30m", ""},
+           {{"stop"}, 0, "wakeloft://stop", ""},
+           {{"deepwake", "on"}, 0, "wakeloft://deepwake?on=1", ""},
+           {{"deepwake", "off"}, 0, "wakeloft://deepwake?on=0", ""},
+           {{"snooze"}, 64, "", "wakeloft: unknown command \"snooze\"\n" + usage},
+           {{"wait", "1"}, 64, "", "wakeloft: pid 1 is the system's own, not a process to wait for\n" + usage},
+       }) {
+    app.opened.clear();
+    EXPECT_EQ(run(c.arguments), c.status);
+    EXPECT_EQ(app.opened, c.opened.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.opened});
+    EXPECT_EQ(err.str(), c.said);
+  }
+  EXPECT_EQ(run({"--version"}), 0);
+  EXPECT_EQ(out.str(), "wakeloft 1.2.3\n");
+  EXPECT_EQ(run({"--help"}), 0);
+  EXPECT_TRUE(out.str().starts_with(usage));
+
+  // The work goes on when the app cannot be reached; a mere request fails.
   app.unreachable = "no app";
   EXPECT_EQ(run({"run", "sh", "-c", "exit 4"}), 4);
-  EXPECT_NE(err.str().find("sh runs without keeping the Mac awake: the app could not be reached: no app"),
-            std::string::npos);
+  EXPECT_EQ(err.str(), "wakeloft: sh runs without keeping the Mac awake: the app could not be reached: no app\n");
   EXPECT_EQ(run({"start"}), WakeloftCommand::unavailable);
   EXPECT_EQ(err.str(), "wakeloft: the app could not be reached: no app\n");
-}
-
-TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddresses) {
-  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-      {{"start"}, "wakeloft://start"},
-      {{"start", "5400"}, "wakeloft://start?for=1h30m"},
-      {{"stop"}, "wakeloft://stop"},
-      {{"deepwake", "on"}, "wakeloft://deepwake?on=1"},
-      {{"deepwake", "off"}, "wakeloft://deepwake?on=0"},
-  };
-  for (const auto& [arguments, address] : cases) {
-    app.opened.clear();
-    EXPECT_EQ(run(arguments), 0);
-    EXPECT_EQ(app.opened, std::vector<std::string>{address});
-  }
 }
 
 TEST_F(WakeloftCommandTest, WaitHoldsUntilAnExistingProcessEnds) {
@@ -130,32 +138,14 @@ TEST_F(WakeloftCommandTest, WaitHoldsUntilAnExistingProcessEnds) {
   app.opened.clear();
   EXPECT_EQ(run({"wait", std::to_string(gone)}), WakeloftCommand::noSuchProcess);
   EXPECT_EQ(err.str(), "wakeloft: there is no process " + std::to_string(gone) + "\n");
-  EXPECT_EQ(run({"wait", "1"}), WakeloftCommand::usageError);
-  EXPECT_TRUE(app.opened.empty());
-}
-
-TEST_F(WakeloftCommandTest, UsageErrorsGiveTheReasonAndTheUsage) {
-  EXPECT_EQ(run({"snooze"}), WakeloftCommand::usageError);
-  EXPECT_EQ(err.str(), "wakeloft: unknown command \"snooze\"\n" + std::string(CommandOptions::usage));
-  EXPECT_EQ(run({"wait", "1"}), WakeloftCommand::usageError);
-  EXPECT_TRUE(err.str().starts_with("wakeloft: pid 1 is the system's own")) << err.str();
-  EXPECT_EQ(run({"--version"}), 0);
-  EXPECT_EQ(out.str(), "wakeloft 1.2.3\n");
-  EXPECT_EQ(run({"--help"}), 0);
-  EXPECT_TRUE(out.str().starts_with(CommandOptions::usage));
   EXPECT_TRUE(app.opened.empty());
 }
 
 TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
   UserDefaultsAwakeIntentStore intents(app.defaults);
   UserDefaultsProcessBindingStore binding(app.defaults);
-  struct Case {
-    bool running;
-    AwakeIntent intent;
-    bool bound;
-    bool deepwake;
-    std::string text;
-  };
+  // Running, the stored intent, bound to make, Deepwake published on; what is said.
+  using Case = std::tuple<bool, AwakeIntent, bool, bool, std::string>;
   const std::vector<Case> cases = {
       {false, AwakeIntent::off(), false, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
       // Nothing runs without the app, whatever was left behind.
@@ -167,13 +157,13 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
        "Wakeloft: running\nAwake: on until make (pid 4242) ends\nDeepwake: off\n"},
       {true, AwakeIntent::until(now.adding(-1)), false, false, "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
   };
-  for (const auto& c : cases) {
-    app.running = c.running;
-    intents.save(c.intent);
-    binding.save(c.bound ? std::optional<RunningProcess>({{4242, 99}, "make"}) : std::nullopt);
-    app.defaults.set(PublishedDeepwake::key, c.deepwake);
+  for (const auto& [running, intent, bound, deepwake, text] : cases) {
+    app.running = running;
+    intents.save(intent);
+    binding.save(bound ? std::optional<RunningProcess>({{4242, 99}, "make"}) : std::nullopt);
+    app.defaults.set(PublishedDeepwake::key, deepwake);
     EXPECT_EQ(run({}), 0);
-    EXPECT_EQ(out.str(), c.text);
+    EXPECT_EQ(out.str(), text);
   }
 }
 

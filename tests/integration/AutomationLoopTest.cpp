@@ -36,10 +36,6 @@ constexpr double endedWithin = 0.1;
 
 class AutomationLoopTest : public ::testing::Test {
  protected:
-  std::shared_ptr<ProcessBindingController> makeBinding() {
-    return std::make_shared<ProcessBindingController>(awake, bindingStore, std::make_shared<ProcfsProcessTable>(),
-                                                      std::make_shared<PidfdProcessExitWatcher>(), true);
-  }
   // Blocks until the child has ended, without reaping it, so what follows is
   // timed from its end.
   static void waitForEnd(pid_t pid) {
@@ -56,8 +52,9 @@ class AutomationLoopTest : public ::testing::Test {
       awake, std::make_shared<InMemoryLidSleepBlocker>(), std::make_shared<InMemoryLidAwakeStore>(true),
       std::make_shared<StaticMachineConditions>(false, true), std::make_shared<testing::ManualConditionsNotifier>(),
       dates, std::make_shared<TimerDeadlineScheduler>(), std::make_shared<TimerDeadlineScheduler>());
-  std::shared_ptr<InMemoryProcessBindingStore> bindingStore = std::make_shared<InMemoryProcessBindingStore>();
-  std::shared_ptr<ProcessBindingController> binding = makeBinding();
+  std::shared_ptr<ProcessBindingController> binding = std::make_shared<ProcessBindingController>(
+      awake, std::make_shared<InMemoryProcessBindingStore>(), std::make_shared<ProcfsProcessTable>(),
+      std::make_shared<PidfdProcessExitWatcher>(), true);
   std::vector<std::string> logged;
   AutomationHandler handler{Controllers{awake, lid, nullptr, nullptr, binding}, [] {},
                             [this](const std::string& line) { logged.push_back(line); }};
@@ -83,24 +80,6 @@ TEST_F(AutomationLoopTest, AHeldSessionEndsWithinATenthOfASecondOfItsProcess) {
     EXPECT_EQ(binding->boundProcess(), std::nullopt);
     EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return !lid->isOn(); }, endedWithin));
   }
-}
-
-TEST_F(AutomationLoopTest, ALaunchTakesUpTheSameRunningProcessByItsStartTime) {
-  TestChild child({"sleep", "30"});
-  ASSERT_GT(child.pid, 0);
-  handler.open("wakeloft://hold?pid=" + std::to_string(child.pid));
-  ASSERT_TRUE(binding->boundProcess());
-
-  // A later launch finds the process by pid and start time, and follows it.
-  binding = makeBinding();
-  EXPECT_EQ(binding->boundProcess(), bindingStore->stored.process());
-  // One whose recorded start differs is another process under the same pid.
-  auto reused = *bindingStore->stored.process();
-  reused.identity.startTime += 1;
-  bindingStore->save(reused);
-  binding = makeBinding();
-  EXPECT_EQ(binding->boundProcess(), std::nullopt);
-  EXPECT_FALSE(awake->isOn());
 }
 
 }  // namespace

@@ -83,25 +83,5 @@ TEST_F(DeepwakeRigTest, EndingTheAwakeSessionEndsTheLease) {
   EXPECT_FALSE(deepwake->isOn());
 }
 
-TEST_F(DeepwakeRigTest, AKilledHelperIsUnavailableAtTheNextRenewalAndARestartedOneServesAgain) {
-  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
-  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
-
-  kill(rig->pid, SIGKILL);
-  rig->waitForExit(std::chrono::seconds(2));
-  ASSERT_TRUE(waitFor([&] { return deepwake->lastFailure().has_value(); }, 13));
-  EXPECT_EQ(deepwake->lastFailure(), AwakeFailure(AwakeFailure::LidHelperUnavailable{}));
-  EXPECT_FALSE(deepwake->isOn());
-
-  // A new helper at the same socket serves the next start.
-  RigProcess restarted(std::vector<std::string>{"--rig", "--socket", rig->socketPath, "--rig-file", rig->leasePath});
-  ASSERT_TRUE(restarted.waitUntil([&] { return restarted.log().find("helper starting") != std::string::npos; }));
-  ASSERT_TRUE(waitFor([&] { return deepwake->isSettled(); }, 3));
-  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
-  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << restarted.log();
-  EXPECT_TRUE(leaseEnd().has_value());
-  EXPECT_EQ(deepwake->lastFailure(), std::nullopt);
-}
-
 }  // namespace
 }  // namespace wakeloft

@@ -30,16 +30,7 @@ TEST(AwakeIntentTest, EqualityLooksAtTheDateOnlyForUntil) {
   EXPECT_NE(AwakeIntent::off(), AwakeIntent::indefinite());
 }
 
-TEST(AwakeIntentTest, DistantFutureIsTheYear4001) {
-  // 2001-01-01 plus 63113904000 s, counted from 1970.
-  EXPECT_EQ(Date::distantFuture().secondsSince1970, 978307200.0 + 63113904000.0);
-}
-
-TEST(AwakeDurationTest, PresetsAndIdentity) {
-  EXPECT_EQ(AwakeDuration::presets[0].seconds, 1800);
-  EXPECT_EQ(AwakeDuration::presets[1].seconds, 3600);
-  EXPECT_EQ(AwakeDuration::presets[2].seconds, 7200);
-  EXPECT_EQ(AwakeDuration::lidClosedDefault.seconds, 7200);
+TEST(AwakeDurationTest, Identity) {
   EXPECT_EQ(AwakeDuration{3600}, AwakeDuration{3600});
   EXPECT_EQ(AwakeDuration{3600}.id(), AwakeDuration{3600}.id());
   EXPECT_EQ(std::hash<AwakeDuration>{}(AwakeDuration{3600}), std::hash<AwakeDuration>{}(AwakeDuration{3600}));

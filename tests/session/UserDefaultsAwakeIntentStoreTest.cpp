@@ -25,43 +25,40 @@ class UserDefaultsAwakeIntentStoreTest : public ::testing::Test {
   UserDefaultsAwakeIntentStore store{defaults};
 };
 
-TEST_F(UserDefaultsAwakeIntentStoreTest, NothingRequestedReadsOffWhateverTheDeadline) {
+TEST_F(UserDefaultsAwakeIntentStoreTest, NothingRequestedReadsOffWhateverTheDeadlineAndNoDeadlineIndefinite) {
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
   defaults.set(until, 1'700'000'000.0);
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
   defaults.set(requested, false);
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
-}
-
-TEST_F(UserDefaultsAwakeIntentStoreTest, RequestWithoutDeadlineIsIndefinite) {
   defaults.set(requested, true);
+  defaults.remove(until);
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
 }
 
-TEST_F(UserDefaultsAwakeIntentStoreTest, NumbersOfEitherKindAreDeadlines) {
-  EXPECT_EQ(loadWithDeadline(std::int64_t{1'700'000'123}),
-            StoredAwakeIntent::intent(AwakeIntent::until(Date{1'700'000'123})));
-  EXPECT_EQ(loadWithDeadline(1'700'000'123.5), StoredAwakeIntent::intent(AwakeIntent::until(Date{1'700'000'123.5})));
-  // Whether it has passed is not the store's business.
-  EXPECT_EQ(loadWithDeadline(12.0), StoredAwakeIntent::intent(AwakeIntent::until(Date{12})));
-  EXPECT_EQ(loadWithDeadline(Date::distantFuture().secondsSince1970),
-            StoredAwakeIntent::intent(AwakeIntent::until(Date::distantFuture())));
-}
-
-TEST_F(UserDefaultsAwakeIntentStoreTest, AnythingButANumberIsUnreadable) {
-  EXPECT_EQ(loadWithDeadline(true), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline("1700000000"), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(Date{1'700'000'000}), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(DefaultsValue::Data{1, 2}), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(DefaultsValue::Array{DefaultsValue(1.0)}), StoredAwakeIntent::unreadableDeadline());
-}
-
-TEST_F(UserDefaultsAwakeIntentStoreTest, NumbersThatAreNoDateAreUnreadable) {
-  EXPECT_EQ(loadWithDeadline(std::numeric_limits<double>::infinity()), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(-std::numeric_limits<double>::infinity()), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(std::nan("")), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(Date::distantFuture().secondsSince1970 + 1), StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(loadWithDeadline(std::numeric_limits<std::int64_t>::max()), StoredAwakeIntent::unreadableDeadline());
+// Any number that is a date is a deadline, whether or not it has passed
+// (that is not the store's business); anything else is unreadable.
+TEST_F(UserDefaultsAwakeIntentStoreTest, OnlyNumbersThatAreDatesAreDeadlines) {
+  const auto deadline = [](double seconds) { return StoredAwakeIntent::intent(AwakeIntent::until(Date{seconds})); };
+  const auto unreadable = StoredAwakeIntent::unreadableDeadline();
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::vector<std::pair<DefaultsValue, StoredAwakeIntent>> cases = {
+      {std::int64_t{1'700'000'123}, deadline(1'700'000'123)},
+      {1'700'000'123.5, deadline(1'700'000'123.5)},
+      {12.0, deadline(12)},
+      {Date::distantFuture().secondsSince1970, deadline(Date::distantFuture().secondsSince1970)},
+      {true, unreadable},
+      {"1700000000", unreadable},
+      {Date{1'700'000'000}, unreadable},
+      {DefaultsValue::Data{1, 2}, unreadable},
+      {DefaultsValue::Array{DefaultsValue(1.0)}, unreadable},
+      {infinity, unreadable},
+      {-infinity, unreadable},
+      {std::nan(""), unreadable},
+      {Date::distantFuture().secondsSince1970 + 1, unreadable},
+      {std::numeric_limits<std::int64_t>::max(), unreadable},
+  };
+  for (const auto& [stored, read] : cases) EXPECT_EQ(loadWithDeadline(stored), read);
 }
 
 TEST_F(UserDefaultsAwakeIntentStoreTest, GarbledFlagReadsAsTheDomainConvertsIt) {
@@ -73,7 +70,7 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, GarbledFlagReadsAsTheDomainConvertsIt) 
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
 }
 
-TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreRead) {
+TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadAndOffOnlyTheFlag) {
   store.save(AwakeIntent::until(Date{1'700'000'000.25}));
   EXPECT_EQ(defaults.object(until), DefaultsValue(1'700'000'000.25));
   EXPECT_EQ(defaults.object(requested), DefaultsValue(true));
@@ -82,9 +79,7 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreRead) 
   store.save(AwakeIntent::indefinite());
   EXPECT_FALSE(defaults.object(until).has_value());
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
-}
 
-TEST_F(UserDefaultsAwakeIntentStoreTest, OffRemovesOnlyTheFlag) {
   store.save(AwakeIntent::until(Date{1'700'000'000}));
   store.save(AwakeIntent::off());
   EXPECT_FALSE(defaults.object(requested).has_value());

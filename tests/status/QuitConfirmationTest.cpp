@@ -3,35 +3,35 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
+#include <vector>
 
 namespace wakeloft {
 namespace {
 
-TEST(QuitConfirmationTest, DeepwakeIsAskedAboutEvenWithTheSessionOff) {
-  EXPECT_EQ(QuitConfirmation::asked(false, true, std::nullopt), QuitConfirmation::deepwake(std::nullopt));
-  EXPECT_EQ(QuitConfirmation::asked(true, true, 3600), QuitConfirmation::deepwake(3600));
-}
-
-TEST(QuitConfirmationTest, NothingToAskWhenNeitherRuns) {
-  EXPECT_EQ(QuitConfirmation::asked(false, false, std::nullopt), QuitConfirmation::quitNow());
-  EXPECT_EQ(QuitConfirmation::asked(false, false, 600), QuitConfirmation::quitNow());
-  EXPECT_EQ(QuitConfirmation::quitNow().remaining(), std::nullopt);
-}
-
-TEST(QuitConfirmationTest, TimeLeftIsToldInWholeMinutes) {
-  EXPECT_EQ(QuitConfirmation::asked(true, false, 7199), QuitConfirmation::awakeMode(7140));
-  EXPECT_EQ(QuitConfirmation::asked(true, false, 60), QuitConfirmation::awakeMode(60));
-  EXPECT_EQ(QuitConfirmation::asked(true, false, std::nullopt), QuitConfirmation::awakeMode(std::nullopt));
-}
-
-TEST(QuitConfirmationTest, UnderAMinuteOrNotFiniteIsNoTimeAtAll) {
-  EXPECT_EQ(QuitConfirmation::asked(true, true, 59), QuitConfirmation::deepwake(std::nullopt));
-  EXPECT_EQ(QuitConfirmation::asked(true, false, 59.99), QuitConfirmation::awakeMode(std::nullopt));
-  EXPECT_EQ(QuitConfirmation::asked(true, false, -120), QuitConfirmation::awakeMode(std::nullopt));
-  EXPECT_EQ(QuitConfirmation::asked(true, false, std::numeric_limits<double>::infinity()),
-            QuitConfirmation::awakeMode(std::nullopt));
-  EXPECT_EQ(QuitConfirmation::asked(true, false, std::numeric_limits<double>::quiet_NaN()),
-            QuitConfirmation::awakeMode(std::nullopt));
+// Deepwake is asked about even with the session off; time left is told in
+// whole minutes, and under a minute or not finite is no time at all.
+TEST(QuitConfirmationTest, TheQuestionAndTheTimeItTells) {
+  using Q = QuitConfirmation;
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::vector<std::tuple<bool, bool, std::optional<double>, Q>> cases = {
+      {false, true, std::nullopt, Q::deepwake(std::nullopt)},
+      {true, true, 3600, Q::deepwake(3600)},
+      {true, true, 59, Q::deepwake(std::nullopt)},
+      {false, false, std::nullopt, Q::quitNow()},
+      {false, false, 600, Q::quitNow()},
+      {true, false, 7199, Q::awakeMode(7140)},
+      {true, false, 60, Q::awakeMode(60)},
+      {true, false, std::nullopt, Q::awakeMode(std::nullopt)},
+      {true, false, 59.99, Q::awakeMode(std::nullopt)},
+      {true, false, -120, Q::awakeMode(std::nullopt)},
+      {true, false, infinity, Q::awakeMode(std::nullopt)},
+      {true, false, std::numeric_limits<double>::quiet_NaN(), Q::awakeMode(std::nullopt)},
+  };
+  for (const auto& [awake, deepwake, remaining, question] : cases) {
+    EXPECT_EQ(Q::asked(awake, deepwake, remaining), question);
+  }
+  EXPECT_EQ(Q::quitNow().remaining(), std::nullopt);
 }
 
 TEST(QuitConfirmationTest, EqualOnlyWithTheSameQuestionAndTime) {

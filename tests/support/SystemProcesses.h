@@ -1,34 +1,35 @@
 #pragma once
 
-// The platform's own process table and exit watcher, for tests with real
-// processes.
-#if defined(__APPLE__)
-#include "DispatchProcessExitWatcher.h"
-#include "LibprocProcessTable.h"
-namespace wakeloft::testing {
-using SystemProcessTable = LibprocProcessTable;
-using SystemProcessExitWatcher = DispatchProcessExitWatcher;
-}  // namespace wakeloft::testing
-#else
-#include "PidfdProcessExitWatcher.h"
-#include "ProcfsProcessTable.h"
-namespace wakeloft::testing {
-using SystemProcessTable = ProcfsProcessTable;
-using SystemProcessExitWatcher = PidfdProcessExitWatcher;
-}  // namespace wakeloft::testing
-#endif
-
+// The platform's own process table and exit watcher, and child processes,
+// for tests with real processes.
 #include <spawn.h>
 #include <sys/wait.h>
 
 #include <string>
 #include <vector>
 
+#if defined(__APPLE__)
+#include "DispatchProcessExitWatcher.h"
+#include "LibprocProcessTable.h"
+#else
+#include "PidfdProcessExitWatcher.h"
+#include "ProcfsProcessTable.h"
+#endif
+
 extern char** environ;
 
 namespace wakeloft::testing {
 
-// A process started for a test, killed and reaped when the test is done.
+#if defined(__APPLE__)
+using SystemProcessTable = LibprocProcessTable;
+using SystemProcessExitWatcher = DispatchProcessExitWatcher;
+#else
+using SystemProcessTable = ProcfsProcessTable;
+using SystemProcessExitWatcher = PidfdProcessExitWatcher;
+#endif
+
+// A process started for a test (pid 0 when it could not be), killed and
+// reaped when the test is done.
 struct TestChild {
   pid_t pid = 0;
 
@@ -44,12 +45,9 @@ struct TestChild {
     if (pid > 0) kill(pid, SIGKILL);
     reap();
   }
-  // Waits for its end; its wait status.
-  int reap() {
-    int status = 0;
-    if (pid > 0) waitpid(pid, &status, 0);
+  void reap() {
+    if (pid > 0) waitpid(pid, nullptr, 0);
     pid = 0;
-    return status;
   }
 };
 

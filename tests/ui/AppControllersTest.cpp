@@ -45,80 +45,48 @@ struct FixedRegistration final : LidHelperRegistration {
 // clocks.
 class AppControllersTest : public ::testing::Test {
  protected:
+  // Wraps `make` so that each part it makes is logged by `name`.
+  template <typename Make>
+  auto logged(const char* name, Make make) {
+    return [this, name, make](auto&&... arguments) {
+      made.push_back(name);
+      return make(std::forward<decltype(arguments)>(arguments)...);
+    };
+  }
+
   AppControllers::SystemParts parts() {
     return {
-        .powerAssertions =
-            [this] {
-              made.push_back("power assertions");
-              return assertions;
-            },
-        .dates =
-            [this] {
-              made.push_back("dates");
-              return clocks.dates;
-            },
-        .continuousTime =
-            [this] {
-              made.push_back("continuous time");
-              return clocks.continuous;
-            },
-        .deadlineScheduler =
-            [this] {
-              made.push_back("scheduler");
-              schedulers.push_back(std::make_shared<ManualDeadlineScheduler>());
-              return schedulers.back();
-            },
-        .recheckNotifier =
-            [this] {
-              made.push_back("recheck notifier");
-              return std::make_shared<ManualRecheckNotifier>();
-            },
-        .helperRegistration =
-            [this](std::string_view plistName) {
-              made.push_back("helper registration");
-              registration = std::make_shared<FixedRegistration>();
-              registration->plistName = plistName;
-              return registration;
-            },
-        .teamIdentifier =
-            [this] {
-              made.push_back("team");
-              return team;
-            },
-        .lidSleepBlocker =
-            [this](std::shared_ptr<LidHelperRegistration> given, std::optional<std::string> requirement,
-                   double replyTimeout) {
-              made.push_back("lid sleep blocker");
-              blockerRegistration = std::move(given);
-              helperRequirement = std::move(requirement);
-              blockerReplyTimeout = replyTimeout;
-              return helper;
-            },
-        .machineConditions =
-            [this] {
-              made.push_back("machine conditions");
-              return machine;
-            },
+        .powerAssertions = logged("power assertions", [this] { return assertions; }),
+        .dates = logged("dates", [this] { return clocks.dates; }),
+        .continuousTime = logged("continuous time", [this] { return clocks.continuous; }),
+        .deadlineScheduler = logged("scheduler",
+                                    [this] {
+                                      schedulers.push_back(std::make_shared<ManualDeadlineScheduler>());
+                                      return schedulers.back();
+                                    }),
+        .recheckNotifier = logged("recheck notifier", [] { return std::make_shared<ManualRecheckNotifier>(); }),
+        .helperRegistration = logged("helper registration",
+                                     [this](std::string_view plistName) {
+                                       registration = std::make_shared<FixedRegistration>();
+                                       registration->plistName = plistName;
+                                       return registration;
+                                     }),
+        .teamIdentifier = logged("team", [this] { return team; }),
+        .lidSleepBlocker = logged("lid sleep blocker",
+                                  [this](std::shared_ptr<LidHelperRegistration> given,
+                                         std::optional<std::string> requirement, double replyTimeout) {
+                                    blockerRegistration = std::move(given);
+                                    helperRequirement = std::move(requirement);
+                                    blockerReplyTimeout = replyTimeout;
+                                    return helper;
+                                  }),
+        .machineConditions = logged("machine conditions", [this] { return machine; }),
         .conditionsNotifier =
-            [this] {
-              made.push_back("conditions notifier");
-              return std::make_shared<testing::ManualConditionsNotifier>();
-            },
-        .loginItem =
-            [this] {
-              made.push_back("login item");
-              return loginItem;
-            },
-        .processTable =
-            [this] {
-              made.push_back("process table");
-              return processes;
-            },
+            logged("conditions notifier", [] { return std::make_shared<testing::ManualConditionsNotifier>(); }),
+        .loginItem = logged("login item", [this] { return loginItem; }),
+        .processTable = logged("process table", [this] { return processes; }),
         .processExitWatcher =
-            [this] {
-              made.push_back("process exit watcher");
-              return std::make_shared<testing::ManualProcessExitWatcher>();
-            },
+            logged("process exit watcher", [] { return std::make_shared<testing::ManualProcessExitWatcher>(); }),
     };
   }
 
@@ -190,7 +158,7 @@ TEST_F(AppControllersTest, DeepwakesGuardrailSettingsAreRestoredFromTheDefaults)
             (DeepwakeGuardrails::Settings{.batteryFloor = 50, .onlyOnPowerAdapter = true}));
 }
 
-TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeam) {
+TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeamWhenThereIsOne) {
   AppControllers::live(parts(), defaults);
   ASSERT_TRUE(registration);
   EXPECT_EQ(registration->plistName, "com.wakeloft.app.lidhelper.plist");
@@ -200,9 +168,8 @@ TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeam) {
   ASSERT_TRUE(helperRequirement);
   EXPECT_NE(helperRequirement->find("\"com.wakeloft.app.lidhelper\""), std::string::npos);
   EXPECT_NE(helperRequirement->find("\"ABCDE12345\""), std::string::npos);
-}
 
-TEST_F(AppControllersTest, AnUnsignedAppTrustsNoHelper) {
+  // An unsigned app trusts no helper.
   team.reset();
   AppControllers::live(parts(), defaults);
   EXPECT_EQ(helperRequirement, std::nullopt);

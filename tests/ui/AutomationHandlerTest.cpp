@@ -19,10 +19,6 @@ class AutomationHandlerTest : public ::testing::Test {
         app.controllers(), [this] { ++panelShown; }, [this](const std::string& line) { logged.push_back(line); });
   }
   void open(const std::string& address) { handler->open(address); }
-  void needHeatWarning(bool acknowledged) {
-    app.heatWarning->acknowledged = acknowledged;
-    app.lid->refresh();
-  }
 
   testing::TestControllers app;
   std::unique_ptr<AutomationHandler> handler;
@@ -55,26 +51,20 @@ TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDo) {
   open("wakeloft://deepwake?on=0");
   EXPECT_FALSE(app.lid->isOn());
   EXPECT_TRUE(app.awake->isOn());
+
+  // Held for a process, Deepwake joining, until the process ends.
+  open("wakeloft://hold?pid=4242&for=1h&deepwake=1");
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
+  EXPECT_TRUE(app.lid->isOn());
+  app.processWatcher->end();
+  EXPECT_FALSE(app.awake->isOn());
   EXPECT_EQ(panelShown, 0);
   EXPECT_TRUE(logged.empty());
 }
 
-TEST_F(AutomationHandlerTest, HoldBindsTheSessionToTheProcessWithDeepwakeWhenAskedFor) {
-  open("wakeloft://hold?pid=4242&for=1h&deepwake=1");
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
-  EXPECT_EQ(app.binding->boundProcess()->name, "make");
-  EXPECT_TRUE(app.lid->isOn());
-  EXPECT_EQ(app.processWatcher->watching, 4242);
-
-  app.processWatcher->end();
-  EXPECT_FALSE(app.awake->isOn());
-  app.deepwakeEnd->fire();
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_TRUE(logged.empty());
-}
-
 TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNothingOn) {
-  needHeatWarning(false);
+  app.heatWarning->acknowledged = false;
+  app.lid->refresh();
   open("wakeloft://deepwake?on=1");
   open("wakeloft://hold?pid=4242&deepwake=1");
   EXPECT_EQ(panelShown, 2);
@@ -83,7 +73,7 @@ TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNot
   EXPECT_EQ(app.helper->prepareCount, 0);
 
   // Past the warning, the helper's own refusal is the panel's to explain.
-  needHeatWarning(true);
+  app.lid->acknowledgeHeatWarning();
   app.helper->nextPreparationError = std::make_exception_ptr(LidSleepBlockerError::helperRequiresApproval());
   open("wakeloft://deepwake?on=1");
   EXPECT_EQ(panelShown, 3);

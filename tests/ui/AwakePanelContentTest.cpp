@@ -110,14 +110,6 @@ TEST_F(AwakePanelContentTest, ATimedSessionCountsDownAndOffersToDropTheTimer) {
   EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, less than a minute left");
 }
 
-TEST_F(AwakePanelContentTest, TheCountdownAndTheSpokenTimeUseTheAppsLocale) {
-  app.start();
-  app.awake->turnOn(5400);
-  const auto panel = AwakePanelContent::current(app.controllers(), "de_DE", sonoma);
-  EXPECT_EQ(panel.header.spokenStatus, LocalizedText(TextCatalog::spokenTimeLeft, {std::string("1 Stunde, 30 Minuten")}));
-  EXPECT_EQ(panel.statusLine, LocalizedText(TextCatalog::statusOnWithTimeLeft, {std::string("1:30:00")}));
-}
-
 TEST_F(AwakePanelContentTest, ASessionBoundToAProcessNamesItOnScreenAndToVoiceOver) {
   app.processes->start(4242, 7, "make");
   app.start();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "ui/StringsFileError.h"
 
@@ -55,40 +56,36 @@ TEST(StringsFileTest, EscapesAndUtf8ComeThroughExactly) {
   EXPECT_EQ(file.entries()[2].value, "\xD9\x8A\xD8\xB9\xD9\x85\xD9\x84 \xC2\xB7 %@");
 }
 
-TEST(StringsFileTest, LooseFormsAreRefusedWithTheirLine) {
-  EXPECT_EQ(failingLine("\"a\" = \"b\";\n\"c\" = \"d\"\n"), 2);    // no semicolon
-  EXPECT_EQ(failingLine("a = \"b\";"), 1);                       // unquoted key
-  EXPECT_EQ(failingLine("\"a\" = b;"), 1);                       // unquoted value
-  EXPECT_EQ(failingLine("\"a\";"), 1);                           // key alone
-  EXPECT_EQ(failingLine("\"a\" \"b\";"), 1);                     // no "="
-  EXPECT_EQ(failingLine("\"\" = \"b\";"), 1);                    // empty key
-  EXPECT_EQ(failingLine("\"a\" = \"b\";\n\n\"a\" = \"c\";"), 3);  // same key twice
-  EXPECT_EQ(failingLine("\"a\" = \"b\"; \"c\" = \"d\";;"), 1);   // stray semicolon
-}
-
-TEST(StringsFileTest, UnfinishedPartsAreRefusedWhereTheyStart) {
-  EXPECT_EQ(failingLine("\"a\" = \"b\";\n/* open\n\n"), 2);
-  EXPECT_EQ(failingLine("\n\"a\" = \"b;\n"), 2);  // raw newline in quotes
-  EXPECT_EQ(failingLine("\"a\" = \"b"), 1);
-  EXPECT_EQ(failingLine("\"a\" = \"b\\"), 1);
-  EXPECT_EQ(failingLine("\"a\" = "), 1);
-}
-
-TEST(StringsFileTest, BadEscapesAreRefused) {
-  EXPECT_EQ(failingLine("\"a\" = \"\\x41\";"), 1);
-  EXPECT_EQ(failingLine("\"a\" = \"\\U00g1\";"), 1);
-  EXPECT_EQ(failingLine("\"a\" = \"\\U00\";"), 1);
-  EXPECT_EQ(failingLine("\"a\" = \"\\Ude00\";"), 1);        // lone low surrogate
-  EXPECT_EQ(failingLine("\"a\" = \"\\Ud83d.\";"), 1);       // high without low
-  EXPECT_EQ(failingLine("\"a\" = \"\\Ud83d\\U0041\";"), 1);  // high with a non-surrogate
-  EXPECT_EQ(failingLine("\"a\" = \"\\U0000\";"), 1);
-}
-
-TEST(StringsFileTest, BytesThatAreNotUtf8TextAreRefused) {
-  EXPECT_EQ(failingLine("\"a\" = \"b\";\n\"c\" = \"\xC3\x28\";"), 2);
-  EXPECT_EQ(failingLine("\xFF\xFE\"\0a\0\"\0"), 1);  // UTF-16 with its mark
-  EXPECT_EQ(failingLine(std::string_view("\"a\" = \"b\";\n\"c\0\" = \"d\";", 22)), 2);
-  EXPECT_EQ(failingLine("\"a\" = \"b\x01\";"), 1);
+// Loose forms, unfinished parts where they start, bad escapes, and bytes
+// that are not UTF-8 text.
+TEST(StringsFileTest, WhatIsNotATableIsRefusedWithItsLine) {
+  const std::vector<std::pair<std::string_view, int>> cases = {
+      {"\"a\" = \"b\";\n\"c\" = \"d\"\n", 2},    // no semicolon
+      {"a = \"b\";", 1},                       // unquoted key
+      {"\"a\" = b;", 1},                       // unquoted value
+      {"\"a\";", 1},                           // key alone
+      {"\"a\" \"b\";", 1},                     // no "="
+      {"\"\" = \"b\";", 1},                    // empty key
+      {"\"a\" = \"b\";\n\n\"a\" = \"c\";", 3},  // same key twice
+      {"\"a\" = \"b\"; \"c\" = \"d\";;", 1},   // stray semicolon
+      {"\"a\" = \"b\";\n/* open\n\n", 2},
+      {"\n\"a\" = \"b;\n", 2},  // raw newline in quotes
+      {"\"a\" = \"b", 1},
+      {"\"a\" = \"b\\", 1},
+      {"\"a\" = ", 1},
+      {"\"a\" = \"\\x41\";", 1},
+      {"\"a\" = \"\\U00g1\";", 1},
+      {"\"a\" = \"\\U00\";", 1},
+      {"\"a\" = \"\\Ude00\";", 1},        // lone low surrogate
+      {"\"a\" = \"\\Ud83d.\";", 1},       // high without low
+      {"\"a\" = \"\\Ud83d\\U0041\";", 1},  // high with a non-surrogate
+      {"\"a\" = \"\\U0000\";", 1},
+      {"\"a\" = \"b\";\n\"c\" = \"\xC3\x28\";", 2},
+      {"\xFF\xFE\"\0a\0\"\0", 1},  // UTF-16 with its mark
+      {std::string_view("\"a\" = \"b\";\n\"c\0\" = \"d\";", 22), 2},
+      {"\"a\" = \"b\x01\";", 1},
+  };
+  for (const auto& [bytes, line] : cases) EXPECT_EQ(failingLine(bytes), line) << bytes;
 }
 
 TEST(StringsFileTest, ErrorsSayWhatIsWrong) {
