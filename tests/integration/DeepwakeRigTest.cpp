@@ -55,7 +55,7 @@ class DeepwakeRigTest : public ::testing::Test {
   std::unique_ptr<LidAwakeController> deepwake;
 };
 
-TEST_F(DeepwakeRigTest, DeepwakeHoldsARenewedLeaseAndGivesItBackWhenTurnedOff) {
+TEST_F(DeepwakeRigTest, DeepwakeHoldsARenewedLeaseAndGivesItBackWhenTurnedOffOrItsSessionEnds) {
   ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
   ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
   EXPECT_TRUE(awake->isOn());
@@ -73,9 +73,8 @@ TEST_F(DeepwakeRigTest, DeepwakeHoldsARenewedLeaseAndGivesItBackWhenTurnedOff) {
   EXPECT_FALSE(rig->leaseFileExists());
   EXPECT_TRUE(awake->isOn());  // the awake session runs on
   EXPECT_EQ(deepwake->lastFailure(), std::nullopt);
-}
 
-TEST_F(DeepwakeRigTest, EndingTheAwakeSessionEndsTheLease) {
+  // Ending the awake session ends the lease.
   ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
   ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
   awake->turnOff();

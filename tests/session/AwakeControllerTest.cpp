@@ -51,10 +51,16 @@ TEST_F(AwakeControllerTest, TimedSessionIsSavedArmedAndEndsOnTime) {
   EXPECT_EQ(blocker->engageCalls, 1);
   EXPECT_EQ(sessionCalls, 1);
 
+  // A timer that fires early only re-arms at the end.
   clocks.pass(600);
   EXPECT_EQ(awake->remaining(), 1200);
+  scheduler->fire();
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(scheduler->pending, start.adding(1800));
 
-  clocks.pass(1200);
+  // Past the end the time left is none, never less, until the timer runs.
+  clocks.pass(1230);
+  EXPECT_EQ(awake->remaining(), 0);
   scheduler->fire();
   EXPECT_FALSE(awake->isOn());
   EXPECT_FALSE(awake->isRequested());
@@ -62,16 +68,6 @@ TEST_F(AwakeControllerTest, TimedSessionIsSavedArmedAndEndsOnTime) {
   EXPECT_EQ(saved(), AwakeIntent::off());
   EXPECT_EQ(blocker->releaseCalls, 1);
   EXPECT_EQ(sessionCalls, 2);
-}
-
-TEST_F(AwakeControllerTest, EarlyTimerOnlyRearmsAtTheEnd) {
-  auto awake = make();
-  awake->turnOn(1800.0);
-  const Date end = *awake->endsAt();
-  clocks.pass(100);
-  scheduler->fire();
-  EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(scheduler->pending, end);
 }
 
 TEST_F(AwakeControllerTest, ClockSetBackCannotStretchTheSession) {
@@ -91,31 +87,22 @@ TEST_F(AwakeControllerTest, ClockSetBackCannotStretchTheSession) {
   EXPECT_EQ(awake->activeUntil(), firstEnd);
 }
 
-TEST_F(AwakeControllerTest, ClockSetForwardEndsTheSessionByTheWall) {
-  auto awake = make();
-  awake->turnOn(1800.0);
-  clocks.setWallClock(3600);
-  recheck->post();
-  EXPECT_FALSE(awake->isOn());
-  EXPECT_EQ(saved(), AwakeIntent::off());
-}
-
-TEST_F(AwakeControllerTest, SleepingPastTheDeadlineEndsTheSessionOnWake) {
-  auto awake = make();
-  awake->turnOn(1800.0);
-  clocks.sleep(1800);
-  EXPECT_EQ(awake->remaining(), 0);
-  recheck->post();
-  EXPECT_FALSE(awake->isOn());
-  EXPECT_EQ(blocker->releaseCalls, 1);
-}
-
-TEST_F(AwakeControllerTest, RemainingIsNeverNegativeBeforeTheTimerFires) {
-  auto awake = make();
-  awake->turnOn(60.0);
-  clocks.pass(90);
-  EXPECT_EQ(awake->remaining(), 0);
-  EXPECT_TRUE(awake->isOn());
+TEST_F(AwakeControllerTest, AWallClockSetForwardOrASleepPastTheDeadlineEndsItAtTheRecheck) {
+  for (const bool sleeping : {false, true}) {
+    blocker = std::make_shared<InMemorySleepBlocker>();
+    auto awake = make();
+    awake->turnOn(1800.0);
+    if (sleeping) {
+      clocks.sleep(1800);
+      EXPECT_EQ(awake->remaining(), 0);
+    } else {
+      clocks.setWallClock(3600);
+    }
+    recheck->post();
+    EXPECT_FALSE(awake->isOn());
+    EXPECT_EQ(saved(), AwakeIntent::off());
+    EXPECT_EQ(blocker->releaseCalls, 1);
+  }
 }
 
 TEST_F(AwakeControllerTest, RefusedStartKeepsTheRequestAndRetriesOnToggle) {
@@ -135,7 +122,7 @@ TEST_F(AwakeControllerTest, RefusedStartKeepsTheRequestAndRetriesOnToggle) {
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
 }
 
-TEST_F(AwakeControllerTest, RefusedTimedSessionStillEndsOnTime) {
+TEST_F(AwakeControllerTest, ARefusedTimedSessionStillEndsOnTimeWhetherStartedOrRestored) {
   auto awake = make();
   blocker->nextRefusal = 1;
   awake->turnOn(60.0);
@@ -148,6 +135,16 @@ TEST_F(AwakeControllerTest, RefusedTimedSessionStillEndsOnTime) {
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
   EXPECT_EQ(saved(), AwakeIntent::off());
   EXPECT_EQ(blocker->releaseCalls, 0);
+
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(30)));
+  blocker->nextRefusal = 7;
+  awake = make();
+  EXPECT_FALSE(awake->isOn());
+  EXPECT_TRUE(awake->isRequested());
+  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(30)));  // not re-saved, not cleaned
+  clocks.pass(30);
+  recheck->post();
+  EXPECT_FALSE(awake->isRequested());
 }
 
 TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
@@ -167,7 +164,7 @@ TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
   EXPECT_EQ(blocker->engageCalls, 1);
 }
 
-TEST_F(AwakeControllerTest, LengthsThatCannotBeRepresentedTurnTheSessionOff) {
+TEST_F(AwakeControllerTest, LengthsThatCannotBeRepresentedTurnTheSessionOffAndNoneEndsAtOnce) {
   auto awake = make();
   awake->turnOn(std::nullopt);
   awake->turnOn(std::numeric_limits<double>::infinity());
@@ -179,25 +176,14 @@ TEST_F(AwakeControllerTest, LengthsThatCannotBeRepresentedTurnTheSessionOff) {
   awake->turnOn(Date::distantFuture().secondsSince(now()) + 1);
   EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(blocker->engageCalls, 1);
-}
 
-TEST_F(AwakeControllerTest, ZeroOrNegativeLengthStartsThenEndsAtTheTimer) {
-  auto awake = make();
+  // Zero or less starts a session that the timer ends at once.
   awake->turnOn(-5.0);
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(saved(), AwakeIntent::until(now().adding(-5)));
   EXPECT_EQ(scheduler->pending, now().adding(-5));
   scheduler->fire();
   EXPECT_FALSE(awake->isOn());
-}
-
-TEST_F(AwakeControllerTest, TurningOffWhileIdleStillRecordsAndTells) {
-  auto awake = make();
-  store->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
-  awake->turnOff();
-  EXPECT_EQ(saved(), AwakeIntent::off());
-  EXPECT_EQ(blocker->releaseCalls, 0);
-  EXPECT_EQ(sessionCalls, 1);
 }
 
 TEST_F(AwakeControllerTest, SessionObserversSeeTheNewStateInOrder) {
@@ -215,8 +201,13 @@ TEST_F(AwakeControllerTest, ObserversHearOnlyRealChanges) {
   int changes = 0;
   const auto subscription = awake->observe([&] { ++changes; });
 
-  awake->turnOff();  // nothing was on
+  // Nothing was on: off is still written and told, but nothing changed.
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
+  awake->turnOff();
   EXPECT_EQ(changes, 0);
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  EXPECT_EQ(blocker->releaseCalls, 0);
+  EXPECT_EQ(sessionCalls, 1);
 
   awake->turnOn(std::nullopt);
   const int afterStart = changes;
@@ -290,25 +281,6 @@ TEST_F(AwakeControllerTest, LaunchWithoutRestoringTouchesNothing) {
   EXPECT_EQ(store->stored, StoredAwakeIntent::unreadableDeadline());
   EXPECT_EQ(sessionCalls, 0);
   EXPECT_FALSE(scheduler->pending.has_value());
-}
-
-TEST_F(AwakeControllerTest, LaunchWithOffStaysIdle) {
-  auto awake = make();
-  EXPECT_FALSE(awake->isRequested());
-  EXPECT_EQ(sessionCalls, 0);
-  EXPECT_EQ(blocker->engageCalls, 0);
-}
-
-TEST_F(AwakeControllerTest, RestoredDeadlineLeftRefusedStillEnds) {
-  store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(30)));
-  blocker->nextRefusal = 7;
-  auto awake = make();
-  EXPECT_FALSE(awake->isOn());
-  EXPECT_TRUE(awake->isRequested());
-  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(30)));  // not re-saved, not cleaned
-  clocks.pass(30);
-  recheck->post();
-  EXPECT_FALSE(awake->isRequested());
 }
 
 using AwakeControllerDeathTest = AwakeControllerTest;

@@ -23,14 +23,11 @@ TEST(AwakeIntentTest, DeadlineIsNowPlusSecondsWhileItIsAUsableDate) {
   EXPECT_EQ(AwakeIntent::deadline(std::numeric_limits<double>::max(), now), std::nullopt);
 }
 
-TEST(AwakeIntentTest, EqualityLooksAtTheDateOnlyForUntil) {
+TEST(AwakeIntentTest, EqualityLooksAtTheDateOnlyForUntilAndADurationAtItsLength) {
   EXPECT_EQ(AwakeIntent::until(Date{5}), AwakeIntent::until(Date{5}));
   EXPECT_NE(AwakeIntent::until(Date{5}), AwakeIntent::until(Date{6}));
   EXPECT_NE(AwakeIntent::until(Date{5}), AwakeIntent::indefinite());
   EXPECT_NE(AwakeIntent::off(), AwakeIntent::indefinite());
-}
-
-TEST(AwakeDurationTest, Identity) {
   EXPECT_EQ(AwakeDuration{3600}, AwakeDuration{3600});
   EXPECT_EQ(AwakeDuration{3600}.id(), AwakeDuration{3600}.id());
   EXPECT_EQ(std::hash<AwakeDuration>{}(AwakeDuration{3600}), std::hash<AwakeDuration>{}(AwakeDuration{3600}));

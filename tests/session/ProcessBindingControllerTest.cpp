@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "base/InMemoryDefaultsDomain.h"
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemoryProcessBindingStore.h"
@@ -114,30 +116,25 @@ TEST_F(ProcessBindingControllerTest, AnyOtherStartOrStopOfTheSessionLetsGoOfTheP
 }
 
 TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessItWasBoundTo) {
-  struct Case {
-    const char* what;
-    StoredProcessBinding stored;
-    std::optional<std::uint64_t> runningStart;
-    AwakeIntent intent;
-    bool bound;
-  };
-  const std::vector<Case> cases = {
-      {"the same process", StoredProcessBinding::bound(make), 7, AwakeIntent::indefinite(), true},
-      {"its pid reused", StoredProcessBinding::bound(make), 8, AwakeIntent::indefinite(), false},
-      {"ended", StoredProcessBinding::bound(make), std::nullopt, AwakeIntent::until(clocks.now().adding(60)), false},
-      {"garbled", StoredProcessBinding::unreadable(), 7, AwakeIntent::indefinite(), false},
-      {"its session over", StoredProcessBinding::bound(make), 7, AwakeIntent::off(), false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
+  // What was stored, the start time of what runs under its pid now, the
+  // session asked for, and whether the binding is taken up.
+  const auto until = AwakeIntent::until(clocks.now().adding(60));
+  for (const auto& [stored, runningStart, intent, bound] :
+       std::vector<std::tuple<StoredProcessBinding, std::optional<std::uint64_t>, AwakeIntent, bool>>{
+           {StoredProcessBinding::bound(make), 7, AwakeIntent::indefinite(), true},
+           {StoredProcessBinding::bound(make), 8, AwakeIntent::indefinite(), false},  // its pid reused
+           {StoredProcessBinding::bound(make), std::nullopt, until, false},           // ended
+           {StoredProcessBinding::unreadable(), 7, AwakeIntent::indefinite(), false},
+           {StoredProcessBinding::bound(make), 7, AwakeIntent::off(), false},  // its session over
+       }) {
     processes->running.clear();
-    if (c.runningStart) processes->start(4242, *c.runningStart, "make");
-    store->stored = c.stored;
+    if (runningStart) processes->start(4242, *runningStart, "make");
+    store->stored = stored;
     watcher->cancel();
-    start(StoredAwakeIntent::intent(c.intent));
-    EXPECT_EQ(awake->isOn(), c.bound);
-    EXPECT_EQ(intents->isAwakeRequested(), c.bound);
-    if (c.bound) {
+    start(StoredAwakeIntent::intent(intent));
+    EXPECT_EQ(awake->isOn(), bound);
+    EXPECT_EQ(intents->isAwakeRequested(), bound);
+    if (bound) {
       EXPECT_EQ(binding->boundProcess(), make);
       EXPECT_EQ(store->stored, StoredProcessBinding::bound(make));
       watcher->end();

@@ -34,6 +34,11 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, NothingRequestedReadsOffWhateverTheDead
   defaults.set(requested, true);
   defaults.remove(until);
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
+  // A garbled flag reads as the domain converts it.
+  defaults.set(requested, "no");
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
+  defaults.set(requested, std::int64_t{2});
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
 }
 
 // Any number that is a date is a deadline, whether or not it has passed
@@ -59,15 +64,6 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, OnlyNumbersThatAreDatesAreDeadlines) {
       {std::numeric_limits<std::int64_t>::max(), unreadable},
   };
   for (const auto& [stored, read] : cases) EXPECT_EQ(loadWithDeadline(stored), read);
-}
-
-TEST_F(UserDefaultsAwakeIntentStoreTest, GarbledFlagReadsAsTheDomainConvertsIt) {
-  defaults.set(requested, "YES");
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
-  defaults.set(requested, "no");
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
-  defaults.set(requested, std::int64_t{2});
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
 }
 
 TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadAndOffOnlyTheFlag) {

@@ -175,17 +175,13 @@ TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeamWhen
   EXPECT_EQ(helperRequirement, std::nullopt);
 }
 
-TEST_F(AppControllersTest, AnEnabledLoginItemIsRegisteredAgain) {
-  loginItem->setState(LoginItemState::enabled);
-  const auto controllers = AppControllers::live(parts(), defaults);
-  EXPECT_EQ(loginItem->registerCount, 1);
-  EXPECT_TRUE(controllers.loginItem->isEnabled());
-}
-
-TEST_F(AppControllersTest, StarsAndTheHeatWarningAreReadFromTheSameDefaults) {
+TEST_F(AppControllersTest, StarsAndTheHeatWarningAreReadFromTheSameDefaultsAndTheLoginItemRepaired) {
   defaults.set(UserDefaultsPresetDurationStore::key, DefaultsValue::Array{1800.0, 14400.0});
   defaults.set(UserDefaultsLidAwakeStore::key, true);
+  loginItem->setState(LoginItemState::enabled);
   const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_EQ(loginItem->registerCount, 1);  // registered again
+  EXPECT_TRUE(controllers.loginItem->isEnabled());
   EXPECT_EQ(controllers.presets->pinned(), (std::vector<AwakeDuration>{{1800}, {14400}}));
   EXPECT_TRUE(controllers.lid->hasAcknowledgedHeatWarning());
 

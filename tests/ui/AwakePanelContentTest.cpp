@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <cstdint>
 
 #include "TestControllers.h"
@@ -65,17 +67,12 @@ TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndTheStarredPresets) {
   EXPECT_EQ(panel.login.failure, std::nullopt);
 }
 
-TEST_F(AwakePanelContentTest, WithNothingStarredTheSessionControlsAreEmpty) {
+TEST_F(AwakePanelContentTest, AwakeWithoutTimerKeepsThePresetsOrNothingWhenNoneIsStarred) {
   app.presetStore->stored = std::vector<double>{};
   app.start();
-  const auto panel = content();
-  EXPECT_TRUE(panel.sessionControls.isEmpty());
-  EXPECT_EQ(panel.sessionControls.presetsCaption, std::nullopt);
-}
-
-TEST_F(AwakePanelContentTest, AwakeWithoutTimerKeepsThePresets) {
-  app.presetStore->stored = std::vector<double>{14400};
-  app.start();
+  EXPECT_TRUE(content().sessionControls.isEmpty());
+  EXPECT_EQ(content().sessionControls.presetsCaption, std::nullopt);
+  app.presets->pin({AwakeDuration{14400}});
   app.awake->turnOn(std::nullopt);
   const auto panel = content();
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
@@ -113,22 +110,18 @@ TEST_F(AwakePanelContentTest, ATimedSessionCountsDownAndOffersToDropTheTimer) {
 TEST_F(AwakePanelContentTest, ASessionBoundToAProcessNamesItOnScreenAndToVoiceOver) {
   app.processes->start(4242, 7, "make");
   app.start();
-  struct Case {
-    std::optional<double> seconds;
-    double passing;
-    std::string status, spoken;
-  };
-  for (const auto& c : std::vector<Case>{
+  // The length held for, the time passing, the status line and VoiceOver's.
+  for (const auto& [seconds, passing, status, spoken] :
+       std::vector<std::tuple<std::optional<double>, double, std::string, std::string>>{
            {std::nullopt, 0, "On \u00B7 until \u201Cmake\u201D ends", "Wakeloft, on, until \u201Cmake\u201D ends"},
            {1530, 0, "On \u00B7 25:30 left or until \u201Cmake\u201D ends",
             "Wakeloft, on, 25 minutes left or until \u201Cmake\u201D ends"},
            {1530, 1500, "On \u00B7 0:30 left or until \u201Cmake\u201D ends",
             "Wakeloft, on, less than a minute left or until \u201Cmake\u201D ends"}}) {
-    app.binding->hold(4242, c.seconds);
-    app.clocks.pass(c.passing);
-    const auto panel = content();
-    EXPECT_EQ(panel.statusLine.english(), c.status);
-    EXPECT_EQ(panel.header.spokenStatus.english(), c.spoken);
+    app.binding->hold(4242, seconds);
+    app.clocks.pass(passing);
+    EXPECT_EQ(content().statusLine.english(), status);
+    EXPECT_EQ(content().header.spokenStatus.english(), spoken);
   }
   app.processWatcher->end();
   EXPECT_EQ(content().statusLine.english(), "Off");

@@ -24,16 +24,10 @@ class PanelActionTest : public ::testing::Test {
   int settingsOpened = 0;
 };
 
-TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffAgain) {
+TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirst) {
   run(PanelAction::toggleAwakeMode());
   EXPECT_TRUE(app.awake->isOn());
   EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
-  run(PanelAction::toggleAwakeMode());
-  EXPECT_FALSE(app.awake->isOn());
-  EXPECT_FALSE(app.intents->isAwakeRequested());
-}
-
-TEST_F(PanelActionTest, TurningAwakeModeOffEndsDeepwakeFirst) {
   app.turnOnDeepwake();
   run(AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).mainButton.action);
   EXPECT_FALSE(app.awake->isOn());
@@ -42,6 +36,7 @@ TEST_F(PanelActionTest, TurningAwakeModeOffEndsDeepwakeFirst) {
   EXPECT_EQ(app.lid->switchOffs(), 1);
   EXPECT_EQ(app.helper->revokeCount, 1);
   EXPECT_FALSE(app.helper->isEngaged());
+  EXPECT_FALSE(app.intents->isAwakeRequested());
 }
 
 TEST_F(PanelActionTest, PresetsStartTimedSessionsAndTheTimerCanBeDropped) {

@@ -45,13 +45,11 @@ class QuitFlowTest : public ::testing::Test {
 
 // --- The user's quit ---
 
-TEST_F(QuitFlowTest, NothingRunningQuitsAtOnceWithoutAQuestion) {
+TEST_F(QuitFlowTest, NothingRunningOrNothingAttachedQuitsAtOnceWithoutAQuestion) {
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_TRUE(asked.empty());
   EXPECT_TRUE(delayed.empty());
-}
 
-TEST_F(QuitFlowTest, WithoutControllersThereIsNothingToAskOrWaitFor) {
   QuitFlow bare([](const QuitConfirmation&) { return false; }, [] { return false; }, [](bool) {},
                 [](double, std::function<void()>) {});
   EXPECT_FALSE(bare.hasControllers());
@@ -103,17 +101,6 @@ TEST_F(QuitFlowTest, ConfirmingDeepwakeEndsItAndWaitsForTheHelper) {
   EXPECT_EQ(replies, std::vector{true});  // answered once only
 }
 
-TEST_F(QuitFlowTest, AHelperThatNeverAnswersHoldsTheQuitFiveSecondsAtMost) {
-  app.turnOnDeepwake();
-  app.helper->holdsReplies = true;
-  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
-
-  runDelayed();
-  EXPECT_EQ(replies, std::vector{true});
-  app.helper->answerAll();
-  EXPECT_EQ(replies, std::vector{true});
-}
-
 TEST_F(QuitFlowTest, QuitAgainWhileAskingOrWaitingIsIgnored) {
   app.turnOnDeepwake();
   app.helper->holdsReplies = true;
@@ -133,7 +120,7 @@ TEST_F(QuitFlowTest, QuitAgainWhileAskingOrWaitingIsIgnored) {
 
 // --- Quits the system starts ---
 
-TEST_F(QuitFlowTest, ALogOutIsNotQuestionedButDeepwakeIsHandedBackFirst) {
+TEST_F(QuitFlowTest, ALogOutIsNotQuestionedButDeepwakeIsHandedBackFirstUnlessAskedAgain) {
   app.turnOnDeepwake();
   app.helper->holdsReplies = true;
   systemQuit = true;
@@ -144,38 +131,30 @@ TEST_F(QuitFlowTest, ALogOutIsNotQuestionedButDeepwakeIsHandedBackFirst) {
   EXPECT_EQ(app.helper->unanswered.size(), 1u);
   EXPECT_TRUE(app.awake->isOn());  // the session is left to be restored
 
-  app.helper->answerAll();
-  EXPECT_EQ(replies, std::vector{true});
-}
-
-TEST_F(QuitFlowTest, ASecondSystemRequestWhileWaitingQuitsAtOnce) {
-  app.turnOnDeepwake();
-  app.helper->holdsReplies = true;
-  systemQuit = true;
-  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
-
+  // A second request from the system while waiting quits at once, and is
+  // the reply.
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_FALSE(flow->isWaitingForHelper());
   app.helper->answerAll();
   runDelayed();
-  EXPECT_TRUE(replies.empty());  // the second answer was the reply
+  EXPECT_TRUE(replies.empty());
 }
 
-TEST_F(QuitFlowTest, AnUpdateRelaunchIsNeverQuestioned) {
+TEST_F(QuitFlowTest, AnUpdateRelaunchIsNeverQuestionedButStillWaitsForTheHelper) {
   app.awake->turnOn(std::nullopt);
   flow->setRelaunchingForUpdate(true);
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
-  EXPECT_TRUE(asked.empty());
   EXPECT_TRUE(app.intents->isAwakeRequested());
-}
 
-TEST_F(QuitFlowTest, AnUpdateRelaunchDuringDeepwakeStillWaitsForTheHelper) {
   app.turnOnDeepwake();
   app.helper->holdsReplies = true;
-  flow->setRelaunchingForUpdate(true);
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
   EXPECT_TRUE(asked.empty());
+  // A helper that never answers holds the quit five seconds at most, and
+  // answering later replies nothing more.
   runDelayed();
+  EXPECT_EQ(replies, std::vector{true});
+  app.helper->answerAll();
   EXPECT_EQ(replies, std::vector{true});
 }
 

@@ -36,9 +36,6 @@ TEST(StringsFileTest, ReadsEntriesInOrderAroundComments) {
   ASSERT_NE(file.find("Off"), nullptr);
   EXPECT_EQ(*file.find("Off"), "Aus");
   EXPECT_EQ(file.find("off"), nullptr);
-}
-
-TEST(StringsFileTest, EmptyOrCommentOnlyTablesHaveNoEntries) {
   EXPECT_TRUE(StringsFile::parse("").entries().empty());
   EXPECT_TRUE(StringsFile::parse("  /* nothing */ // here\n").entries().empty());
 }
