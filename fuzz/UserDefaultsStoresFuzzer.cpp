@@ -24,6 +24,7 @@
 #include "prefs/PresetDurationsController.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
+#include "session/UserDefaultsProcessBindingStore.h"
 
 using namespace wakeloft;
 using fuzz::require;
@@ -190,6 +191,34 @@ void checkPresets(InMemoryDefaultsDomain& defaults) {
   require(PresetDurationsController(store).pinned() == controller.pinned(), "presets written show the same");
 }
 
+// The process a session was bound to: a dictionary of its pid, start time
+// and name, often enough with those keys for the fuzzer to meet its rules.
+DefaultsValue binding(FuzzedDataProvider& input) {
+  if (input.ConsumeBool()) return value(input, 0);
+  DefaultsValue::Dictionary dictionary;
+  for (int n = input.ConsumeIntegralInRange(0, 4); n > 0; --n) {
+    dictionary.emplace_back(input.PickValueInArray({"pid", "startTime", "name", "pids"}), value(input, 2));
+  }
+  return dictionary;
+}
+
+void checkProcessBinding(InMemoryDefaultsDomain& defaults) {
+  UserDefaultsProcessBindingStore store(defaults);
+  const auto before = defaults.values();
+  const auto loaded = store.load();
+  require(unchanged(defaults, before), "reading the binding writes nothing");
+  const bool present = defaults.object(UserDefaultsProcessBindingStore::key).has_value();
+  require(present == (loaded != StoredProcessBinding::none()), "only no record reads as no binding");
+  if (const auto& process = loaded.process()) {
+    require(process->identity.pid > 1 && UserDefaultsProcessBindingStore::isStorableName(process->name),
+            "a binding read names a process that can be held");
+    InMemoryDefaultsDomain fresh;
+    UserDefaultsProcessBindingStore freshStore(fresh);
+    freshStore.save(process);
+    require(freshStore.load() == loaded, "a binding saved reads back");
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -201,11 +230,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey}) {
     if (input.ConsumeBool()) defaults.set(key, value(input, 0));
   }
+  if (input.ConsumeBool()) defaults.set(UserDefaultsProcessBindingStore::key, binding(input));
   try {
     checkAwakeIntent(defaults);
     checkHeatWarning(defaults);
     checkPresets(defaults);
     checkGuardrails(defaults);
+    checkProcessBinding(defaults);
   } catch (const std::exception&) {
     require(false, "reading stored preferences never throws");
   }
