@@ -58,7 +58,9 @@ std::string dateText(Date date) {
   const auto day = floor<days>(instant);
   const year_month_day ymd{day};
   const hh_mm_ss time{instant - day};
-  char buffer[32];
+  // Room for any value of each field, not only those a date can have, so
+  // that no compiler has to take the ranges on trust.
+  char buffer[96];
   std::snprintf(buffer, sizeof buffer, "%04d-%02u-%02uT%02lld:%02lld:%02lldZ", static_cast<int>(ymd.year()),
                 static_cast<unsigned>(ymd.month()), static_cast<unsigned>(ymd.day()),
                 static_cast<long long>(time.hours().count()), static_cast<long long>(time.minutes().count()),
