@@ -135,13 +135,19 @@ TEST_F(LeaseClientLidSleepBlockerTest, GrantedRenewalEngagesOnOneConnectionMadeW
   EXPECT_EQ(transport->drops, 0);
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, RefusedRenewalPassesTheReasonThroughAndKeepsTheConnection) {
-  engage();
-  renewAndAnswer(Outcome::replied(elsewhere));
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRefused(elsewhere)));
-  EXPECT_FALSE(blocker->isEngaged());
-  EXPECT_FALSE(blocker->isResetUnconfirmed());
-  EXPECT_TRUE(transport->isOpen());
+// A refusal passes the reason through and keeps the connection; an error
+// drops even an answering one.
+TEST_F(LeaseClientLidSleepBlockerTest, RefusedOrFailedRenewalsDisengageWithoutDoubt) {
+  for (const bool refused : {true, false}) {
+    engage();
+    renewAndAnswer(refused ? Outcome::replied(elsewhere) : Outcome::failed());
+    EXPECT_EQ(log.last(), failure(refused ? LidSleepBlockerError::helperRefused(elsewhere)
+                                          : LidSleepBlockerError::helperUnavailable()));
+    EXPECT_FALSE(blocker->isEngaged());
+    EXPECT_FALSE(blocker->isResetUnconfirmed());
+    EXPECT_EQ(transport->isOpen(), refused);
+  }
+  EXPECT_EQ(transport->drops, 1);
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, UnansweredFirstRenewalDropsTheConnectionWithoutDoubt) {
@@ -171,16 +177,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, UnansweredRenewalOnAnAnsweringConnectionK
   renewAndAnswer(Outcome::replied(std::nullopt));
   EXPECT_FALSE(blocker->isResetUnconfirmed());
   EXPECT_TRUE(blocker->isEngaged());
-}
-
-TEST_F(LeaseClientLidSleepBlockerTest, FailedRenewalDropsEvenAnAnsweringConnection) {
-  engage();
-  renewAndAnswer(Outcome::failed());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
-  EXPECT_FALSE(blocker->isEngaged());
-  EXPECT_FALSE(blocker->isResetUnconfirmed());
-  EXPECT_FALSE(transport->isOpen());
-  EXPECT_EQ(transport->drops, 1);
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, AnUnreachableHelperAwaitingApprovalSaysSo) {
@@ -317,27 +313,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, AnAnswerOutlivingTheBlockerReachesNobody)
 
 // Without a requirement, and prepare()
 
-TEST_F(LeaseClientLidSleepBlockerTest, WithoutARequirementNothingIsEverSent) {
-  make(std::nullopt, 10);
-  EXPECT_THROW(
-      {
-        try {
-          blocker->prepare();
-        } catch (const LidSleepBlockerError& error) {
-          EXPECT_EQ(error, LidSleepBlockerError::helperUnavailable());
-          throw;
-        }
-      },
-      LidSleepBlockerError);
-  EXPECT_EQ(registration->registrations, 0);
-
-  blocker->renew(noon, log.record("renew"));
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));  // at once
-  blocker->revoke(log.record("revoke"));
-  EXPECT_EQ(log.last(), success());
-  EXPECT_EQ(transport->connectionsMade, 0);
-}
-
 LidSleepBlockerError::Kind thrownKind(LeaseClientLidSleepBlocker& blocker) {
   try {
     blocker.prepare();
@@ -348,14 +323,24 @@ LidSleepBlockerError::Kind thrownKind(LeaseClientLidSleepBlocker& blocker) {
   return LidSleepBlockerError::Kind::helperUnavailable;
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, PrepareLeavesAKnownHelperAlone) {
+TEST_F(LeaseClientLidSleepBlockerTest, WithoutARequirementNothingIsEverSent) {
+  make(std::nullopt, 10);
+  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperUnavailable);
+  EXPECT_EQ(registration->registrations, 0);
+
+  blocker->renew(noon, log.record("renew"));
+  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));  // at once
+  blocker->revoke(log.record("revoke"));
+  EXPECT_EQ(log.last(), success());
+  EXPECT_EQ(transport->connectionsMade, 0);
+}
+
+TEST_F(LeaseClientLidSleepBlockerTest, PrepareLeavesAKnownHelperAloneAndRegistersAMissingOne) {
   EXPECT_NO_THROW(blocker->prepare());
   registration->current = LidHelperStatus::requiresApproval;
   EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperRequiresApproval);
   EXPECT_EQ(registration->registrations, 0);
-}
 
-TEST_F(LeaseClientLidSleepBlockerTest, PrepareRegistersAMissingHelper) {
   for (const auto missing : {LidHelperStatus::notRegistered, LidHelperStatus::notFound}) {
     registration->current = missing;
     registration->afterRegistering = LidHelperStatus::enabled;

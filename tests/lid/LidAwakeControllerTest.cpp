@@ -114,27 +114,20 @@ TEST_F(LidAwakeControllerTest, RefreshPicksUpAnAcknowledgementFromTheStore) {
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(LidAwakeControllerTest, UnusableLengthIsRefusedBeforeAnythingHappens) {
+TEST_F(LidAwakeControllerTest, AnUnusableLengthAHelperNotPreparedOrARefusedSessionStartsNothing) {
   auto controller = make();
+  // The length is refused before anything happens.
   EXPECT_FALSE(controller->turnOn(std::numeric_limits<double>::infinity()));
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(std::numeric_limits<double>::quiet_NaN()));
   EXPECT_EQ(lid->prepareCount, 0);
-  EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
-}
 
-TEST_F(LidAwakeControllerTest, HelperThatCannotBePreparedStartsNoSession) {
-  auto controller = make();
   lid->nextPreparationError = requiresApproval();
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_EQ(controller->lastFailure(), helperRequiresApproval);
   EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(held(), 0u);
-  EXPECT_EQ(lid->renewCount, 0);
-}
 
-TEST_F(LidAwakeControllerTest, AwakeSessionThatCannotStartIsTheFailure) {
-  auto controller = make();
   assertion->nextRefusal = -536870199;
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_EQ(controller->lastFailure(), AwakeFailure(AwakeFailure::AssertionRefused{-536870199}));
@@ -316,6 +309,11 @@ TEST_F(LidAwakeControllerTest, FailedLaterRenewalTurnsDeepwakeOffAndGivesBack) {
   controller->checkLease();
   EXPECT_EQ(held(), 0u);
   EXPECT_EQ(lid->renewCount, 1);
+
+  // Turning on again clears the failure.
+  lid->holdsReplies = false;
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 
 TEST_F(LidAwakeControllerTest, FailedGiveBackAfterAFailedRenewalLeavesOnlyTheReset) {
@@ -326,15 +324,6 @@ TEST_F(LidAwakeControllerTest, FailedGiveBackAfterAFailedRenewalLeavesOnlyTheRes
   EXPECT_EQ(controller->lastFailure(), helperUnavailable);
 
   controller->checkLease();  // the retry is confirmed; nothing is left to explain
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
-}
-
-TEST_F(LidAwakeControllerTest, SuccessfulTurnOnClearsTheEarlierFailure) {
-  lid->nextRenewalError = unavailable();
-  auto controller = make();
-  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 
@@ -352,39 +341,51 @@ TEST_F(LidAwakeControllerTest, StoppingTheSessionTurnsDeepwakeOffThroughTheZeroD
   EXPECT_EQ(leaseTimer->pending, std::nullopt);
 }
 
-TEST_F(LidAwakeControllerTest, TimedSessionEndsDeepwakeAtItsEnd) {
-  const Date start = now();
-  auto controller = makeOn(1800);
-  EXPECT_EQ(sessionEnd->pending, start.adding(1800));
-
-  // Fired early (the clock was moved): only re-armed.
-  clocks.pass(900);
-  sessionEnd->fire();
-  EXPECT_TRUE(controller->isOn());
-  EXPECT_EQ(sessionEnd->pending, start.adding(1800));
-
-  clocks.pass(900);
-  sessionEnd->fire();
-  EXPECT_FALSE(awake->isOn());  // the awake controller confirmed the expiry
-  EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(lid->revokeCount, 1);
+TEST_F(LidAwakeControllerTest, ATimedSessionEndsDeepwakeAtItsEndWhicheverTimerSeesItFirst) {
+  const std::vector<std::pair<const char*, std::function<void()>>> ends = {
+      {"Deepwake's own timer, fired early first", [&] {
+         const Date end = now().adding(1800);
+         EXPECT_EQ(sessionEnd->pending, end);
+         clocks.pass(900);  // the clock was moved: only re-armed
+         sessionEnd->fire();
+         EXPECT_TRUE(awake->isOn());
+         EXPECT_EQ(sessionEnd->pending, end);
+         clocks.pass(900);
+         sessionEnd->fire();  // the awake controller confirms the expiry
+       }},
+      {"the session's timer", [&] {
+         clocks.pass(1800);
+         sessionTimer->fire();
+         EXPECT_FALSE(awake->isOn());
+         sessionEnd->fire();
+       }},
+      {"the lease check", [&] {
+         clocks.pass(1800);
+         leaseTimer->fire();
+       }},
+  };
+  for (const auto& [name, end] : ends) {
+    SCOPED_TRACE(name);
+    const int revokes = lid->revokeCount, renewals = lid->renewCount;
+    auto controller = makeOn(1800);
+    end();
+    EXPECT_FALSE(awake->isOn());
+    EXPECT_FALSE(controller->isOn());
+    EXPECT_EQ(lid->revokeCount, revokes + 1);
+    EXPECT_EQ(lid->renewCount, renewals + 1);  // nothing renewed past the end
+    EXPECT_EQ(leaseTimer->pending, std::nullopt);
+  }
 }
 
-TEST_F(LidAwakeControllerTest, SessionTimerFiringFirstAlsoEndsDeepwake) {
-  auto controller = makeOn(1800);
-  clocks.pass(1800);
-  sessionTimer->fire();  // the awake controller's own timer
-  EXPECT_FALSE(awake->isOn());
-  sessionEnd->fire();
-  EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(lid->revokeCount, 1);
-}
-
-TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEnd) {
+TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEndAndIsSignalled) {
   const Date start = now();
   auto controller = makeOn(1800);
+  int changes = 0;
+  auto subscription = controller->observe([&] { ++changes; });
   awake->turnOn(5400.0);
   EXPECT_EQ(sessionEnd->pending, start.adding(5400));
+  EXPECT_EQ(controller->activeUntil(), start.adding(5400));
+  EXPECT_EQ(changes, 1);
   awake->turnOn(600.0);
   EXPECT_EQ(sessionEnd->pending, start.adding(600));
   awake->turnOn(std::nullopt);
@@ -392,32 +393,25 @@ TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEn
   EXPECT_TRUE(controller->isOn());
 }
 
-TEST_F(LidAwakeControllerTest, LeaseCheckAfterTheSessionLapsedTurnsDeepwakeOff) {
-  auto controller = makeOn(60);
-  clocks.pass(60);
-  leaseTimer->fire();  // before either session timer
-  EXPECT_FALSE(awake->isOn());
-  EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(lid->revokeCount, 1);
-  EXPECT_EQ(lid->renewCount, 1);
-}
-
-TEST_F(LidAwakeControllerTest, ActiveUntilFollowsTheSessionAndIsSignalled) {
-  auto controller = makeOn(1800);
-  int changes = 0;
-  auto subscription = controller->observe([&] { ++changes; });
-  awake->turnOn(3600.0);
-  EXPECT_EQ(controller->activeUntil(), now().adding(3600));
-  EXPECT_EQ(changes, 1);
-}
-
 // --- Give-backs that are not confirmed ---
 
-TEST_F(LidAwakeControllerTest, UnansweredRevokeBecomesAnUnconfirmedReset) {
-  auto controller = makeWithUnconfirmedReset(unavailable());
-  EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
-  EXPECT_TRUE(controller->isSettled());
+TEST_F(LidAwakeControllerTest, AnUnansweredRevokeIsAnUnconfirmedResetUntilAGiveBackOrRenewalIsConfirmed) {
+  for (const bool renewing : {false, true}) {
+    SCOPED_TRACE(renewing ? "renewal" : "turned off again");
+    const int revokes = lid->revokeCount;
+    auto controller = makeWithUnconfirmedReset(unavailable());
+    EXPECT_FALSE(controller->isOn());
+    EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+    EXPECT_TRUE(controller->isSettled());
+    if (renewing) {
+      EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+      EXPECT_TRUE(controller->isOn());
+    } else {
+      controller->turnOff();  // retries the give-back
+      EXPECT_EQ(lid->revokeCount, revokes + 2);
+    }
+    EXPECT_EQ(controller->lastFailure(), std::nullopt);
+  }
 }
 
 TEST_F(LidAwakeControllerTest, UnconfirmedResetOutranksAStartFailure) {
@@ -479,36 +473,18 @@ TEST_F(LidAwakeControllerTest, UnconfirmedResetIsRetriedOneAtATimeUntilConfirmed
   EXPECT_EQ(lid->revokeCount, 2);
 }
 
-TEST_F(LidAwakeControllerTest, TurnOffRetriesAnUnconfirmedReset) {
-  auto controller = makeWithUnconfirmedReset(unavailable());
-  controller->turnOff();
-  EXPECT_EQ(lid->revokeCount, 2);
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
-}
-
-TEST_F(LidAwakeControllerTest, ConfirmedRenewalClearsAnUnconfirmedReset) {
-  auto controller = makeWithUnconfirmedReset(unavailable());
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_TRUE(controller->isOn());
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
-}
-
 // --- Waiting for the helper ---
 
-TEST_F(LidAwakeControllerTest, WhenSettledRunsAtOnceWithNothingOutstanding) {
-  auto controller = make();
-  int runs = 0;
-  controller->whenSettled([&] { ++runs; });
-  EXPECT_EQ(runs, 1);
-}
-
-TEST_F(LidAwakeControllerTest, WhenSettledWaitsForEveryOutstandingRequest) {
+TEST_F(LidAwakeControllerTest, WhenSettledWaitsForEveryOutstandingRequestOrRunsAtOnce) {
   lid->holdsReplies = true;
   auto controller = make();
+  std::vector<std::string> runs;
+  controller->whenSettled([&] { runs.push_back("at once"); });
+  EXPECT_EQ(runs, std::vector<std::string>{"at once"});
+  runs.clear();
+
   ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
   controller->turnOff();
-
-  std::vector<std::string> runs;
   controller->whenSettled([&] { runs.push_back("first"); });
   controller->whenSettled([&] { runs.push_back("second"); });
   lid->answerNext();

@@ -9,7 +9,7 @@ namespace {
 
 const std::string key = "com.wakeloft.acknowledgedHeatWarning";
 
-TEST(UserDefaultsLidAwakeStoreTest, AcknowledgementIsABooleanUnderItsKey) {
+TEST(UserDefaultsLidAwakeStoreTest, AcknowledgementIsABooleanUnderItsKeyAndOtherKindsReadAsThePlatformReadsThem) {
   InMemoryDefaultsDomain defaults;
   UserDefaultsLidAwakeStore store(defaults);
   EXPECT_FALSE(store.hasAcknowledgedHeatWarning());
@@ -22,11 +22,8 @@ TEST(UserDefaultsLidAwakeStoreTest, AcknowledgementIsABooleanUnderItsKey) {
   store.setHasAcknowledgedHeatWarning(false);
   EXPECT_EQ(defaults.object(key), DefaultsValue(false));
   EXPECT_FALSE(store.hasAcknowledgedHeatWarning());
-}
 
-TEST(UserDefaultsLidAwakeStoreTest, OtherKindsReadAsThePlatformReadsThemAndStayAsTheyAre) {
-  InMemoryDefaultsDomain defaults;
-  UserDefaultsLidAwakeStore store(defaults);
+  // Other kinds are read as the platform reads them, and stay as they are.
 
   defaults.set(key, "YES");
   EXPECT_TRUE(store.hasAcknowledgedHeatWarning());

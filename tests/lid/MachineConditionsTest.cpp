@@ -23,9 +23,7 @@ TEST(LidClosePrecautionTest, NoHeatPathOnlyWhileOnAndAcknowledged) {
   EXPECT_EQ(LidClosePrecaution::shown(true, true, builtInOnlyOnPower), LidClosePrecaution::none);
   // Off and acknowledged: nothing, whatever the machine.
   EXPECT_EQ(LidClosePrecaution::shown(false, true, builtInOnlyOnBattery), LidClosePrecaution::none);
-}
-
-TEST(LidClosePrecautionTest, UnacknowledgedWarningWinsOverEverything) {
+  // An unacknowledged warning wins over everything.
   for (const bool isOn : {false, true}) {
     for (const auto& conditions : {builtInOnlyOnBattery, externalOnBattery, builtInOnlyOnPower}) {
       EXPECT_EQ(LidClosePrecaution::shown(isOn, false, conditions), LidClosePrecaution::beforeFirstUse);
@@ -134,19 +132,12 @@ class OnlineDisplayListTest : public ::testing::Test {
   std::vector<OnlineDisplayList::DisplayID> examined;
 };
 
-TEST_F(OnlineDisplayListTest, FailedListCallAssumesADisplay) {
+TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalAndAFailedListCallAssumesOne) {
   EXPECT_TRUE(hasExternal(false, 0));
   EXPECT_TRUE(examined.empty());
-}
-
-TEST_F(OnlineDisplayListTest, BuiltInOnlyOrEmptyHasNoExternalDisplay) {
   EXPECT_FALSE(hasExternal(true, 0));
   ids[0] = 1;
   EXPECT_FALSE(hasExternal(true, 1));
-}
-
-TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternal) {
-  ids[0] = 1;
   ids[1] = 7;
   EXPECT_TRUE(hasExternal(true, 2));
   // A lid closed with an external display: no built-in display listed at all.
