@@ -150,14 +150,6 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
   EXPECT_FALSE(controllers.lid->isOn());
 }
 
-TEST_F(AppControllersTest, DeepwakesGuardrailSettingsAreRestoredFromTheDefaults) {
-  defaults.set(UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, 50);
-  defaults.set(UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey, true);
-  const auto controllers = AppControllers::live(parts(), defaults);
-  EXPECT_EQ(controllers.lid->guardrailSettings(),
-            (DeepwakeGuardrails::Settings{.batteryFloor = 50, .onlyOnPowerAdapter = true}));
-}
-
 TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeamWhenThereIsOne) {
   AppControllers::live(parts(), defaults);
   ASSERT_TRUE(registration);
@@ -175,9 +167,11 @@ TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeamWhen
   EXPECT_EQ(helperRequirement, std::nullopt);
 }
 
-TEST_F(AppControllersTest, StarsAndTheHeatWarningAreReadFromTheSameDefaultsAndTheLoginItemRepaired) {
+TEST_F(AppControllersTest, StarsGuardrailsAndTheHeatWarningAreReadFromTheSameDefaultsAndTheLoginItemRepaired) {
   defaults.set(UserDefaultsPresetDurationStore::key, DefaultsValue::Array{1800.0, 14400.0});
   defaults.set(UserDefaultsLidAwakeStore::key, true);
+  defaults.set(UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, 50);
+  defaults.set(UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey, true);
   loginItem->setState(LoginItemState::enabled);
   const auto controllers = AppControllers::live(parts(), defaults);
   EXPECT_EQ(loginItem->registerCount, 1);  // registered again
@@ -187,6 +181,8 @@ TEST_F(AppControllersTest, StarsAndTheHeatWarningAreReadFromTheSameDefaultsAndTh
 
   controllers.presets->pin({AwakeDuration{3600}});
   EXPECT_EQ(defaults.object(UserDefaultsPresetDurationStore::key), (DefaultsValue{DefaultsValue::Array{3600.0}}));
+  EXPECT_EQ(controllers.lid->guardrailSettings(),
+            (DeepwakeGuardrails::Settings{.batteryFloor = 50, .onlyOnPowerAdapter = true}));
 }
 
 }  // namespace

@@ -142,23 +142,21 @@ TEST_F(AwakePanelContentTest, ASessionRefusedAtLaunchOffersTurnOnTheFailureAndNo
 
 // --- Deepwake ---
 
-TEST_F(AwakePanelContentTest, DeepwakeTurningOnIsNotShownAsOnBeforeTheHelperConfirms) {
+TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
   app.start();
   app.helper->holdsReplies = true;
   app.lid->turnOnJoiningSessionOr(7200);
   ASSERT_TRUE(app.lid->isTurningOn());
-  const auto panel = content();
+  auto panel = content();
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
   EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeUntilSessionEnds));
   EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
-}
 
-TEST_F(AwakePanelContentTest, DeepwakeOnShowsTheLidClosedGlyphAndWording) {
-  app.start();
-  app.turnOnDeepwake(7200);
-  auto panel = content();
+  // Confirmed: the lid-closed glyph and wording.
+  app.helper->answerAll();
+  panel = content();
   EXPECT_TRUE(panel.deepwake.toggle.isOn);
   EXPECT_EQ(panel.deepwake.toggle.action(false), PanelAction::setDeepwake(false));
   EXPECT_EQ(panel.deepwake.toggle.action(true), PanelAction::setDeepwake(true));
@@ -173,7 +171,7 @@ TEST_F(AwakePanelContentTest, DeepwakeOnShowsTheLidClosedGlyphAndWording) {
   EXPECT_EQ(panel.explanation.english(), "Your Mac won't fall asleep, even with the lid closed.");
 }
 
-TEST_F(AwakePanelContentTest, AFailingHelperIsExplainedUnderTheSwitch) {
+TEST_F(AwakePanelContentTest, AFailingHelperOrAnUnconfirmedResetIsExplainedUnderTheSwitch) {
   app.start();
   app.helper->nextRenewalError = std::make_exception_ptr(
       LidSleepBlockerError::helperRefused(LidHelperRefusal::settingOnElsewhere().reason()));
@@ -182,24 +180,23 @@ TEST_F(AwakePanelContentTest, AFailingHelperIsExplainedUnderTheSwitch) {
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
   EXPECT_EQ(panel.deepwake.failure, errorNote(TextCatalog::settingOnElsewhere));
   EXPECT_EQ(panel.retry.failure, std::nullopt);  // the awake session itself runs
-}
 
-TEST_F(AwakePanelContentTest, AnUnconfirmedResetWarnsThatTheMacMayStayAwake) {
-  app.start();
+  // An unconfirmed reset warns that the Mac may stay awake.
   app.turnOnDeepwake();
   app.helper->nextRevocationError = std::make_exception_ptr(
       LidSleepBlockerError::helperRefused(LidHelperRefusal::settingNotPutBack("pmset failed").reason()));
   app.lid->turnOff();
-  const auto panel = content();
-  EXPECT_FALSE(panel.deepwake.toggle.isOn);
-  ASSERT_TRUE(panel.deepwake.failure);
-  EXPECT_EQ(panel.deepwake.failure->text.english(),
+  const auto reset = content();
+  EXPECT_FALSE(reset.deepwake.toggle.isOn);
+  ASSERT_TRUE(reset.deepwake.failure);
+  EXPECT_EQ(reset.deepwake.failure->text.english(),
             "Your Mac may stay awake with the lid closed. Deepwake's helper couldn't restore the sleep setting and "
             "is still trying (pmset failed).");
 }
 
-TEST_F(AwakePanelContentTest, BeforeTheHeatWarningIsAcknowledgedTheSwitchIsOffAndTheWarningShows) {
+TEST_F(AwakePanelContentTest, TheHeatWarningShowsBeforeItIsAcknowledgedAndOnBatteryWithNoDisplayWhileOn) {
   app.heatWarning->acknowledged = false;
+  app.machine->current = {.isOnBattery = true, .hasExternalDisplay = false};
   app.start();
   const auto panel = content();
   EXPECT_FALSE(panel.deepwake.toggle.isEnabled);
@@ -213,20 +210,16 @@ TEST_F(AwakePanelContentTest, BeforeTheHeatWarningIsAcknowledgedTheSwitchIsOffAn
   EXPECT_EQ(panel.deepwake.precaution->link->title.english(), "I understand");
   EXPECT_EQ(panel.deepwake.precaution->link->accessibilityLabel, LocalizedText(TextCatalog::iUnderstandTheHeatWarning));
   EXPECT_EQ(panel.deepwake.precaution->link->action, PanelAction::acknowledgeHeatWarning());
-}
 
-TEST_F(AwakePanelContentTest, OnBatteryWithNoDisplayDeepwakeAsksToKeepTheMacUncovered) {
-  app.machine->current = {.isOnBattery = true, .hasExternalDisplay = false};
-  app.start();
+  app.lid->acknowledgeHeatWarning();
   EXPECT_EQ(content().deepwake.precaution, std::nullopt);  // only while Deepwake runs
-
   app.turnOnDeepwake();
-  const auto panel = content();
-  ASSERT_TRUE(panel.deepwake.precaution);
-  EXPECT_EQ(panel.deepwake.precaution->symbol, NoteSymbol::heat);
-  EXPECT_EQ(panel.deepwake.precaution->text.english(),
+  const auto on = content();
+  ASSERT_TRUE(on.deepwake.precaution);
+  EXPECT_EQ(on.deepwake.precaution->symbol, NoteSymbol::heat);
+  EXPECT_EQ(on.deepwake.precaution->text.english(),
             "On battery with no display attached. Keep your Mac uncovered so heat can escape.");
-  EXPECT_EQ(panel.deepwake.precaution->link, std::nullopt);
+  EXPECT_EQ(on.deepwake.precaution->link, std::nullopt);
 }
 
 // --- Open at login ---

@@ -19,14 +19,12 @@ TextLookup tableOf(std::map<std::string, std::string> entries) {
 
 const LocalizedText refused{TextCatalog::assertionRefused, {std::int32_t{-3}}};
 
-TEST(LocalizedTextTest, ResolvesThroughTheTranslationWithItsArguments) {
+TEST(LocalizedTextTest, ResolvesThroughTheTranslationWithItsArgumentsOrFallsBackToEnglish) {
   const auto german = tableOf({{std::string(TextCatalog::assertionRefused.key()),
                                 "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler %d)."}});
   EXPECT_EQ(refused.resolved(german), "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler -3).");
   EXPECT_EQ(refused.english(), "macOS couldn't keep your Mac awake (IOKit error -3).");
-}
 
-TEST(LocalizedTextTest, MissingOrBrokenTranslationsFallBackToEnglish) {
   const std::string english = "macOS couldn't keep your Mac awake (IOKit error -3).";
   EXPECT_EQ(refused.resolved(tableOf({})), english);
   EXPECT_EQ(refused.resolved(nullptr), english);

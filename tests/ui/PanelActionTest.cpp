@@ -39,15 +39,7 @@ TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirs
   EXPECT_FALSE(app.intents->isAwakeRequested());
 }
 
-TEST_F(PanelActionTest, PresetsStartTimedSessionsAndTheTimerCanBeDropped) {
-  run(PanelAction::turnOnAwakeMode(AwakeDuration{3600}));
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
-  run(PanelAction::turnOnAwakeMode(std::nullopt));
-  EXPECT_TRUE(app.awake->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
-}
-
-TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHours) {
+TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHoursAndPresetsSetTheTimer) {
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));
@@ -60,6 +52,10 @@ TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHours) {
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(1800));
+
+  run(PanelAction::turnOnAwakeMode(std::nullopt));  // the timer is dropped
+  EXPECT_TRUE(app.awake->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
 }
 
 TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {

@@ -14,31 +14,25 @@ TEST(QuitAppleEventTest, CodesArePackedFirstCharacterHighest) {
   EXPECT_EQ(fourCharCode("why?"), 0x7768793Fu);
 }
 
-TEST(QuitAppleEventTest, LogOutRestartShutDownAndQuitAllAreTheSystems) {
-  for (const char* reason : {"quia", "rlgo", "rest", "shut", "logo"}) {
-    const char code[5] = {reason[0], reason[1], reason[2], reason[3], 0};
-    EXPECT_TRUE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode(code), std::nullopt))) << reason;
-    EXPECT_TRUE(QuitAppleEvent::isSystemQuit(quitEvent(std::nullopt, fourCharCode(code)))) << reason;
+// Log out, restart, shut down and quit all, as the parameter or else the
+// attribute of a quit event.
+TEST(QuitAppleEventTest, OnlyTheSystemsReasonsInAQuitEventAreTheSystems) {
+  const char reasons[][5] = {"quia", "rlgo", "rest", "shut", "logo"};
+  for (const auto& reason : reasons) {
+    EXPECT_TRUE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode(reason), std::nullopt))) << reason;
+    EXPECT_TRUE(QuitAppleEvent::isSystemQuit(quitEvent(std::nullopt, fourCharCode(reason)))) << reason;
   }
-}
+  EXPECT_TRUE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("rest"), fourCharCode("user"))));
 
-TEST(QuitAppleEventTest, TheUsersQuitIsNotTheSystems) {
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(std::nullopt));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(std::nullopt, std::nullopt)));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("user"), std::nullopt)));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(0, std::nullopt)));
-}
-
-TEST(QuitAppleEventTest, OnlyAQuitEventCounts) {
+  EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("user"), fourCharCode("shut"))));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(
       QuitAppleEvent{fourCharCode("aevt"), fourCharCode("oapp"), fourCharCode("shut"), std::nullopt}));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(
       QuitAppleEvent{fourCharCode("misc"), fourCharCode("quit"), fourCharCode("shut"), std::nullopt}));
-}
-
-TEST(QuitAppleEventTest, TheParameterOutranksTheAttribute) {
-  EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("user"), fourCharCode("shut"))));
-  EXPECT_TRUE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("rest"), fourCharCode("user"))));
 }
 
 }  // namespace

@@ -14,12 +14,7 @@ constexpr const char* deepwakeConsequence =
     "Your Mac can sleep again with the lid open or closed. Awake mode turns back on the next time you open "
     "Wakeloft. Deepwake stays off.";
 
-TEST(QuitConfirmationAlertTest, QuitNowAsksNothing) {
-  EXPECT_EQ(QuitConfirmationAlert::make(QuitConfirmation::quitNow(), "en_US", LayoutDirection::leftToRight),
-            std::nullopt);
-}
-
-TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAlone) {
+TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAloneAndQuitNowAsksNothing) {
   const auto alert =
       QuitConfirmationAlert::make(QuitConfirmation::awakeMode(std::nullopt), "en_US", LayoutDirection::leftToRight);
   ASSERT_TRUE(alert);
@@ -32,6 +27,9 @@ TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAlone) {
   EXPECT_EQ(alert->buttons[1].keyEquivalent, "\x1b");
   EXPECT_TRUE(QuitConfirmationAlert::isConfirmed(0));
   EXPECT_FALSE(QuitConfirmationAlert::isConfirmed(1));
+
+  EXPECT_EQ(QuitConfirmationAlert::make(QuitConfirmation::quitNow(), "en_US", LayoutDirection::leftToRight),
+            std::nullopt);
 }
 
 TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocale) {

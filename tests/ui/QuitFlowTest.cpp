@@ -45,7 +45,7 @@ class QuitFlowTest : public ::testing::Test {
 
 // --- The user's quit ---
 
-TEST_F(QuitFlowTest, NothingRunningOrNothingAttachedQuitsAtOnceWithoutAQuestion) {
+TEST_F(QuitFlowTest, NothingRunningOrNothingAttachedQuitsAtOnceAndTheFirstControllersStay) {
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_TRUE(asked.empty());
   EXPECT_TRUE(delayed.empty());
@@ -54,6 +54,13 @@ TEST_F(QuitFlowTest, NothingRunningOrNothingAttachedQuitsAtOnceWithoutAQuestion)
                 [](double, std::function<void()>) {});
   EXPECT_FALSE(bare.hasControllers());
   EXPECT_EQ(bare.shouldTerminate(), TerminateReply::now);
+
+  TestControllers other;
+  other.start();
+  other.awake->turnOn(std::nullopt);
+  flow->attach(other.awake, other.lid);
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);  // asks about the first, which is off
+  EXPECT_TRUE(asked.empty());
 }
 
 TEST_F(QuitFlowTest, ARunningSessionIsQuestionedAndCancelLeavesItRunning) {
@@ -168,15 +175,6 @@ TEST_F(QuitFlowTest, AFlowThatIsGoneRepliesNothing) {
   app.helper->answerAll();
   runDelayed();
   EXPECT_TRUE(replies.empty());
-}
-
-TEST_F(QuitFlowTest, TheFirstControllersStay) {
-  TestControllers other;
-  other.start();
-  other.awake->turnOn(std::nullopt);
-  flow->attach(other.awake, other.lid);
-  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);  // asks about the first, which is off
-  EXPECT_TRUE(asked.empty());
 }
 
 }  // namespace

@@ -37,13 +37,11 @@ TEST_F(SettingsPopupContentTest, EveryCandidateHasARowStarredAsChosen) {
   EXPECT_EQ(content.rows[5].symbolName(), "star");
 }
 
-TEST_F(SettingsPopupContentTest, AFourthStarCannotBeAdded) {
+TEST_F(SettingsPopupContentTest, StarsComeOffAndGoOnAndAreStoredButNoFourth) {
   SettingsPopupContent::toggle({28800}, presets);
   EXPECT_EQ(stars(), (std::vector<bool>{true, true, true, false, false, false}));
   EXPECT_EQ(store->stored, (std::vector<double>{1800, 3600, 7200}));
-}
 
-TEST_F(SettingsPopupContentTest, StarsComeOffAndGoOnAndAreStored) {
   SettingsPopupContent::toggle({3600}, presets);
   SettingsPopupContent::toggle({28800}, presets);
   EXPECT_EQ(stars(), (std::vector<bool>{true, false, true, false, false, true}));

@@ -15,7 +15,7 @@ namespace {
 using testing::LanguageTables;
 using testing::TestControllers;
 
-TEST(TranslatedTextTest, APanelInGermanAndArabicWithTheirDurations) {
+TEST(TranslatedTextTest, APanelInGermanAndArabicWithTheirDurationsNumbersAndDetails) {
   const LanguageTables german("de");
   const LanguageTables arabic("ar");
   TestControllers app;
@@ -31,11 +31,7 @@ TEST(TranslatedTextTest, APanelInGermanAndArabicWithTheirDurations) {
   const auto arabicPanel = AwakePanelContent::current(app.controllers(), "ar", {15, 0, 0});
   EXPECT_EQ(arabicPanel.header.spokenStatus.resolved(arabic.lookup()),
             "\u200FWakeloft\u060C \u0642\u064A\u062F \u0627\u0644\u062A\u0634\u063A\u064A\u0644\u060C \u064A\u062A\u0628\u0642\u0649 \u0633\u0627\u0639\u0629 \u0648\u0665 \u062F\u0642\u0627\u0626\u0642");  // Wakeloft, on, 1 hour and 5 minutes left
-}
 
-TEST(TranslatedTextTest, NumbersAndDetailsGoIntoTheTranslatedSentences) {
-  const LanguageTables german("de");
-  const LanguageTables arabic("ar");
   const LocalizedText code(TextCatalog::assertionRefused, {std::int32_t{-536870199}});
   EXPECT_EQ(code.resolved(german.lookup()), "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler -536870199).");
   EXPECT_EQ(code.resolved(arabic.lookup()),
