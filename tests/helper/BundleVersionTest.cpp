@@ -74,16 +74,14 @@ TEST_F(BundleVersionTest, AnythingButARegularFileGivesNoVersionAndDoesNotBlock) 
   EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(BundleVersionTest, MalformedListsGiveNoVersion) {
+TEST_F(BundleVersionTest, MalformedListsOrPathsWithoutAContentsFolderGiveNoVersion) {
   writeInfo("not a property list");
   EXPECT_EQ(read(), std::nullopt);
   writeInfo(PropertyListXMLWriter::document(PropertyList::Array{"1.4", "27"}));
   EXPECT_EQ(read(), std::nullopt);
   writeInfo(PropertyListXMLWriter::document(PropertyList::Dictionary{{"CFBundleVersion", "27"}}));
   EXPECT_EQ(read(), std::nullopt);
-}
 
-TEST_F(BundleVersionTest, PathsWithoutAContentsFolderGiveNoVersion) {
   writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
   EXPECT_EQ(BundleVersion::aroundExecutable("", parser), std::nullopt);
   EXPECT_EQ(BundleVersion::aroundExecutable("WakeloftLidHelper", parser), std::nullopt);

@@ -21,43 +21,37 @@ std::vector<std::uint8_t> teamBuffer(std::string_view identifier) {
   return buffer;
 }
 
-TEST(CodeSigningTextTest, HexIsLowerCaseTwoDigitsAByte) {
+TEST(CodeSigningTextTest, HexIsLowerCaseTwoDigitsAByteAndACodeDirectoryHashFortyDigits) {
   const std::array<std::uint8_t, 5> bytes{0x00, 0x0F, 0xA0, 0xFF, 0x5C};
   EXPECT_EQ(CodeSigningText::hex(bytes), "000fa0ff5c");
   EXPECT_EQ(CodeSigningText::hex({}), "");
-}
 
-TEST(CodeSigningTextTest, CodeDirectoryHashIsFortyDigits) {
   std::array<std::uint8_t, 20> hash{};
   for (std::size_t i = 0; i < hash.size(); ++i) hash[i] = static_cast<std::uint8_t>(i * 13);
   EXPECT_EQ(CodeSigningText::codeDirectoryHash(hash), "000d1a2734414e5b6875828f9ca9b6c3d0ddeaf7");
   EXPECT_EQ(CodeSigningText::codeDirectoryHash(std::span(hash).first(19)), std::nullopt);
 }
 
-TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEnd) {
+TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndWithBadUtf8Repaired) {
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("ABCDE12345")), "ABCDE12345");
   const std::string filling(64, 'Q');
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer(filling)), filling);
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("")), std::nullopt);
   EXPECT_EQ(CodeSigningText::teamIdentifier(std::vector<std::uint8_t>(8, 'A')), std::nullopt);
-}
 
-TEST(CodeSigningTextTest, TeamIdentifierRepairsBadUtf8) {
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("AB\xFF" "C")), "AB\uFFFD" "C");
   // A sequence cut short is one replacement; the byte that broke it stays.
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("\xE2\x82" "C")), "\uFFFD" "C");
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("\u00c9quipe")), "\u00c9quipe");
 }
 
-TEST(Utf8Test, OnlyWellFormedSequencesAreValid) {
+TEST(Utf8Test, OnlyWellFormedSequencesAreValidAndRepairReplacesEachMaximalBrokenPartOnce) {
   EXPECT_TRUE(Utf8::isValid("plain \u00e9\u20ac\U0001F319"));
   EXPECT_FALSE(Utf8::isValid("\xC0\x80"));          // overlong
   EXPECT_FALSE(Utf8::isValid("\xED\xA0\x80"));      // surrogate
   EXPECT_FALSE(Utf8::isValid("\xF4\x90\x80\x80"));  // above U+10FFFF
   EXPECT_FALSE(Utf8::isValid("\xE2\x82"));          // cut short
-}
 
-TEST(Utf8Test, RepairReplacesEachMaximalBrokenPartOnce) {
   const auto repaired = [](std::string_view bytes) {
     return Utf8::repaired({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
   };

@@ -56,13 +56,8 @@ class LidHelperDaemonTest : public ::testing::Test {
   int settledCalls = 0;
 };
 
-TEST_F(LidHelperDaemonTest, AnIdleHelperArmsNothing) {
+TEST_F(LidHelperDaemonTest, TheTickIsArmedOnlyForTheEarliestLapseAndPutsTheSettingBack) {
   EXPECT_FALSE(tick->pending.has_value());
-  EXPECT_EQ(ask(1, LidLeaseRequest::revoke()), std::nullopt);
-  EXPECT_FALSE(tick->pending.has_value());
-}
-
-TEST_F(LidHelperDaemonTest, TheTickIsArmedForTheEarliestLapseAndPutsTheSettingBack) {
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
   EXPECT_EQ(ask(2, LidLeaseRequest::renew(clocks.now().adding(10).secondsSince1970)), std::nullopt);
   EXPECT_TRUE(setting->value);
@@ -77,6 +72,10 @@ TEST_F(LidHelperDaemonTest, TheTickIsArmedForTheEarliestLapseAndPutsTheSettingBa
   clocks.pass(10);
   tick->fire();
   EXPECT_FALSE(setting->value);
+  EXPECT_FALSE(tick->pending.has_value());
+
+  // Idle, it arms nothing.
+  EXPECT_EQ(ask(1, LidLeaseRequest::revoke()), std::nullopt);
   EXPECT_FALSE(tick->pending.has_value());
 }
 

@@ -49,35 +49,25 @@ struct FakeDisk {
   }
 };
 
-TEST(LidHelperFileWatchTest, TheRunningFileIsJudgedOnceWhileItStaysTheSame) {
+TEST(LidHelperFileWatchTest, TheRunningFileIsJudgedOnceWhileItStaysTheSameAndAgainWhenTouchedButNotWhenMissing) {
   FakeDisk disk;
   auto watch = disk.watch();
   EXPECT_EQ(watch.find(), Finding::running());
   EXPECT_EQ(watch.find(), Finding::running());
   EXPECT_EQ(watch.look().finding, Finding::running());
   EXPECT_EQ(disk.judgements, 1);
-}
 
-TEST(LidHelperFileWatchTest, ATouchedFileIsJudgedAgainAndStillRuns) {
-  FakeDisk disk;
-  auto watch = disk.watch();
-  watch.find();
   disk.identity->modifiedNanoseconds = 5;
   EXPECT_EQ(watch.find(), Finding::running());
+  EXPECT_EQ(disk.judgements, 2);  // touched, it is judged again and still runs
+
+  // Nothing at the path is missing; the same file back again is still known.
+  const auto identity = disk.identity;
+  disk.identity.reset();
+  EXPECT_EQ(watch.find(), Finding::missing());
+  disk.identity = identity;
+  EXPECT_EQ(watch.find(), Finding::running());
   EXPECT_EQ(disk.judgements, 2);
-}
-
-TEST(LidHelperFileWatchTest, SameCodeInANewFileOrNewCodeIsReplaced) {
-  FakeDisk disk;
-  auto watch = disk.watch();
-  disk.identity->inode = 101;
-  EXPECT_EQ(watch.find(), Finding::replaced(runningHash));
-
-  disk.identity->inode = 100;
-  disk.identity->size = 8192;
-  disk.hash = newHash;
-  EXPECT_EQ(watch.find(), Finding::replaced(newHash));
-  EXPECT_EQ(watch.find().codeDirectoryHash(), newHash);
 }
 
 TEST(LidHelperFileWatchTest, AFileThatFailsJudgementIsUnrecognisedNeverReplaced) {
@@ -92,21 +82,9 @@ TEST(LidHelperFileWatchTest, AFileThatFailsJudgementIsUnrecognisedNeverReplaced)
   EXPECT_EQ(watch.find(), Finding::unrecognised());
 }
 
-TEST(LidHelperFileWatchTest, NothingAtThePathIsMissingAndNotRemembered) {
-  FakeDisk disk;
-  auto watch = disk.watch();
-  watch.find();
-  const auto identity = disk.identity;
-  disk.identity.reset();
-  EXPECT_EQ(watch.find(), Finding::missing());
-  EXPECT_EQ(disk.judgements, 1);
-  // The same file back again is still known.
-  disk.identity = identity;
-  EXPECT_EQ(watch.find(), Finding::running());
-  EXPECT_EQ(disk.judgements, 1);
-}
-
-TEST(LidHelperFileWatchTest, LookReportsChangesOfCaseOrHash) {
+// Same code in a new file, or new code, is replaced; look says when the case
+// or the hash changed.
+TEST(LidHelperFileWatchTest, SameCodeInANewFileOrNewCodeIsReplacedAndLookReportsTheChange) {
   FakeDisk disk;
   auto watch = disk.watch();
   EXPECT_FALSE(watch.lastFinding().has_value());
@@ -119,10 +97,12 @@ TEST(LidHelperFileWatchTest, LookReportsChangesOfCaseOrHash) {
   EXPECT_TRUE(look.changed);
   EXPECT_FALSE(watch.look().changed);
 
-  disk.identity->size = 1;
+  disk.identity->inode = 100;
+  disk.identity->size = 8192;
   disk.hash = newHash;
   EXPECT_TRUE(watch.look().changed);
   EXPECT_EQ(watch.lastFinding(), Finding::replaced(newHash));
+  EXPECT_EQ(watch.find().codeDirectoryHash(), newHash);
 }
 
 TEST(LidHelperFileWatchTest, OnlyAReplacedHelperWithNothingAtStakeStepsAside) {

@@ -49,14 +49,12 @@ TEST(LidHelperServiceTest, CodeRequirementPinsIdentifierAndTeam) {
   EXPECT_NE(LidHelperService::codeRequirement("A-b.9", "ZZZZZZZZZZ"), std::nullopt);
 }
 
-TEST(LidHelperServiceTest, MalformedTeamIdentifiersGiveNoRequirement) {
+TEST(LidHelperServiceTest, MalformedTeamsOrIdentifiersThatCouldEscapeTheQuotesGiveNoRequirement) {
   for (const char* team : {"ABCDE1234", "ABCDE123456", "abcde12345", "ABCDE 2345", "ABCDE-2345", "ABCDE1234\u00c9", ""}) {
     EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", std::string(team)), std::nullopt) << team;
   }
   EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", std::nullopt), std::nullopt);
-}
 
-TEST(LidHelperServiceTest, IdentifiersThatCouldEscapeTheQuotesGiveNoRequirement) {
   for (const char* identifier : {"", "com.wakeloft app", "com.wakeloft\"app", "com.wakeloft.app\n", "com_wakeloft",
                                  "com.wakeloft.app\" or true or \"", "caf\u00e9"}) {
     EXPECT_EQ(LidHelperService::codeRequirement(identifier, "ABCDE12345"), std::nullopt) << identifier;
@@ -85,14 +83,12 @@ class StartLineTest : public ::testing::Test {
   const std::string hash = std::string(20, 'a') + std::string(20, '0');
 };
 
-TEST_F(StartLineTest, NamesVersionHashAndPath) {
+TEST_F(StartLineTest, NamesVersionHashPathAndTheLaunchedPathOnlyWhenItDiffers) {
   EXPECT_EQ(line(executable, executable, hash),
             "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable);
   EXPECT_EQ(line(executable, std::nullopt, std::nullopt),
             "helper starting: Wakeloft 1.4 (27), cdhash unknown, from " + executable);
-}
 
-TEST_F(StartLineTest, NamesTheLaunchedPathOnlyWhenItDiffers) {
   EXPECT_EQ(line(executable, "/private/var/run/Wakeloft", hash),
             "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable +
                 ", started as /private/var/run/Wakeloft");

@@ -37,16 +37,15 @@ std::string readFailure(const ChildProcess::Result& result) {
   return {};
 }
 
-TEST(PmsetCommandTest, ReadsTheSystemWideSleepDisabledLine) {
+TEST(PmsetCommandTest, ReadsTheSystemWideSleepDisabledLineAndNoLineAsZero) {
   EXPECT_TRUE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t1\n"))));
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t0\n"))));
   // A note after the value belongs to the system, not to the value.
   EXPECT_TRUE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t1 (imposed by 'powerd')\n"))));
   // Another setting's 1 is not the sleep setting's.
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, " SleepDisabledAfter 1\n" + listing(" SleepDisabled 0\n"))));
-}
 
-TEST(PmsetCommandTest, ASettingNeverChangedIsListedWithoutALineAndReadsAsZero) {
+  // A setting never changed is listed without a line.
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, listing(""))));
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, "Currently in use:\n standby              1\n")));
 }
