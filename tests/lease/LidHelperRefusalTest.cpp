@@ -21,9 +21,12 @@ TEST(LidHelperRefusalTest, ReasonTextsAreTheHelpersOwnWords) {
             "The sleep setting was turned off by something other than Wakeloft, and was left off.");
 }
 
+// Details keep their own bytes, non-ASCII and empty ones too.
 TEST(LidHelperRefusalTest, EveryKnownRefusalSurvivesTheTripAsText) {
   const LidHelperRefusal refusals[] = {
       LidHelperRefusal::settingUnreadable("pmset timed out"),
+      LidHelperRefusal::settingUnreadable("pmset \u201Cfailed\u201D"),
+      LidHelperRefusal::settingUnwritten(""),
       LidHelperRefusal::settingUnwritten("Operation not permitted"),
       LidHelperRefusal::settingNotPutBack("Read-only file system"),
       LidHelperRefusal::unrecognized("A sentence from a newer helper."),
@@ -32,18 +35,8 @@ TEST(LidHelperRefusalTest, EveryKnownRefusalSurvivesTheTripAsText) {
       LidHelperRefusal::settingTurnedOffElsewhere(),
   };
   for (const auto& refusal : refusals) EXPECT_EQ(LidHelperRefusal::fromReason(refusal.reason()), refusal);
-}
-
-TEST(LidHelperRefusalTest, PrefixWithNothingAfterItHasAnEmptyDetail) {
-  const auto refusal = LidHelperRefusal::fromReason("The sleep setting could not be written: ");
-  EXPECT_EQ(refusal.kind(), Kind::settingUnwritten);
-  EXPECT_EQ(refusal.detail(), "");
-}
-
-TEST(LidHelperRefusalTest, DetailKeepsItsOwnBytesIncludingNonAscii) {
-  const auto refusal = LidHelperRefusal::fromReason(
-      "The sleep setting could not be read, so it was left as it is: pmset \u201Cfailed\u201D");
-  EXPECT_EQ(refusal, LidHelperRefusal::settingUnreadable("pmset \u201Cfailed\u201D"));
+  EXPECT_NE(LidHelperRefusal::settingUnwritten("a"), LidHelperRefusal::settingUnwritten("b"));
+  EXPECT_NE(LidHelperRefusal::settingUnwritten("a"), LidHelperRefusal::settingNotPutBack("a"));
 }
 
 TEST(LidHelperRefusalTest, TextsThatOnlyResembleKnownOnesAreKeptWhole) {
@@ -56,11 +49,6 @@ TEST(LidHelperRefusalTest, TextsThatOnlyResembleKnownOnesAreKeptWhole) {
   const std::string longer = "The lease deadline is not a number. Really.";
   EXPECT_EQ(LidHelperRefusal::fromReason(longer), LidHelperRefusal::unrecognized(longer));
   EXPECT_EQ(LidHelperRefusal::fromReason(""), LidHelperRefusal::unrecognized(""));
-}
-
-TEST(LidHelperRefusalTest, EqualityComparesKindAndDetail) {
-  EXPECT_NE(LidHelperRefusal::settingUnwritten("a"), LidHelperRefusal::settingUnwritten("b"));
-  EXPECT_NE(LidHelperRefusal::settingUnwritten("a"), LidHelperRefusal::settingNotPutBack("a"));
 }
 
 }  // namespace

@@ -43,14 +43,16 @@ class LidLeaseServiceTest : public ::testing::Test {
   LidLeaseService service{keeper, [this](const std::string& line) { logLines.push_back(line); }};
 };
 
-TEST_F(LidLeaseServiceTest, AGrantedRenewalRepliesNothingAndHoldsOne) {
+TEST_F(LidLeaseServiceTest, AGrantedRenewalRepliesNothingAndHoldsOneUntilADeadlineAlreadyPassed) {
   EXPECT_EQ(service.renew(in(30), 1), std::nullopt);
   EXPECT_TRUE(setting->value);
   EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{1}));
   EXPECT_EQ(keeper->leaseExpiry(), clocks.now().adding(30));
   EXPECT_TRUE(logLines.empty());
-  EXPECT_EQ(LidLeaseService::alreadyOnReason, alreadyOn);
-  EXPECT_EQ(LidLeaseService::yieldedReason, turnedOff);
+
+  EXPECT_EQ(service.renew(in(0), 1), std::nullopt);
+  EXPECT_FALSE(setting->value);
+  EXPECT_TRUE(service.holders().empty());
 }
 
 TEST_F(LidLeaseServiceTest, ADeadlineThatIsNotANumberIsRefusedBeforeAnythingElse) {
@@ -67,13 +69,6 @@ TEST_F(LidLeaseServiceTest, ADeadlineThatIsNotANumberIsRefusedBeforeAnythingElse
   EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{1}));
   EXPECT_EQ(keeper->leaseExpiry(), clocks.now().adding(30));
   EXPECT_EQ(logLines, std::vector<std::string>(6, "lease refused: the deadline is not a number"));
-}
-
-TEST_F(LidLeaseServiceTest, ADeadlineAlreadyPassedEndsTheClientsTerm) {
-  service.renew(in(30), 1);
-  EXPECT_EQ(service.renew(in(0), 1), std::nullopt);
-  EXPECT_FALSE(setting->value);
-  EXPECT_TRUE(service.holders().empty());
 }
 
 TEST_F(LidLeaseServiceTest, OneClientsRevocationNeverEndsAnothersLease) {
@@ -104,7 +99,7 @@ TEST_F(LidLeaseServiceTest, RequestsAreHandledByKind) {
   EXPECT_FALSE(setting->value);
 }
 
-TEST_F(LidLeaseServiceTest, TheHeldLeaseTakesTheLatestOfEachEndSeparately) {
+TEST_F(LidLeaseServiceTest, TheHeldLeaseTakesTheLatestOfEachEndSeparatelyAndASleepPastThemEndsThemAtTheNextCheck) {
   const Date start = clocks.now();
   service.renew(in(30), 1);  // wall start+30, uptime 1030
   clocks.setWallClock(-60);
@@ -123,9 +118,7 @@ TEST_F(LidLeaseServiceTest, TheHeldLeaseTakesTheLatestOfEachEndSeparately) {
   service.checkLease();
   EXPECT_FALSE(setting->value);
   EXPECT_EQ(service.earliestLapse(), std::nullopt);
-}
 
-TEST_F(LidLeaseServiceTest, ASleepPastTheTermsEndsThemAtTheNextCheck) {
   service.renew(in(30), 1);
   service.renew(in(30), 2);
   clocks.sleep(600);
@@ -178,7 +171,7 @@ TEST_F(LidLeaseServiceTest, APendingNoticeEndsWithARevocationOrTheNextZeroElsewh
   EXPECT_TRUE(setting->value);
 }
 
-TEST_F(LidLeaseServiceTest, AOneWrittenElsewhereIsRefusedAndLeftAlone) {
+TEST_F(LidLeaseServiceTest, AOneWrittenElsewhereOrAnUnreadableSettingIsRefusedAndLeftAlone) {
   setting->value = true;
   const auto before = writes();
   EXPECT_EQ(service.renew(in(30), 1), alreadyOn);
@@ -187,16 +180,13 @@ TEST_F(LidLeaseServiceTest, AOneWrittenElsewhereIsRefusedAndLeftAlone) {
   EXPECT_TRUE(service.holders().empty());
   EXPECT_EQ(writes(), before);
   EXPECT_TRUE(setting->value);
-}
 
-TEST_F(LidLeaseServiceTest, AnUnreadableSettingIsNotWritten) {
+  setting->value = false;
   setting->readError = "pmset did not answer in time";
-  const auto before = writes();
   EXPECT_EQ(service.renew(in(30), 1),
             "The sleep setting could not be read, so it was left as it is: pmset did not answer in time");
-  EXPECT_EQ(logLines, std::vector<std::string>{
-                          "lease refused: disablesleep could not be read, so it was not written: "
-                          "pmset did not answer in time"});
+  EXPECT_EQ(logLines.back(),
+            "lease refused: disablesleep could not be read, so it was not written: pmset did not answer in time");
   EXPECT_TRUE(service.holders().empty());
   EXPECT_EQ(writes(), before);
 }

@@ -61,7 +61,7 @@ TEST_F(LidSleepLeaseKeeperTest, AFailedFirstWriteIsKeptAndRetriedByChecks) {
   EXPECT_EQ(k.nextRetryUptime(), std::nullopt);
 }
 
-TEST_F(LidSleepLeaseKeeperTest, GrantsAtMostThirtySecondsAndOnlyForAnEndAhead) {
+TEST_F(LidSleepLeaseKeeperTest, GrantsAtMostThirtySecondsOnlyForAnEndAheadAndATermLapsesAtEitherEnd) {
   auto& k = makeKeeper();
   EXPECT_EQ(k.term(in(0)), std::nullopt);
   EXPECT_EQ(k.term(in(-1)), std::nullopt);
@@ -69,9 +69,18 @@ TEST_F(LidSleepLeaseKeeperTest, GrantsAtMostThirtySecondsAndOnlyForAnEndAhead) {
   EXPECT_EQ(k.term(in(10)), (LidLeaseTerm{in(10), 1010}));
   EXPECT_EQ(k.term(in(3600)), (LidLeaseTerm{in(30), 1030}));
   EXPECT_EQ(k.term(in(3600))->expiry, LidSleepLease::expiry(clocks.now()));
+
+  const LidLeaseTerm term{in(10), 1010};
+  clocks.pass(9.5);
+  EXPECT_FALSE(k.hasLapsed(term));
+  clocks.setWallClock(0.5);  // wall clock at the end, uptime not yet
+  EXPECT_TRUE(k.hasLapsed(term));
+  clocks.setWallClock(-60);  // uptime at the end, wall clock far before
+  clocks.uptime->current = 1010;
+  EXPECT_TRUE(k.hasLapsed(term));
 }
 
-TEST_F(LidSleepLeaseKeeperTest, RenewingHoldsOneAndAnEndOfNowPutsZeroBack) {
+TEST_F(LidSleepLeaseKeeperTest, RenewingHoldsOneWritingOnlyWhenNeededAndAnEndOfNowPutsZeroBack) {
   auto& k = makeKeeper();
   k.renew(in(3600));
   EXPECT_TRUE(setting->value);
@@ -84,21 +93,17 @@ TEST_F(LidSleepLeaseKeeperTest, RenewingHoldsOneAndAnEndOfNowPutsZeroBack) {
   EXPECT_FALSE(k.isSleepDisabled());
   EXPECT_EQ(k.leaseExpiry(), std::nullopt);
   EXPECT_EQ(k.leaseUptimeExpiry(), std::nullopt);
+
+  k.renew(in(30));
+  const auto before = writes();
+  clocks.pass(10);
+  k.checkLease();
+  k.renew(in(30));  // same value: no write needed
+  EXPECT_EQ(writes(), before);
+  EXPECT_EQ(k.leaseExpiry(), in(30));
 }
 
-TEST_F(LidSleepLeaseKeeperTest, ATermLapsesAtEitherEnd) {
-  auto& k = makeKeeper();
-  const LidLeaseTerm term{in(10), 1010};
-  clocks.pass(9.5);
-  EXPECT_FALSE(k.hasLapsed(term));
-  clocks.setWallClock(0.5);  // wall clock at the end, uptime not yet
-  EXPECT_TRUE(k.hasLapsed(term));
-  clocks.setWallClock(-60);  // uptime at the end, wall clock far before
-  clocks.uptime->current = 1010;
-  EXPECT_TRUE(k.hasLapsed(term));
-}
-
-TEST_F(LidSleepLeaseKeeperTest, AClockSetBackDoesNotStretchTheLease) {
+TEST_F(LidSleepLeaseKeeperTest, AClockSetBackDoesNotStretchTheLeaseButASleepPastTheEndEndsItOnTheFirstCheck) {
   auto& k = makeKeeper();
   k.renew(in(3600));
   clocks.setWallClock(-3600);
@@ -109,26 +114,12 @@ TEST_F(LidSleepLeaseKeeperTest, AClockSetBackDoesNotStretchTheLease) {
   k.checkLease();
   EXPECT_FALSE(setting->value);
   EXPECT_EQ(k.leaseExpiry(), std::nullopt);
-}
 
-TEST_F(LidSleepLeaseKeeperTest, ASleepPastTheEndEndsTheLeaseOnTheFirstCheck) {
-  auto& k = makeKeeper();
   k.renew(in(30));
   clocks.sleep(3600);  // uptime stands still, the wall clock does not
   k.checkLease();
   EXPECT_FALSE(setting->value);
   EXPECT_FALSE(k.isSleepDisabled());
-}
-
-TEST_F(LidSleepLeaseKeeperTest, CheckingAnUnlapsedHeldLeaseWritesNothing) {
-  auto& k = makeKeeper();
-  k.renew(in(30));
-  const auto before = writes();
-  clocks.pass(10);
-  k.checkLease();
-  k.renew(in(30));  // same value: no write needed
-  EXPECT_EQ(writes(), before);
-  EXPECT_EQ(k.leaseExpiry(), in(30));
 }
 
 TEST_F(LidSleepLeaseKeeperTest, AFailingWriteIsRetriedNoMoreOftenThanEveryQuarterSecond) {
@@ -174,13 +165,18 @@ TEST_F(LidSleepLeaseKeeperTest, ANewWantedValueIsNotHeldBackByTheSpacing) {
   EXPECT_EQ(k.lastError(), nullptr);
 }
 
-TEST_F(LidSleepLeaseKeeperTest, AFailedRestoreIsRetriedWithoutALease) {
+TEST_F(LidSleepLeaseKeeperTest, AFailedRestoreIsRetriedWithoutALeaseAndNothingReadMeanwhile) {
   auto& k = makeKeeper();
   k.renew(in(30));
   setting->writeError = "busy";
   k.revoke();
   EXPECT_TRUE(setting->value);
   EXPECT_EQ(k.leaseExpiry(), std::nullopt);
+  setting->value = false;  // would look like a change elsewhere if read
+  EXPECT_EQ(k.readStanding(), Standing::asWritten());
+  EXPECT_EQ(setting->readCount, 0);
+
+  setting->value = true;
   setting->writeError.reset();
   clocks.pass(0.25);
   k.checkLease();
@@ -229,16 +225,6 @@ TEST_F(LidSleepLeaseKeeperTest, AFailedReadIsReportedOnlyWhenNotHoldingOne) {
   EXPECT_TRUE(setting->value);
 }
 
-TEST_F(LidSleepLeaseKeeperTest, NoReadWhileTheOwnWriteIsFailing) {
-  auto& k = makeKeeper();
-  k.renew(in(30));
-  setting->writeError = "busy";
-  k.revoke();
-  setting->value = false;  // would look like a change elsewhere if read
-  EXPECT_EQ(k.readStanding(), Standing::asWritten());
-  EXPECT_EQ(setting->readCount, 0);
-}
-
 class RevokeBeforeExitTest : public LidSleepLeaseKeeperTest {
  protected:
   bool revokeBeforeExit(int stopAfterChecks, int succeedAfterPauses = -1) {
@@ -255,16 +241,14 @@ class RevokeBeforeExitTest : public LidSleepLeaseKeeperTest {
   int pauses = 0;
 };
 
-TEST_F(RevokeBeforeExitTest, AFirstWriteThatSucceedsEndsAtOnce) {
+TEST_F(RevokeBeforeExitTest, AFirstWriteThatSucceedsEndsAtOnceWhateverTheRetrySpacing) {
   makeKeeper().renew(in(30));
   EXPECT_TRUE(revokeBeforeExit(0));
   EXPECT_FALSE(setting->value);
   EXPECT_EQ(keeper->leaseExpiry(), std::nullopt);
   EXPECT_EQ(stopChecks, 0);
   EXPECT_EQ(pauses, 0);
-}
 
-TEST_F(RevokeBeforeExitTest, TheFirstTryIgnoresTheRetrySpacing) {
   auto& k = makeKeeper();
   k.renew(in(30));
   setting->writeError = "busy";
