@@ -18,7 +18,7 @@ FixedSymbolMetrics mugSymbols() {
   return symbols;
 }
 
-TEST(AwakeGlyphTest, NoSizeGivesAnEmptyImage) {
+TEST(AwakeGlyphTest, NoSizeOrNoSymbolGivesAnEmptyImage) {
   const auto symbols = mugSymbols();
   for (const auto vessel : {Vessel::mug, Vessel::doubleMug}) {
     for (const double pointSize : {0.0, -5.0, std::nan(""), HUGE_VAL}) {
@@ -29,6 +29,8 @@ TEST(AwakeGlyphTest, NoSizeGivesAnEmptyImage) {
   }
   // round(0.5 × 0.96) is 0 points high.
   EXPECT_TRUE(AwakeGlyph(Vessel::mug, true).image(0.5, symbols).isEmpty());
+
+  EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
 }
 
 TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspect) {
@@ -86,10 +88,6 @@ TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
   const auto filled = AwakeGlyph(Vessel::doubleMug, true).image(15, symbols);
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[0].content), SystemSymbol::mugFill(15));
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[2].content), SystemSymbol::mugFill(15));
-}
-
-TEST(AwakeGlyphTest, DoubleMugWithoutTheSymbolIsEmpty) {
-  EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
 }
 
 TEST(AwakeGlyphTest, EveryStateIsADistinctKey) {

@@ -88,7 +88,7 @@ std::string paints(const GlyphDrawing& drawing) {
 
 GlyphRect glyphRect(double height) { return {0, 0, std::round(height * LaptopGlyph::aspect), height}; }
 
-TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholds) {
+TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndNoHeightIsBlunt) {
   EXPECT_EQ(LaptopGlyph::detail(7), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(7.99), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(8), Detail::plain);
@@ -97,33 +97,26 @@ TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholds) {
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit - 0.01), Detail::plain);
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit + 0.01), Detail::full);
   EXPECT_EQ(LaptopGlyph::detail(64), Detail::full);
-}
 
-TEST(LaptopGlyphDetailTest, NoHeightIsBlunt) {
   EXPECT_EQ(LaptopGlyph::detail(0), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(-20), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(std::nan("")), Detail::blunt);
 }
 
-TEST(LaptopGlyphPlacementTest, UnsnappedFootIsTheGapAboveTheInk) {
+TEST(LaptopGlyphPlacementTest, TheFootIsTheGapAboveTheInkSnappedClearOfTheLaptopBelowTheTopLine) {
+  // Unsnapped, the foot is the gap above the ink.
   EXPECT_DOUBLE_EQ(Placement::footY(10, 3, 0.5), 3 + 5.725);
   EXPECT_DOUBLE_EQ(Placement::footY(10, 3, 0.5, 0.0), 3 + 5.725);
-}
 
-TEST(LaptopGlyphPlacementTest, SnappedFootClearOfTheLaptopStaysRounded) {
   // 8.725 rounds to 9, well above the laptop's top at 5.
   EXPECT_DOUBLE_EQ(Placement::footY(10, 0, 0.8, 1.0), 9);
-}
 
-TEST(LaptopGlyphPlacementTest, SnappedFootTouchingTheLaptopIsRaisedOnePixelAboveIt) {
   // 4.925 rounds to 5, the laptop's top line; the foot goes to 6.
   EXPECT_DOUBLE_EQ(Placement::footY(10, 0, 0.42, 1.0), 6);
   // At 2x from a bottom of 0.25 pt: foot 5.425 px rounds to 5, line A is at
   // 5 px, so the foot is raised to 6 px, 3 pt.
   EXPECT_DOUBLE_EQ(Placement::footY(5, 0.25, 0.42, 2.0), 3);
-}
 
-TEST(LaptopGlyphPlacementTest, FootIsNotRaisedPastTheTopLine) {
   // One pixel to a unit: the lowest clear foot, 2 px above line B, would not
   // stay a pixel below the top line at 2 px, so the rounded foot stays.
   EXPECT_DOUBLE_EQ(Placement::footY(1, 0, 0.42, 1.0), 0);
@@ -189,16 +182,15 @@ TEST(LaptopGlyphDrawTest, InkReachesTheHandleUnlessBlunt) {
   EXPECT_NEAR(bluntInk.minX - in.x, in.maxX() - bluntInk.maxX, 1e-9);
 }
 
-TEST(LaptopGlyphDrawTest, FilledLaptopSplitsIntoBaseAndLidOnlyAtFullDetail) {
+TEST(LaptopGlyphDrawTest, FilledLaptopSplitsIntoBaseAndLidOnlyAtFullDetailAndNoRoomDrawsNothing) {
   const GlyphRect in = glyphRect(64);
   // Laptop slabs, handle ring, body.
   EXPECT_EQ(paints(LaptopGlyph::draw(true, in, Detail::full, 1)), "FFSF");
   EXPECT_EQ(paints(LaptopGlyph::draw(true, in, Detail::plain, 1)), "FSF");
   // Outlined: the body clears the handle's ring out of itself, then its wall.
   EXPECT_EQ(paints(LaptopGlyph::draw(false, in, Detail::plain, 1)), "SSES");
-}
 
-TEST(LaptopGlyphDrawTest, NoRoomDrawsNothing) {
+  // No room draws nothing.
   EXPECT_TRUE(LaptopGlyph::draw(true, {0, 0, 0, 14}, Detail::full, 2).operations().empty());
   EXPECT_TRUE(LaptopGlyph::draw(true, {0, 0, 21, -1}, Detail::full, 2).operations().empty());
   EXPECT_TRUE(LaptopGlyph::draw(true, {0, 0, std::nan(""), 14}, Detail::full, 2).operations().empty());

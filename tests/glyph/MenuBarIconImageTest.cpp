@@ -31,14 +31,7 @@ const GlyphImage::Part& badgeOf(const GlyphImage& image) {
   return badge;
 }
 
-TEST(MenuBarIconImageTest, GlyphIsTheMugPairInDeepwakeAndFilledWhenOn) {
-  using Vessel = AwakeGlyph::Vessel;
-  EXPECT_EQ(MenuBarIcon::current(false, std::nullopt, true).glyph(), AwakeGlyph(Vessel::mug, false));
-  EXPECT_EQ((MenuBarIcon{true, true, false}).glyph(), AwakeGlyph(Vessel::mug, true));
-  EXPECT_EQ((MenuBarIcon{true, false, true}).glyph(), AwakeGlyph(Vessel::doubleMug, true));
-}
-
-TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOn) {
+TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOnAndTheMugPairInDeepwake) {
   const auto symbols = systemSymbols();
   for (const bool on : {false, true}) {
     const auto image = MenuBarIcon{on, false, false}.image(LayoutDirection::leftToRight, symbols);
@@ -47,6 +40,11 @@ TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOn) {
     ASSERT_EQ(image.parts.size(), 1u);
     EXPECT_EQ(std::get<GlyphImage::VesselOnLaptop>(image.parts[0].content).filled, on);
   }
+
+  using Vessel = AwakeGlyph::Vessel;
+  EXPECT_EQ(MenuBarIcon::current(false, std::nullopt, true).glyph(), AwakeGlyph(Vessel::mug, false));
+  EXPECT_EQ((MenuBarIcon{true, true, false}).glyph(), AwakeGlyph(Vessel::mug, true));
+  EXPECT_EQ((MenuBarIcon{true, false, true}).glyph(), AwakeGlyph(Vessel::doubleMug, true));
 }
 
 TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirection) {
@@ -96,7 +94,7 @@ TEST(MenuBarIconImageTest, DeepwakeShowsTheMugPairOverlappedOneMorePoint) {
   }
 }
 
-TEST(MenuBarIconImageTest, WithoutTheClockSymbolTheGlyphStandsAlone) {
+TEST(MenuBarIconImageTest, WithoutTheClockSymbolTheGlyphStandsAloneAndWithoutTheMugsThereIsNoImage) {
   FixedSymbolMetrics noClock;
   noClock.sizes = {{"mug.fill", {17.5, 14}}};
   const MenuBarIcon timed{true, true, false};
@@ -106,9 +104,7 @@ TEST(MenuBarIconImageTest, WithoutTheClockSymbolTheGlyphStandsAlone) {
   const MenuBarIcon deepwake{true, false, true};
   EXPECT_EQ(timedDeepwake.image(LayoutDirection::rightToLeft, noClock),
             deepwake.image(LayoutDirection::rightToLeft, noClock));
-}
 
-TEST(MenuBarIconImageTest, NoMugSymbolsMeansNoImageAndNoBadge) {
   FixedSymbolMetrics clockOnly;
   clockOnly.sizes = {{"clock.fill", {9, 9}}};
   const auto image = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, clockOnly);

@@ -28,7 +28,7 @@ class LoginItemControllerTest : public ::testing::Test {
   int changes = 0;
 };
 
-TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystem) {
+TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystemAndTheLocationIsAskedEachTime) {
   auto controller = make(LoginItemState::disabled);
   EXPECT_FALSE(controller->isEnabled());
   EXPECT_FALSE(controller->isRegistered());
@@ -45,6 +45,10 @@ TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystem) {
   EXPECT_EQ(item->unregisterCount, 1);
   EXPECT_EQ(controller->state(), LoginItemState::disabled);
   EXPECT_EQ(changes, 2);
+
+  EXPECT_TRUE(controller->isAtStableLocation());
+  item->setIsAtStableLocation(false);
+  EXPECT_FALSE(controller->isAtStableLocation());
 }
 
 TEST_F(LoginItemControllerTest, ARegistrationWaitingForApprovalIsRegisteredButNotEnabled) {
@@ -137,13 +141,6 @@ TEST_F(LoginItemControllerTest, ARepairThatFailsOrEndsElsewhereIsReported) {
   LoginItemController moved(shared, true);
   EXPECT_EQ(moved.lastFailure(), std::nullopt);
   EXPECT_TRUE(moved.needsApproval());
-}
-
-TEST_F(LoginItemControllerTest, StableLocationIsAskedEachTime) {
-  auto controller = make(LoginItemState::disabled);
-  EXPECT_TRUE(controller->isAtStableLocation());
-  item->setIsAtStableLocation(false);
-  EXPECT_FALSE(controller->isAtStableLocation());
 }
 
 }  // namespace

@@ -53,10 +53,16 @@ TEST_F(PresetDurationsControllerTest, AnUnusableStoredValueReadsAsTheDefaultAndS
   }
 }
 
-TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBack) {
+TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBackUntilPinnedAndThenWithoutAChange) {
   PresetDurationsController controller(store);
   EXPECT_EQ(controller.pinned(), defaultThree);
   EXPECT_TRUE(defaults.values().empty());
+
+  int changes = 0;
+  const auto subscription = controller.observe([&] { ++changes; });
+  controller.pin({twoHours, hour, halfHour});
+  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 3600.0, 7200.0}));
+  EXPECT_EQ(changes, 0);
 }
 
 TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObservers) {
@@ -74,15 +80,6 @@ TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObservers
   EXPECT_EQ(controller.pinned(), std::vector<AwakeDuration>{});
   EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{}));
   EXPECT_EQ(changes, 2);
-}
-
-TEST_F(PresetDurationsControllerTest, PinningTheDefaultStoresItWithoutAChange) {
-  PresetDurationsController controller(store);
-  int changes = 0;
-  const auto subscription = controller.observe([&] { ++changes; });
-  controller.pin({twoHours, hour, halfHour});
-  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 3600.0, 7200.0}));
-  EXPECT_EQ(changes, 0);
 }
 
 TEST_F(PresetDurationsControllerTest, AnInvalidPinChangesNothing) {

@@ -15,15 +15,13 @@ std::optional<std::vector<AwakeDuration>> validated(std::vector<double> seconds)
   return PresetDurations::validated(seconds);
 }
 
-TEST(PresetDurationsTest, ValidChoicesComeBackSorted) {
+TEST(PresetDurationsTest, ValidChoicesComeBackSortedAndOthersAreRejected) {
   EXPECT_EQ(validated({7200, 1800}), (std::vector<AwakeDuration>{halfHour, twoHours}));
   EXPECT_EQ(validated({28800, 3600, 21600}), (std::vector<AwakeDuration>{hour, sixHours, eightHours}));
   EXPECT_EQ(validated({14400}), (std::vector<AwakeDuration>{fourHours}));
   // No stars at all is a choice too: the panel then offers no presets.
   EXPECT_EQ(validated({}), std::vector<AwakeDuration>{});
-}
 
-TEST(PresetDurationsTest, ChoicesOutsideTheRulesAreRejected) {
   EXPECT_EQ(validated({1800, 3600, 7200, 14400}), std::nullopt);
   EXPECT_EQ(validated({1800, 1800}), std::nullopt);
   EXPECT_EQ(validated({900}), std::nullopt);
@@ -34,16 +32,6 @@ TEST(PresetDurationsTest, ChoicesOutsideTheRulesAreRejected) {
   EXPECT_EQ(validated({std::numeric_limits<double>::infinity()}), std::nullopt);
   // One bad value spoils the rest.
   EXPECT_EQ(validated({1800, 3600, 901}), std::nullopt);
-}
-
-TEST(PresetDurationsTest, StoredSecondsFallBackToTheDefaultThree) {
-  EXPECT_EQ(PresetDurations::pinnedFromSeconds(std::nullopt), defaultThree);
-  EXPECT_EQ(PresetDurations::pinnedFromSeconds(std::vector<double>{1800, 1800}), defaultThree);
-  EXPECT_EQ(PresetDurations::pinnedFromSeconds(std::vector<double>{1800, 3600, 7200, 14400}), defaultThree);
-  EXPECT_EQ(PresetDurations::pinnedFromSeconds(std::vector<double>{900}), defaultThree);
-  EXPECT_EQ(PresetDurations::pinnedFromSeconds(std::vector<double>{7200, 1800}),
-            (std::vector<AwakeDuration>{halfHour, twoHours}));
-  EXPECT_EQ(PresetDurations::pinnedFromSeconds(std::vector<double>{}), std::vector<AwakeDuration>{});
 }
 
 TEST(PresetDurationsTest, ConstructionTakesAValidChoiceOrTheDefault) {

@@ -12,7 +12,7 @@ using testing::rfcPublicKey;
 using testing::rfcSeed;
 using testing::verifies;
 
-TEST(SparkleSigningKeyTest, SeedFileGivesTheStandardKeyPairAndSignature) {
+TEST(SparkleSigningKeyTest, SeedFileGivesTheStandardKeyPairAndSignatureAndTheVerifierAcceptsSparklesOwn) {
   // generate_keys -x writes the base64 alone; a line break after it is
   // what an editor or a secret store may add.
   const auto key = SparkleSigningKey::fromExportedKey(std::string(rfcSeed) + "\n");
@@ -20,16 +20,14 @@ TEST(SparkleSigningKeyTest, SeedFileGivesTheStandardKeyPairAndSignature) {
   const auto& signingKey = std::get<SparkleSigningKey>(key);
   EXPECT_EQ(signingKey.publicKey(), rfcPublicKey);
   EXPECT_EQ(signingKey.sign("\x72"), testing::rfcSignatureOf72);
-}
 
-TEST(SparkleSigningKeyTest, VerifierAcceptsSparklesOwnPublishedSignature) {
   // Sparkle's SUSignatureVerifierTest: its key, and its signature of
   // Tests/Resources/signed-test-file.txt, which holds "Hello World!\n".
-  constexpr std::string_view key = "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs=";
+  constexpr std::string_view sparkleKey = "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs=";
   constexpr std::string_view signature =
       "EIawm2YkDZ2gBfkEMF2+1VuuTeXnCGZOdnMdVgPPvDZioq7bvDayXqKkIIzSjKMmeFdcFJOHdnba5ZV60+gPBw==";
-  EXPECT_TRUE(verifies(key, "Hello World!\n", signature));
-  EXPECT_FALSE(verifies(key, "Hello World!\r\n", signature));
+  EXPECT_TRUE(verifies(sparkleKey, "Hello World!\n", signature));
+  EXPECT_FALSE(verifies(sparkleKey, "Hello World!\r\n", signature));
   EXPECT_FALSE(verifies(rfcPublicKey, "Hello World!\n", signature));
 }
 
