@@ -28,7 +28,7 @@ TEST(ObservationTest, PublishedSignalsOnlyRealChanges) {
   EXPECT_EQ(until.get(), std::nullopt);
 }
 
-TEST(ObservationTest, DroppingTheSubscriptionEndsTheObservation) {
+TEST(ObservationTest, DroppingTheSubscriptionEndsTheObservationAndItMayOutliveItsSignal) {
   ChangeSignal signal;
   int changes = 0;
   auto subscription = signal.observe([&] { ++changes; });
@@ -36,6 +36,12 @@ TEST(ObservationTest, DroppingTheSubscriptionEndsTheObservation) {
   subscription = Subscription();
   signal.notify();
   EXPECT_EQ(changes, 1);
+
+  {
+    ChangeSignal shortLived;
+    subscription = shortLived.observe([] {});
+  }
+  subscription.cancel();  // must not touch the signal that is gone
 }
 
 TEST(ObservationTest, ObserversMayCancelThemselvesOrOthersWhileBeingTold) {
@@ -51,16 +57,6 @@ TEST(ObservationTest, ObserversMayCancelThemselvesOrOthersWhileBeingTold) {
   signal.notify();
   EXPECT_EQ(first, 2);
   EXPECT_EQ(second, 0);
-}
-
-TEST(ObservationTest, ASubscriptionMayOutliveItsSignal) {
-  Subscription subscription;
-  {
-    ChangeSignal signal;
-    subscription = signal.observe([] {});
-  }
-  subscription.cancel();  // must not touch the signal that is gone
-  SUCCEED();
 }
 
 TEST(WeakSelfTest, CallbacksDoNothingOnceTheObjectIsGone) {

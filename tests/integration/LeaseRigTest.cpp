@@ -31,7 +31,7 @@ class LeaseRigTest : public ::testing::Test {
   RigProcess rig;
 };
 
-TEST_F(LeaseRigTest, GrantedLeaseIsHeldInTheRigFileUntilRevoked) {
+TEST_F(LeaseRigTest, AGrantedLeaseIsHeldInTheRigFileUntilRevokedAndTwoClientsMergeIntoOne) {
   RigClient client(rig.socketPath);
   ASSERT_TRUE(client.connected());
   const double deadline = inSeconds(20);
@@ -47,9 +47,8 @@ TEST_F(LeaseRigTest, GrantedLeaseIsHeldInTheRigFileUntilRevoked) {
 
   EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
   EXPECT_FALSE(rig.leaseFileExists());
-}
 
-TEST_F(LeaseRigTest, TwoClientsAreMergedIntoOneLease) {
+  // Two clients are merged into one lease.
   RigClient first(rig.socketPath), second(rig.socketPath);
   const double early = inSeconds(10), late = inSeconds(20);
   EXPECT_EQ(first.ask(RigWire::renewLine(early)), "");
@@ -62,7 +61,7 @@ TEST_F(LeaseRigTest, TwoClientsAreMergedIntoOneLease) {
   EXPECT_FALSE(rig.leaseFileExists());
 }
 
-TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTerm) {
+TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTermAndALapsedLeaseEndsWithoutAnyRequest) {
   RigClient stays(rig.socketPath);
   {
     RigClient vanishes(rig.socketPath);
@@ -71,11 +70,9 @@ TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTerm) {
   }
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s));
   EXPECT_EQ(stays.ask(std::string(RigWire::revokeLine)), "");  // still served
-}
 
-TEST_F(LeaseRigTest, ALapsedLeaseRemovesTheFileWithoutAnyRequest) {
-  RigClient client(rig.socketPath);
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(0.5))), "");
+  // A lapsed lease ends without any request.
+  EXPECT_EQ(stays.ask(RigWire::renewLine(inSeconds(0.5))), "");
   EXPECT_TRUE(rig.leaseFileExists());
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s));
 }
@@ -138,14 +135,12 @@ TEST_F(LeaseRigTest, ALeaseEndingWithTheLidShutAsksForSleepAndWithItOpenDoesNot)
   EXPECT_NE(rig.log().find("asked the system to sleep"), std::string::npos) << rig.log();
 }
 
-TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2) {
+TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2AndAnUnusableSocketPathAClearErrorAndStatus1) {
   RigProcess rig(std::vector<std::string>{"--rig", "--socket", "/tmp/x.sock", "--allow-uid", "nobody"});
   EXPECT_EQ(rig.waitForExit(5s), 2);
   EXPECT_NE(rig.log().find("--allow-uid needs a user id"), std::string::npos) << rig.log();
   EXPECT_NE(rig.log().find("usage: WakeloftLidHelper --rig --socket PATH"), std::string::npos) << rig.log();
-}
 
-TEST(LeaseRigStartTest, AnUnusableSocketPathIsAClearErrorAndStatus1) {
   RigProcess missingFolder(std::vector<std::string>{"--rig", "--socket", "/nonexistent-folder/rig.sock"});
   EXPECT_EQ(missingFolder.waitForExit(5s), 1);
   EXPECT_NE(missingFolder.log().find("cannot serve on /nonexistent-folder/rig.sock"), std::string::npos)

@@ -76,7 +76,7 @@ class SocketLidSleepBlockerTest : public ::testing::Test {
       std::make_shared<RigLidHelperRegistration>(), rig.socketPath, getuid(), shortReplyTimeout);
 };
 
-TEST_F(SocketLidSleepBlockerTest, GrantedRenewalIsInTheRigFileAndRevokeTakesItOut) {
+TEST_F(SocketLidSleepBlockerTest, GrantedRenewalIsInTheRigFileRevokeTakesItOutAndARefusalComesBackAsItsReason) {
   EXPECT_NO_THROW(blocker->prepare());
   const Date deadline = inSeconds(20);
   const auto granted = renew(deadline);
@@ -88,9 +88,7 @@ TEST_F(SocketLidSleepBlockerTest, GrantedRenewalIsInTheRigFileAndRevokeTakesItOu
   EXPECT_TRUE(revoked.arrived && !revoked.error);
   EXPECT_FALSE(blocker->isEngaged());
   EXPECT_FALSE(rig.leaseFileExists());
-}
 
-TEST_F(SocketLidSleepBlockerTest, ARefusalComesBackAsItsReason) {
   const auto refused = renew(Date::fromSecondsSince1970(std::numeric_limits<double>::infinity()));
   ASSERT_EQ(refused.kind(), LidSleepBlockerError::Kind::helperRefused);
   try {

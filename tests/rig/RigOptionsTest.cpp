@@ -16,20 +16,18 @@ std::string refusal(const std::vector<std::string>& arguments) {
   return std::holds_alternative<RigOptions::Error>(result) ? std::get<RigOptions::Error>(result).message : "accepted";
 }
 
-TEST(RigOptionsTest, DefaultsFillWhatIsNotGiven) {
+TEST(RigOptionsTest, DefaultsFillWhatIsNotGivenAndEveryOptionGoesInAnyOrder) {
   const auto options = parsed({"--rig", "--socket", "/tmp/s"});
   EXPECT_EQ(options.socketPath, "/tmp/s");
   EXPECT_EQ(options.rigFilePath, "/tmp/wakeloft-lid-rig.lease");
   EXPECT_EQ(options.lidFilePath, std::nullopt);
   EXPECT_EQ(options.allowedUid, 1000u);
-}
 
-TEST(RigOptionsTest, EveryOptionInAnyOrder) {
-  const auto options = parsed({"--allow-uid", "0", "--lid-file", "/l", "--socket", "/s", "--rig-file", "/r", "--rig"});
-  EXPECT_EQ(options.socketPath, "/s");
-  EXPECT_EQ(options.rigFilePath, "/r");
-  EXPECT_EQ(options.lidFilePath, "/l");
-  EXPECT_EQ(options.allowedUid, 0u);
+  const auto every = parsed({"--allow-uid", "0", "--lid-file", "/l", "--socket", "/s", "--rig-file", "/r", "--rig"});
+  EXPECT_EQ(every.socketPath, "/s");
+  EXPECT_EQ(every.rigFilePath, "/r");
+  EXPECT_EQ(every.lidFilePath, "/l");
+  EXPECT_EQ(every.allowedUid, 0u);
 }
 
 TEST(RigOptionsTest, BadArgumentsSayWhatIsWrong) {

@@ -9,15 +9,13 @@ namespace {
 
 const std::optional<Date> deadline = Date::fromSecondsSince1970(1'700'000'000);
 
-TEST(AwakeExplanationTest, OffSleepsNormallyWhateverIsLeftOver) {
+TEST(AwakeExplanationTest, OffSleepsNormallyWhateverIsLeftOverAndOnTellsLidAndDeadlineApart) {
   for (const auto& until : {std::optional<Date>(), deadline}) {
     for (const bool lid : {false, true}) {
       EXPECT_EQ(AwakeExplanation::describing(false, until, lid), AwakeExplanation::sleepsNormally);
     }
   }
-}
 
-TEST(AwakeExplanationTest, OnTellsLidAndDeadlineApart) {
   EXPECT_EQ(AwakeExplanation::describing(true, std::nullopt, false), AwakeExplanation::awakeIndefinitely);
   EXPECT_EQ(AwakeExplanation::describing(true, deadline, false), AwakeExplanation::awakeUntilSessionEnds);
   EXPECT_EQ(AwakeExplanation::describing(true, std::nullopt, true), AwakeExplanation::awakeWithLidClosedIndefinitely);
@@ -31,16 +29,14 @@ TEST(AwakeSessionControlsTest, CancelOnlyARunningTimer) {
   EXPECT_EQ(AwakeSessionControls::shown(false, std::nullopt), AwakeSessionControls::presets);
 }
 
-TEST(MenuBarIconTest, OffShowsNothingElseAndIsSpokenAsOff) {
+TEST(MenuBarIconTest, OffShowsNothingElseOnABadgeForADeadlineAndTheLidMode) {
   const auto icon = MenuBarIcon::current(false, deadline, true);
   EXPECT_FALSE(icon.isOn);
   EXPECT_FALSE(icon.showsTimerBadge);
   EXPECT_FALSE(icon.keepsLidClosedAwake);
   EXPECT_EQ(icon.spokenLabel(), MenuBarIcon::SpokenLabel::off);
   EXPECT_EQ((MenuBarIcon{false, true, true}).spokenLabel(), MenuBarIcon::SpokenLabel::off);
-}
 
-TEST(MenuBarIconTest, OnShowsBadgeForADeadlineAndTheLidMode) {
   using Label = MenuBarIcon::SpokenLabel;
   EXPECT_EQ(MenuBarIcon::current(true, std::nullopt, false), (MenuBarIcon{true, false, false}));
   EXPECT_EQ(MenuBarIcon::current(true, deadline, true), (MenuBarIcon{true, true, true}));

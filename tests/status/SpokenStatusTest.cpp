@@ -7,7 +7,7 @@
 namespace wakeloft {
 namespace {
 
-TEST(SpokenStatusTest, FollowsTheSessionAndItsRemainingTime) {
+TEST(SpokenStatusTest, FollowsTheSessionAndItsRemainingTimeEqualOnlyWithEqualTimeLeft) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   const struct {
     bool isOn;
@@ -33,9 +33,7 @@ TEST(SpokenStatusTest, FollowsTheSessionAndItsRemainingTime) {
         << c.isOn << " " << c.remaining.value_or(-1);
   }
   EXPECT_EQ(SpokenStatus::describing(true, 119).left(), std::optional(AwakeDuration{60}));
-}
 
-TEST(SpokenStatusTest, EqualOnlyWithEqualTimeLeft) {
   EXPECT_NE(SpokenStatus::timeLeft({60}), SpokenStatus::timeLeft({120}));
   EXPECT_NE(SpokenStatus::timeLeft({60}), SpokenStatus::on());
   EXPECT_EQ(SpokenStatus::on().left(), std::nullopt);
