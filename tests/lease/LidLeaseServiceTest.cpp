@@ -87,18 +87,6 @@ TEST_F(LidLeaseServiceTest, OneClientsRevocationNeverEndsAnothersLease) {
   EXPECT_TRUE(service.holders().empty());
 }
 
-TEST_F(LidLeaseServiceTest, RequestsAreHandledByKind) {
-  EXPECT_EQ(service.handle(LidLeaseRequest::renew(in(30)), 1), std::nullopt);
-  EXPECT_EQ(service.handle(LidLeaseRequest::renew(in(30)), 2), std::nullopt);
-  EXPECT_EQ(service.handle(LidLeaseRequest::renew(std::numeric_limits<double>::quiet_NaN()), 3), notANumber);
-  // A connection that went away counts as a revocation.
-  EXPECT_EQ(service.handle(LidLeaseRequest::disconnect(), 1), std::nullopt);
-  EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{2}));
-  EXPECT_EQ(service.handle(LidLeaseRequest::revoke(), 2), std::nullopt);
-  EXPECT_TRUE(service.holders().empty());
-  EXPECT_FALSE(setting->value);
-}
-
 TEST_F(LidLeaseServiceTest, TheHeldLeaseTakesTheLatestOfEachEndSeparatelyAndASleepPastThemEndsThemAtTheNextCheck) {
   const Date start = clocks.now();
   service.renew(in(30), 1);  // wall start+30, uptime 1030

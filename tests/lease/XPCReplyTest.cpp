@@ -40,15 +40,6 @@ struct Deliveries {
 
 std::shared_ptr<Deliveries> makeDeliveries() { return std::make_shared<Deliveries>(); }
 
-TEST(XPCReplyTest, OutcomesCompareByCaseAndReplyText) {
-  EXPECT_EQ(Outcome::replied(std::nullopt), Outcome::replied(std::nullopt));
-  EXPECT_EQ(Outcome::replied("no"), Outcome::replied("no"));
-  EXPECT_NE(Outcome::replied("no"), Outcome::replied(std::nullopt));
-  EXPECT_NE(Outcome::replied("no"), Outcome::replied("No"));
-  EXPECT_NE(Outcome::unanswered(), Outcome::failed());
-  EXPECT_NE(Outcome::replied(std::nullopt), Outcome::unanswered());
-}
-
 TEST(XPCReplyTest, AnOutcomeIsDeliveredLaterOnTheMainLoopFromAnyThread) {
   auto deliveries = makeDeliveries();
   auto reply = XPCReply::make(deliveries->callback(deliveries));

@@ -20,13 +20,20 @@ using testing::pumpMainLoopUntil;
 
 Date inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds); }
 
-TEST(TimerDeadlineSchedulerTest, ASecondScheduleReplacesTheFirst) {
+TEST(TimerDeadlineSchedulerTest, ASecondScheduleReplacesTheFirstAndAnActionMayScheduleAgain) {
   TimerDeadlineScheduler scheduler;
   std::vector<int> fired;
   scheduler.schedule(inSeconds(0.06), [&] { fired.push_back(1); });
   scheduler.schedule(inSeconds(0.12), [&] { fired.push_back(2); });
   pumpMainLoopFor(0.3);
   EXPECT_EQ(fired, std::vector<int>{2});
+
+  std::function<void()> again = [&] {
+    fired.push_back(3);
+    if (fired.size() < 4) scheduler.schedule(inSeconds(0), again);
+  };
+  scheduler.schedule(inSeconds(0), again);
+  EXPECT_TRUE(pumpMainLoopUntil([&] { return fired.size() == 4; }, 1));
 }
 
 TEST(TimerDeadlineSchedulerTest, APastDeadlineFiresAfterTheFloorOnTheMainThread) {
@@ -59,24 +66,12 @@ TEST(TimerDeadlineSchedulerTest, CancelledOrDestroyedTimersDoNotFire) {
   EXPECT_FALSE(fired);
 }
 
-TEST(TimerDeadlineSchedulerTest, AnActionMayScheduleAgain) {
-  TimerDeadlineScheduler scheduler;
-  int fired = 0;
-  std::function<void()> again = [&] {
-    if (++fired < 3) scheduler.schedule(inSeconds(0), again);
-  };
-  scheduler.schedule(inSeconds(0), again);
-  EXPECT_TRUE(pumpMainLoopUntil([&] { return fired == 3; }, 1));
-}
-
-TEST(MainRunLoopTest, WorkPostedOnTheMainThreadWaitsForTheNextTurn) {
+TEST(MainRunLoopTest, WorkPostedOnTheMainThreadWaitsForTheNextTurnAndFromOtherThreadsRunsThereInOrder) {
   bool ran = false;
   MainRunLoop::perform([&] { ran = true; });
   EXPECT_FALSE(ran);
   EXPECT_TRUE(pumpMainLoopUntil([&] { return ran; }, 1));
-}
 
-TEST(MainRunLoopTest, WorkFromOtherThreadsRunsOnTheMainThreadInOrder) {
   std::vector<int> order;
   std::atomic<bool> allOnMain = true;
   std::thread poster([&] {

@@ -233,7 +233,7 @@ TEST_F(AwakeControllerTest, ATimerOutlivingItsControllerDoesNothing) {
 
 // Start-up: what each stored form does at launch.
 
-TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerWithoutSavingIt) {
+TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadlineWithoutSavingIt) {
   struct CountingStore final : AwakeIntentStore {
     StoredAwakeIntent load() const override { return StoredAwakeIntent::intent(AwakeIntent::indefinite()); }
     void save(const AwakeIntent&) override { ++saves; }
@@ -245,16 +245,14 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerWithoutSavingIt) {
   EXPECT_TRUE(awake.isRequested());
   EXPECT_EQ(awake.activeUntil(), std::nullopt);
   EXPECT_EQ(counting->saves, 0);
-}
 
-TEST_F(AwakeControllerTest, LaunchRestoresAFutureDeadline) {
   const Date deadline = now().adding(900);
   store->stored = StoredAwakeIntent::intent(AwakeIntent::until(deadline));
-  auto awake = make();
-  EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(awake->activeUntil(), deadline);
+  auto timed = make();
+  EXPECT_TRUE(timed->isOn());
+  EXPECT_EQ(timed->activeUntil(), deadline);
   EXPECT_EQ(scheduler->pending, deadline);
-  EXPECT_EQ(awake->remaining(), 900);
+  EXPECT_EQ(timed->remaining(), 900);
 }
 
 TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableDeadline) {

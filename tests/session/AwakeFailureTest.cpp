@@ -34,12 +34,6 @@ TEST(AwakeFailureTest, AnyOtherErrorKeepsItsOwnWords) {
   EXPECT_EQ(failure.as<AwakeFailure::Reported>()->message, error.what());
 }
 
-TEST(AwakeFailureTest, EqualOnlyWithEqualPayloads) {
-  EXPECT_NE(AwakeFailure(AwakeFailure::AssertionRefused{1}), AwakeFailure(AwakeFailure::AssertionRefused{2}));
-  EXPECT_NE(AwakeFailure(AwakeFailure::Reported{"a"}), AwakeFailure(AwakeFailure::Reported{"b"}));
-  EXPECT_NE(AwakeFailure(AwakeFailure::LidHelperUnavailable{}), AwakeFailure(AwakeFailure::LidHelperRequiresApproval{}));
-}
-
 TEST(AwakeFailureTest, SystemErrorTypesDescribeThemselvesAsThePlatformWould) {
   EXPECT_STREQ(SleepBlockerError::assertionFailed(5).what(),
                "The operation couldn\u2019t be completed. (WakeloftCore.SleepBlockerError error 0.)");
