@@ -18,7 +18,7 @@ FixedSymbolMetrics mugSymbols() {
   return symbols;
 }
 
-TEST(AwakeGlyphTest, NoSizeOrNoSymbolGivesAnEmptyImage) {
+TEST(AwakeGlyphTest, NoSizeOrNoSymbolGivesAnEmptyImageAndEveryStateIsADistinctKey) {
   const auto symbols = mugSymbols();
   for (const auto vessel : {Vessel::mug, Vessel::doubleMug}) {
     for (const double pointSize : {0.0, -5.0, std::nan(""), HUGE_VAL}) {
@@ -31,9 +31,13 @@ TEST(AwakeGlyphTest, NoSizeOrNoSymbolGivesAnEmptyImage) {
   EXPECT_TRUE(AwakeGlyph(Vessel::mug, true).image(0.5, symbols).isEmpty());
 
   EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
+
+  const std::unordered_set<AwakeGlyph> glyphs{
+      {Vessel::mug, false}, {Vessel::mug, true}, {Vessel::doubleMug, false}, {Vessel::doubleMug, true}};
+  EXPECT_EQ(glyphs.size(), 4u);
 }
 
-TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspect) {
+TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectAndDrawnAtTheDetailOfItsDeviceHeight) {
   const auto symbols = mugSymbols();
   // 16 × 0.96 = 15.36 → 15 high; 15 × 1.4722 = 22.08 → 22 wide.
   const auto image = AwakeGlyph(Vessel::mug, false).image(16, symbols);
@@ -44,12 +48,10 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspect) {
   EXPECT_EQ(image.parts[0].frame, (GlyphRect{0, 0, 22, 15}));
 
   EXPECT_EQ(AwakeGlyph(Vessel::mug, true).image(64, symbols).size, (GlyphSize{90, 61}));
-}
 
-TEST(AwakeGlyphTest, VesselPartDrawsAtTheDetailOfItsDeviceHeight) {
-  const auto image = AwakeGlyph(Vessel::mug, true).image(16, mugSymbols());
-  const auto at1x = image.parts[0].drawing(1);
-  const auto at2x = image.parts[0].drawing(2);
+  const auto filled = AwakeGlyph(Vessel::mug, true).image(16, symbols);
+  const auto at1x = filled.parts[0].drawing(1);
+  const auto at2x = filled.parts[0].drawing(2);
   ASSERT_TRUE(at1x && at2x);
   // 15 px is plain (one laptop slab); 30 px is full (base and lid).
   EXPECT_LT(at1x->operations().size(), at2x->operations().size());
@@ -88,12 +90,6 @@ TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
   const auto filled = AwakeGlyph(Vessel::doubleMug, true).image(15, symbols);
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[0].content), SystemSymbol::mugFill(15));
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[2].content), SystemSymbol::mugFill(15));
-}
-
-TEST(AwakeGlyphTest, EveryStateIsADistinctKey) {
-  const std::unordered_set<AwakeGlyph> glyphs{
-      {Vessel::mug, false}, {Vessel::mug, true}, {Vessel::doubleMug, false}, {Vessel::doubleMug, true}};
-  EXPECT_EQ(glyphs.size(), 4u);
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOnAndTheMugPairIn
   EXPECT_EQ((MenuBarIcon{true, false, true}).glyph(), AwakeGlyph(Vessel::doubleMug, true));
 }
 
-TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirection) {
+TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirectionInARoundedWidth) {
   const auto symbols = systemSymbols();
   const MenuBarIcon icon{true, true, false};
 
@@ -62,9 +62,7 @@ TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirection) {
   EXPECT_EQ(rightToLeft.size, (GlyphSize{28, 18}));
   EXPECT_EQ(rightToLeft.parts[0].frame, (GlyphRect{7, 2, 21, 14}));
   EXPECT_EQ(badgeOf(rightToLeft).frame, (GlyphRect{0, 2, 9, 9}));
-}
 
-TEST(MenuBarIconImageTest, CombinedWidthIsRoundedAndTheBadgeKeepsItsOwnWidth) {
   const auto image = MenuBarIcon{true, true, false}.image(LayoutDirection::leftToRight, systemSymbols(8.6));
   // 21 + 8.6 − 2 = 27.6 → 28; the badge ends at the right edge.
   EXPECT_EQ(image.size.width, 28);

@@ -36,15 +36,13 @@ class BundleVersionTest : public ::testing::Test {
   testing::SystemPropertyListParser parser;
 };
 
-TEST_F(BundleVersionTest, ReadsTheInfoPlistTwoLevelsAboveTheProgramInEitherFormat) {
+TEST_F(BundleVersionTest, ReadsTheInfoPlistTwoLevelsAboveTheProgramInEitherFormatOfAtMostOneMebibyte) {
   writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
   EXPECT_EQ(read(), (BundleVersion{"1.4", "27"}));
 
   writeInfo(binaryPropertyList(info("2.0-beta_1", "2024.11.15")));
   EXPECT_EQ(read(), (BundleVersion{"2.0-beta_1", "2024.11.15"}));
-}
 
-TEST_F(BundleVersionTest, FileMustBeARegularFileOfAtMostOneMebibyte) {
   // Padding inside a string keeps the list valid at any size.
   const auto sized = [](std::size_t total) {
     const auto padded = [](std::size_t padding) {

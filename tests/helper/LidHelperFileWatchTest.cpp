@@ -105,7 +105,7 @@ TEST(LidHelperFileWatchTest, SameCodeInANewFileOrNewCodeIsReplacedAndLookReports
   EXPECT_EQ(watch.find().codeDirectoryHash(), newHash);
 }
 
-TEST(LidHelperFileWatchTest, OnlyAReplacedHelperWithNothingAtStakeStepsAside) {
+TEST(LidHelperFileWatchTest, OnlyAReplacedHelperWithNothingAtStakeStepsAsideAndNoWatchWithoutEverythingItNeeds) {
   const auto replaced = Finding::replaced(newHash);
   EXPECT_TRUE(LidHelperFileWatch::stepsAside(replaced, false, false));
   EXPECT_FALSE(LidHelperFileWatch::stepsAside(replaced, true, false));
@@ -113,6 +113,14 @@ TEST(LidHelperFileWatchTest, OnlyAReplacedHelperWithNothingAtStakeStepsAside) {
   for (const auto& other : {Finding::running(), Finding::missing(), Finding::unrecognised()}) {
     EXPECT_FALSE(LidHelperFileWatch::stepsAside(other, false, false));
   }
+
+  const auto judgeAgainst = [](const std::string&, const std::string&) { return std::optional<std::string>(); };
+  const std::string path = "/Applications/Wakeloft.app/Contents/Helpers/WakeloftLidHelper";
+  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(std::nullopt, startedFrom, runningHash, "ABCDE12345", judgeAgainst));
+  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, std::nullopt, runningHash, "ABCDE12345", judgeAgainst));
+  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, startedFrom, runningHash, std::nullopt, judgeAgainst));
+  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, startedFrom, runningHash, "abcde12345", judgeAgainst));
+  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, startedFrom, runningHash, "ABCDE12345", nullptr));
 }
 
 TEST(LidHelperFileWatchTest, IdentityComesFromTheFilesStatus) {
@@ -167,16 +175,6 @@ TEST(LidHelperFileWatchTest, WatchForTheRunningHelperJudgesAgainstTheHelpersRequ
   const auto update = directory.write("WakeloftLidHelper.new", "new code");
   std::filesystem::rename(update, path);
   EXPECT_EQ(watch->find(), Finding::replaced(runningHash));
-}
-
-TEST(LidHelperFileWatchTest, NoWatchWithoutEverythingItNeeds) {
-  const auto judgeAgainst = [](const std::string&, const std::string&) { return std::optional<std::string>(); };
-  const std::string path = "/Applications/Wakeloft.app/Contents/Helpers/WakeloftLidHelper";
-  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(std::nullopt, startedFrom, runningHash, "ABCDE12345", judgeAgainst));
-  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, std::nullopt, runningHash, "ABCDE12345", judgeAgainst));
-  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, startedFrom, runningHash, std::nullopt, judgeAgainst));
-  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, startedFrom, runningHash, "abcde12345", judgeAgainst));
-  EXPECT_FALSE(LidHelperFileWatch::forRunningHelper(path, startedFrom, runningHash, "ABCDE12345", nullptr));
 }
 
 std::vector<std::uint8_t> argumentArea(std::int32_t count, std::string_view rest) {

@@ -49,7 +49,7 @@ TEST_F(LidSleepCheckTest, NothingIsReadWhileTheSettingIsHeldOrWasNeverHeld) {
   EXPECT_THAT(log, IsEmpty());
 }
 
-TEST_F(LidSleepCheckTest, OpenLidOrClosedDisplayModeIsLeftAlone) {
+TEST_F(LidSleepCheckTest, OpenLidOrClosedDisplayModeIsLeftAloneAndAFailedSleepRequestLogged) {
   lid->closed = false;
   check.settingSettled(true);
   check.settingSettled(false);
@@ -62,6 +62,13 @@ TEST_F(LidSleepCheckTest, OpenLidOrClosedDisplayModeIsLeftAlone) {
   check.settingSettled(false);
   EXPECT_THAT(lid->asked, ElementsAre("lidIsClosed", "closingCausesSleep"));
   EXPECT_THAT(log, IsEmpty());
+
+  lid->causesSleep = true;
+  lid->sleepFails = true;
+  check.settingSettled(true);
+  EXPECT_NO_THROW(check.settingSettled(false));
+  EXPECT_THAT(log, ElementsAre("lease ended with the lid closed and the setting back at 0, but sleep could not be "
+                               "requested: IOPMSleepSystem returned 0xe00002c2"));
 }
 
 TEST_F(LidSleepCheckTest, UnreadableLidIsNeverGuessedClosed) {
@@ -77,14 +84,6 @@ TEST_F(LidSleepCheckTest, UnreadableLidIsNeverGuessedClosed) {
                                "was not requested",
                                "lease ended with the lid closed, but whether that causes sleep could not be read; "
                                "sleep was not requested"));
-}
-
-TEST_F(LidSleepCheckTest, AFailedSleepRequestIsLoggedWithItsReason) {
-  lid->sleepFails = true;
-  check.settingSettled(true);
-  EXPECT_NO_THROW(check.settingSettled(false));
-  EXPECT_THAT(log, ElementsAre("lease ended with the lid closed and the setting back at 0, but sleep could not be "
-                               "requested: IOPMSleepSystem returned 0xe00002c2"));
 }
 
 }  // namespace

@@ -49,7 +49,7 @@ TEST(RigLeaseFileTest, EveryFiniteDateSurvivesEncodingExactly) {
   }
 }
 
-TEST(RigLeaseFileTest, DecodingAllowsBlanksAndLineBreaksAround) {
+TEST(RigLeaseFileTest, DecodingAllowsBlanksAndLineBreaksAroundOneFiniteNumberAndNothingElse) {
   EXPECT_EQ(RigLeaseFile::decode("1731700000.5\n"), Date{1731700000.5});
   EXPECT_EQ(RigLeaseFile::decode(" \t\r\n1731700000.5\r\n\v\f "), Date{1731700000.5});
   // Unicode blanks and separators count too: NBSP, NEL, LINE SEPARATOR, IDEOGRAPHIC SPACE.
@@ -57,9 +57,7 @@ TEST(RigLeaseFileTest, DecodingAllowsBlanksAndLineBreaksAround) {
   EXPECT_EQ(RigLeaseFile::decode("1731700000"), Date{1731700000});
   EXPECT_EQ(RigLeaseFile::decode("+2.5"), Date{2.5});
   EXPECT_EQ(RigLeaseFile::decode("-1e3"), Date{-1000});
-}
 
-TEST(RigLeaseFileTest, DecodingRefusesAnythingButOneFiniteNumber) {
   for (const std::string_view text : {"", " \n ", "nan", "NaN", "inf", "-inf", "infinity", "1e999", "12abc", "1 2",
                                       "1,5", "1.5.", "0.5s", "\u00a0", "1731700000.5\u200b", "\xff" "1"}) {
     EXPECT_EQ(RigLeaseFile::decode(text), std::nullopt) << '"' << text << '"';
@@ -92,17 +90,20 @@ TEST_F(RigLeaseFileOnDiskTest, WriteReplacesTheFileInOneStepWithADateThatReadsBa
   EXPECT_EQ(RigLeaseFile::read(path()), Date{1731700030});
 }
 
-TEST_F(RigLeaseFileOnDiskTest, WriteReplacesALinkInsteadOfFollowingItButNeverAFolder) {
+TEST_F(RigLeaseFileOnDiskTest, WriteReplacesALinkInsteadOfFollowingItButNeverAFolderAndRemoveSaysWhetherThereWasAFile) {
   const auto target = directory.write("elsewhere", "keep me");
   std::filesystem::create_symlink(target, path());
   RigLeaseFile::write(Date{5}, path());
   EXPECT_FALSE(std::filesystem::is_symlink(path()));
   EXPECT_EQ(RigLeaseFile::read(target), std::nullopt);
   EXPECT_EQ(RigLeaseFile::read(path()), Date{5});
+  EXPECT_TRUE(RigLeaseFile::remove(path()));
+  EXPECT_FALSE(std::filesystem::exists(path()));
+  EXPECT_FALSE(RigLeaseFile::remove(path()));
 
-  std::filesystem::remove(path());
   std::filesystem::create_directory(path());
   EXPECT_THROW(RigLeaseFile::write(Date{6}, path()), std::system_error);
+  EXPECT_THROW(RigLeaseFile::remove(path()), std::system_error);
   EXPECT_TRUE(std::filesystem::is_directory(path()));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory.path()), {}), 2);  // the folder and the link's target
 }
@@ -156,16 +157,6 @@ TEST_F(RigLeaseFileOnDiskTest, ReadGivesAbsentForAnythingButAUTF8TextFileOfOneDa
     directory.write("rig.lease", content);
     EXPECT_EQ(RigLeaseFile::read(path()), date) << content.size() << " bytes";
   }
-}
-
-TEST_F(RigLeaseFileOnDiskTest, RemoveSaysWhetherThereWasAFile) {
-  RigLeaseFile::write(Date{5}, path());
-  EXPECT_TRUE(RigLeaseFile::remove(path()));
-  EXPECT_FALSE(std::filesystem::exists(path()));
-  EXPECT_FALSE(RigLeaseFile::remove(path()));
-
-  std::filesystem::create_directory(path());
-  EXPECT_THROW(RigLeaseFile::remove(path()), std::system_error);
 }
 
 }  // namespace

@@ -202,7 +202,7 @@ TEST_F(LidSleepLeaseKeeperTest, AZeroWrittenElsewhereIsAdoptedOnce) {
   EXPECT_FALSE(setting->value);
 }
 
-TEST_F(LidSleepLeaseKeeperTest, AOneWrittenElsewhereIsNeverTouched) {
+TEST_F(LidSleepLeaseKeeperTest, AOneWrittenElsewhereIsNeverTouchedAndAFailedReadIsReportedOnlyWhenNotHoldingOne) {
   auto& k = makeKeeper();
   setting->value = true;
   EXPECT_EQ(k.readStanding(), Standing::onElsewhere());
@@ -210,10 +210,7 @@ TEST_F(LidSleepLeaseKeeperTest, AOneWrittenElsewhereIsNeverTouched) {
   k.checkLease();
   EXPECT_EQ(writes(), 1u);
   EXPECT_TRUE(setting->value);
-}
 
-TEST_F(LidSleepLeaseKeeperTest, AFailedReadIsReportedOnlyWhenNotHoldingOne) {
-  auto& k = makeKeeper();
   setting->readError = "pmset did not answer";
   EXPECT_EQ(k.readStanding(), Standing::unread("pmset did not answer"));
 

@@ -205,7 +205,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, RevokeWithNothingToGiveBackSendsNothing) 
   EXPECT_EQ(transport->sent.size(), 1u);
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, ConfirmedRevokeDisengagesAtOnceAndEndsDoubt) {
+TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesAtOnceAndEndsDoubtWhenConfirmedButLeavesItWhenRefused) {
   loseTrack();
   blocker->revoke(log.record("revoke"));
   EXPECT_FALSE(blocker->isEngaged());
@@ -213,9 +213,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, ConfirmedRevokeDisengagesAtOnceAndEndsDou
   answer(Outcome::replied(std::nullopt));
   EXPECT_EQ(log.last(), success());
   EXPECT_FALSE(blocker->isResetUnconfirmed());
-}
 
-TEST_F(LeaseClientLidSleepBlockerTest, RevokeCarryingATextIsARefusalAndLeavesDoubt) {
   engage();
   blocker->revoke(log.record("revoke"));
   EXPECT_FALSE(blocker->isEngaged());  // from the moment it is sent

@@ -184,7 +184,7 @@ TEST_F(LidAwakeControllerTest, TwoQuickTurnOnsSendOneRenewal) {
   EXPECT_TRUE(controller->isSettled());
 }
 
-TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionWhileTurnOnReplacesIt) {
+TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionUnlessLapsedWhileTurnOnReplacesIt) {
   const Date start = now();
   awake->turnOn(1800.0);
   auto controller = make();
@@ -201,12 +201,9 @@ TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionWhileTurnOnReplacesI
   EXPECT_EQ(awake->activeUntil(), std::nullopt);
   EXPECT_EQ(sessionEnd->pending, std::nullopt);
   EXPECT_TRUE(controller->isOn());
-}
 
-TEST_F(LidAwakeControllerTest, JoiningALapsedSessionStartsAFreshOne) {
   awake->turnOn(60.0);
   clocks.pass(61);  // its timer has not fired yet
-  auto controller = make();
   EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_EQ(awake->activeUntil(), now().adding(7200));
 }

@@ -31,9 +31,15 @@ TEST(LidClosePrecautionTest, NoHeatPathOnlyWhileOnAndAcknowledged) {
   }
 }
 
-TEST(MachineConditionsTest, SnapshotReadsBothFacts) {
+TEST(MachineConditionsTest, SnapshotReadsBothFactsAndOnlyBatteryPowerCountsAsOnBattery) {
   EXPECT_EQ(StaticMachineConditions(true, false).snapshot(), builtInOnlyOnBattery);
   EXPECT_EQ(StaticMachineConditions(true, true).snapshot(), externalOnBattery);
+
+  EXPECT_TRUE(ProvidingPowerSource::isBattery("Battery Power"));
+  EXPECT_FALSE(ProvidingPowerSource::isBattery("AC Power"));
+  EXPECT_FALSE(ProvidingPowerSource::isBattery("UPS Power"));
+  // No power information at all: no heat warning on a guess.
+  EXPECT_FALSE(ProvidingPowerSource::isBattery(std::nullopt));
 }
 
 TEST(BatteryChargeTest, PercentOfTheMaximumRoundedAndBounded) {
@@ -110,14 +116,6 @@ TEST(DeepwakeGuardrailsTest, NoticesAndThePauseForPower) {
   EXPECT_EQ(DeepwakeGuardrails::notice({}, onPower, false), Notice::none);
 }
 
-TEST(ProvidingPowerSourceTest, OnlyBatteryPowerCountsAsOnBattery) {
-  EXPECT_TRUE(ProvidingPowerSource::isBattery("Battery Power"));
-  EXPECT_FALSE(ProvidingPowerSource::isBattery("AC Power"));
-  EXPECT_FALSE(ProvidingPowerSource::isBattery("UPS Power"));
-  // No power information at all: no heat warning on a guess.
-  EXPECT_FALSE(ProvidingPowerSource::isBattery(std::nullopt));
-}
-
 class OnlineDisplayListTest : public ::testing::Test {
  protected:
   bool hasExternal(bool listed, std::uint32_t count) {
@@ -132,7 +130,7 @@ class OnlineDisplayListTest : public ::testing::Test {
   std::vector<OnlineDisplayList::DisplayID> examined;
 };
 
-TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalAndAFailedListCallAssumesOne) {
+TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalOfTheFirstThirtyTwoAndAFailedListCallAssumesOne) {
   EXPECT_TRUE(hasExternal(false, 0));
   EXPECT_TRUE(examined.empty());
   EXPECT_FALSE(hasExternal(true, 0));
@@ -143,10 +141,9 @@ TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalAndAFailedListCallAs
   // A lid closed with an external display: no built-in display listed at all.
   ids[0] = 7;
   EXPECT_TRUE(hasExternal(true, 1));
-}
 
-TEST_F(OnlineDisplayListTest, OnlyTheFirstThirtyTwoAreExamined) {
   ids.fill(1);
+  examined.clear();
   EXPECT_FALSE(hasExternal(true, 33));
   EXPECT_EQ(examined.size(), 32u);
 }

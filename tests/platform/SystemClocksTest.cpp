@@ -11,7 +11,7 @@
 namespace wakeloft {
 namespace {
 
-TEST(SystemClocksTest, ClocksAdvanceTogetherWhileAwake) {
+TEST(SystemClocksTest, ClocksAdvanceTogetherWhileAwakeTheWallClockInSecondsSince1970) {
   const SystemUptimeProvider uptime;
   const SystemContinuousTimeProvider continuous;
   const SystemDateProvider dates;
@@ -25,9 +25,7 @@ TEST(SystemClocksTest, ClocksAdvanceTogetherWhileAwake) {
   EXPECT_NEAR(dates.now().secondsSince(d0), du, 0.05);
   // Time asleep counts only on the continuous clock.
   EXPECT_GE(continuous.continuousTime(), uptime.uptime());
-}
 
-TEST(SystemClocksTest, TheWallClockIsSecondsSince1970) {
   EXPECT_NEAR(SystemDateProvider().now().secondsSince1970, static_cast<double>(time(nullptr)), 2);
 }
 

@@ -21,12 +21,16 @@ TEST(FeedbackLinkTest, TranslatedLanguagesGetTheirOwnPageOthersTheUntranslatedFo
   EXPECT_EQ(FeedbackLink::form(), site + "/feedback");  // on the site set at build time
 }
 
-TEST(FeedbackLinkTest, VersionsGoInTheQueryInOrder) {
+TEST(FeedbackLinkTest, VersionsGoInTheQueryInOrderTheSystemsWithoutAZeroPatch) {
   EXPECT_EQ(FeedbackLink::url("1.4", "14.6.1", "ja"), site + "/ja/feedback?app=1.4&macos=14.6.1");
   EXPECT_EQ(FeedbackLink::url(std::nullopt, "15.0", "en"), site + "/feedback?macos=15.0");
   EXPECT_EQ(FeedbackLink::url("", "15.0", std::nullopt), site + "/feedback?macos=15.0");
   EXPECT_EQ(FeedbackLink::url("1.4", std::nullopt, std::nullopt), site + "/feedback?app=1.4");
   EXPECT_EQ(FeedbackLink::url("1.4", "", std::nullopt), site + "/feedback?app=1.4");
+
+  EXPECT_EQ(FeedbackLink::macOSVersion({15, 0, 0}), "15.0");
+  EXPECT_EQ(FeedbackLink::macOSVersion({14, 6, 1}), "14.6.1");
+  EXPECT_EQ(FeedbackLink::macOSVersion({26, 1, 0}), "26.1");
 }
 
 TEST(FeedbackLinkTest, ValuesArePercentEncoded) {
@@ -38,12 +42,6 @@ TEST(FeedbackLinkTest, ValuesArePercentEncoded) {
   EXPECT_EQ(FeedbackLink::url("1.4\xce\xb2~_-", std::nullopt, std::nullopt), site + "/feedback?app=1.4%CE%B2~_-");
   EXPECT_EQ(FeedbackLink::url(std::string("a\0b", 3), std::nullopt, std::nullopt), site + "/feedback?app=a%00b");
   EXPECT_EQ(FeedbackLink::url("\xff", std::nullopt, std::nullopt), site + "/feedback?app=%FF");
-}
-
-TEST(FeedbackLinkTest, SystemVersionDropsAZeroPatch) {
-  EXPECT_EQ(FeedbackLink::macOSVersion({15, 0, 0}), "15.0");
-  EXPECT_EQ(FeedbackLink::macOSVersion({14, 6, 1}), "14.6.1");
-  EXPECT_EQ(FeedbackLink::macOSVersion({26, 1, 0}), "26.1");
 }
 
 TEST(FeedbackLinkTest, OnlyAHostNameMakesAForm) {

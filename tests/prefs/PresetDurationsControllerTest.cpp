@@ -28,14 +28,12 @@ class PresetDurationsControllerTest : public ::testing::Test {
   std::shared_ptr<UserDefaultsPresetDurationStore> store = std::make_shared<UserDefaultsPresetDurationStore>(defaults);
 };
 
-TEST_F(PresetDurationsControllerTest, ReadsAStoredChoiceSorted) {
+TEST_F(PresetDurationsControllerTest, ReadsAStoredChoiceSortedOrAnUnusableOneAsTheDefaultLeavingItAsItWas) {
   EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{7200.0, 1800.0}), (std::vector<AwakeDuration>{halfHour, twoHours}));
   // Integers are numbers as well.
   EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{28800, 3600}), (std::vector<AwakeDuration>{hour, eightHours}));
   EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{}), std::vector<AwakeDuration>{});
-}
 
-TEST_F(PresetDurationsControllerTest, AnUnusableStoredValueReadsAsTheDefaultAndStaysAsItWas) {
   const std::vector<DefaultsValue> unusable = {
       DefaultsValue::Array{1800.0, 1800.0},
       DefaultsValue::Array{1800.0, 3600.0, 7200.0, 14400.0},

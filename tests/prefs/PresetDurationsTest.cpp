@@ -34,14 +34,6 @@ TEST(PresetDurationsTest, ValidChoicesComeBackSortedAndOthersAreRejected) {
   EXPECT_EQ(validated({1800, 3600, 901}), std::nullopt);
 }
 
-TEST(PresetDurationsTest, ConstructionTakesAValidChoiceOrTheDefault) {
-  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{eightHours, hour}).pinned(),
-            (std::vector<AwakeDuration>{hour, eightHours}));
-  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{}).pinned(), std::vector<AwakeDuration>{});
-  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{{600}}).pinned(), defaultThree);
-  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{hour, hour}), PresetDurations(defaultThree));
-}
-
 TEST(PresetDurationsTest, AFourthStarIsRefusedAndStarredOnesCanAlwaysBeUnstarred) {
   PresetDurations presets(defaultThree);
   EXPECT_TRUE(presets.isChosen(hour));
@@ -62,7 +54,7 @@ TEST(PresetDurationsTest, AFourthStarIsRefusedAndStarredOnesCanAlwaysBeUnstarred
   EXPECT_EQ(presets.pinned(), (std::vector<AwakeDuration>{halfHour, twoHours, fourHours}));
 }
 
-TEST(PresetDurationsTest, OnlyCandidatesCanBeStarred) {
+TEST(PresetDurationsTest, OnlyCandidatesCanBeStarredAndConstructionTakesAValidChoiceOrTheDefault) {
   PresetDurations presets(std::vector<AwakeDuration>{hour});
   for (const AwakeDuration other : {AwakeDuration{900}, AwakeDuration{3600.25},
                                     AwakeDuration{std::numeric_limits<double>::quiet_NaN()}}) {
@@ -71,6 +63,12 @@ TEST(PresetDurationsTest, OnlyCandidatesCanBeStarred) {
     presets.toggle(other);
     EXPECT_EQ(presets.pinned(), std::vector<AwakeDuration>{hour}) << other.seconds;
   }
+
+  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{eightHours, hour}).pinned(),
+            (std::vector<AwakeDuration>{hour, eightHours}));
+  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{}).pinned(), std::vector<AwakeDuration>{});
+  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{{600}}).pinned(), defaultThree);
+  EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{hour, hour}), PresetDurations(defaultThree));
 }
 
 }  // namespace

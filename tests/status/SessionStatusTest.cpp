@@ -9,7 +9,7 @@ namespace {
 
 const std::optional<Date> deadline = Date::fromSecondsSince1970(1'700'000'000);
 
-TEST(AwakeExplanationTest, OffSleepsNormallyWhateverIsLeftOverAndOnTellsLidAndDeadlineApart) {
+TEST(AwakeExplanationTest, TheExplanationTellsLidAndDeadlineApartAndOnlyARunningTimerCanBeCancelled) {
   for (const auto& until : {std::optional<Date>(), deadline}) {
     for (const bool lid : {false, true}) {
       EXPECT_EQ(AwakeExplanation::describing(false, until, lid), AwakeExplanation::sleepsNormally);
@@ -20,9 +20,7 @@ TEST(AwakeExplanationTest, OffSleepsNormallyWhateverIsLeftOverAndOnTellsLidAndDe
   EXPECT_EQ(AwakeExplanation::describing(true, deadline, false), AwakeExplanation::awakeUntilSessionEnds);
   EXPECT_EQ(AwakeExplanation::describing(true, std::nullopt, true), AwakeExplanation::awakeWithLidClosedIndefinitely);
   EXPECT_EQ(AwakeExplanation::describing(true, deadline, true), AwakeExplanation::awakeWithLidClosedUntilSessionEnds);
-}
 
-TEST(AwakeSessionControlsTest, CancelOnlyARunningTimer) {
   EXPECT_EQ(AwakeSessionControls::shown(true, deadline), AwakeSessionControls::cancelTimer);
   EXPECT_EQ(AwakeSessionControls::shown(true, std::nullopt), AwakeSessionControls::presets);
   EXPECT_EQ(AwakeSessionControls::shown(false, deadline), AwakeSessionControls::presets);

@@ -12,7 +12,7 @@ namespace {
 std::string english(const AwakeFailure& failure) { return FailureText::describing(failure).english(); }
 AwakeFailure refused(LidHelperRefusal refusal) { return AwakeFailure::LidHelperRefused{std::move(refusal)}; }
 
-TEST(FailureTextTest, EachFailureHasItsSentenceWithItsDetail) {
+TEST(FailureTextTest, EachFailureHasItsSentenceWithItsDetailAndMessagesFromElsewhereWordForWord) {
   const std::vector<std::pair<AwakeFailure, LocalizedText>> cases = {
       {AwakeFailure::AssertionRefused{5}, {TextCatalog::assertionRefused, {std::int32_t{5}}}},
       {AwakeFailure::LidHelperUnavailable{}, TextCatalog::lidHelperUnavailable},
@@ -31,9 +31,7 @@ TEST(FailureTextTest, EachFailureHasItsSentenceWithItsDetail) {
             "macOS couldn't keep your Mac awake (IOKit error -2147483648).");
   EXPECT_EQ(english(refused(LidHelperRefusal::settingUnwritten("%d"))),
             "Deepwake can't start because its helper couldn't change the sleep setting (%d).");
-}
 
-TEST(FailureTextTest, MessagesFromElsewhereAreShownWordForWord) {
   const auto text = FailureText::describing(AwakeFailure::Reported{"The disk is full. 100% (%@)"});
   EXPECT_TRUE(text.isVerbatim());
   EXPECT_EQ(text.english(), "The disk is full. 100% (%@)");

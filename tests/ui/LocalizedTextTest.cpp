@@ -32,14 +32,12 @@ TEST(LocalizedTextTest, ResolvesThroughTheTranslationWithItsArgumentsOrFallsBack
   EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %"}})), english);
 }
 
-TEST(LocalizedTextTest, VerbatimWordsAreNeverLookedUp) {
+TEST(LocalizedTextTest, VerbatimWordsAreNeverLookedUpAndIllFormedBytesAreRepairedBeforeAnyViewSeesThem) {
   const auto words = LocalizedText::verbatim("Cancel");
   EXPECT_TRUE(words.isVerbatim());
   EXPECT_EQ(words.key(), std::nullopt);
   EXPECT_EQ(words.resolved(tableOf({{"Cancel", "Abbrechen"}})), "Cancel");
-}
 
-TEST(LocalizedTextTest, IllFormedBytesAreRepairedBeforeAnyViewSeesThem) {
   EXPECT_EQ(LocalizedText::verbatim("bad \xC3( byte").english(), "bad \xEF\xBF\xBD( byte");
   const LocalizedText text{TextCatalog::settingUnwritten, {std::string("\xFF")}};
   EXPECT_EQ(std::get<std::string>(text.arguments()[0]), "\xEF\xBF\xBD");

@@ -9,11 +9,6 @@ QuitAppleEvent quitEvent(std::optional<std::uint32_t> parameter, std::optional<s
   return {fourCharCode("aevt"), fourCharCode("quit"), parameter, attribute};
 }
 
-TEST(QuitAppleEventTest, CodesArePackedFirstCharacterHighest) {
-  EXPECT_EQ(fourCharCode("aevt"), 0x61657674u);
-  EXPECT_EQ(fourCharCode("why?"), 0x7768793Fu);
-}
-
 // Log out, restart, shut down and quit all, as the parameter or else the
 // attribute of a quit event.
 TEST(QuitAppleEventTest, OnlyTheSystemsReasonsInAQuitEventAreTheSystems) {
@@ -33,6 +28,10 @@ TEST(QuitAppleEventTest, OnlyTheSystemsReasonsInAQuitEventAreTheSystems) {
       QuitAppleEvent{fourCharCode("aevt"), fourCharCode("oapp"), fourCharCode("shut"), std::nullopt}));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(
       QuitAppleEvent{fourCharCode("misc"), fourCharCode("quit"), fourCharCode("shut"), std::nullopt}));
+
+  // Codes are packed first character highest.
+  EXPECT_EQ(fourCharCode("aevt"), 0x61657674u);
+  EXPECT_EQ(fourCharCode("why?"), 0x7768793Fu);
 }
 
 }  // namespace

@@ -63,13 +63,20 @@ TEST(UpdateReminderTest, OnlyAScheduledUpdateTheUpdaterCannotBringToTheFrontWait
   EXPECT_EQ(changes, 4);
 }
 
-TEST(SettingsMenuTest, PopsUpBelowTheAnchorOnItsLeadingSide) {
+TEST(SettingsMenuTest, PopsUpBelowTheAnchorOnItsLeadingSideAndFeedbackCarriesVersionsAndLanguage) {
   const SettingsMenu::Bounds anchor{0, 0, 232, 1};
   EXPECT_EQ(SettingsMenu::popUpLocation(anchor, LayoutDirection::leftToRight), (SettingsMenu::Point{-14, -14}));
   EXPECT_EQ(SettingsMenu::popUpLocation(anchor, LayoutDirection::rightToLeft), (SettingsMenu::Point{246, -14}));
   const SettingsMenu::Bounds offset{10, 5, 100, 20};
   EXPECT_EQ(SettingsMenu::popUpLocation(offset, LayoutDirection::leftToRight), (SettingsMenu::Point{-4, -9}));
   EXPECT_EQ(SettingsMenu::popUpLocation(offset, LayoutDirection::rightToLeft), (SettingsMenu::Point{124, -9}));
+
+  const std::string site = std::string("https://") + WAKELOFT_FEEDBACK_HOST;
+  EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"1.4", "212"}, {14, 6, 1}, {"de", "en"}),
+            site + "/de/feedback?app=1.4%20%28212%29&macos=14.6.1");
+  EXPECT_EQ(SettingsMenu::feedbackAddress(std::nullopt, {15, 0, 0}, {}), site + "/feedback?macos=15.0");
+  EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"2.0", ""}, {15, 1, 0}, {"en"}),
+            site + "/feedback?app=2.0&macos=15.1");
 }
 
 TEST(SettingsMenuTest, CommandsOpenOnePopoverAtATimeOrReachTheirActions) {
@@ -94,15 +101,6 @@ TEST(SettingsMenuTest, CommandsOpenOnePopoverAtATimeOrReachTheirActions) {
 
   menu.popupClosed();
   EXPECT_EQ(menu.popup(), std::nullopt);
-}
-
-TEST(SettingsMenuTest, FeedbackCarriesVersionsAndTheInterfaceLanguage) {
-  const std::string site = std::string("https://") + WAKELOFT_FEEDBACK_HOST;
-  EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"1.4", "212"}, {14, 6, 1}, {"de", "en"}),
-            site + "/de/feedback?app=1.4%20%28212%29&macos=14.6.1");
-  EXPECT_EQ(SettingsMenu::feedbackAddress(std::nullopt, {15, 0, 0}, {}), site + "/feedback?macos=15.0");
-  EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"2.0", ""}, {15, 1, 0}, {"en"}),
-            site + "/feedback?app=2.0&macos=15.1");
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ TEST(StringsFileTest, EscapesAndUtf8ComeThroughExactly) {
 
 // Loose forms, unfinished parts where they start, bad escapes, and bytes
 // that are not UTF-8 text.
-TEST(StringsFileTest, WhatIsNotATableIsRefusedWithItsLine) {
+TEST(StringsFileTest, WhatIsNotATableIsRefusedWithItsLineAndWhatIsWrong) {
   const std::vector<std::pair<std::string_view, int>> cases = {
       {"\"a\" = \"b\";\n\"c\" = \"d\"\n", 2},    // no semicolon
       {"a = \"b\";", 1},                       // unquoted key
@@ -83,9 +83,7 @@ TEST(StringsFileTest, WhatIsNotATableIsRefusedWithItsLine) {
       {"\"a\" = \"b\x01\";", 1},
   };
   for (const auto& [bytes, line] : cases) EXPECT_EQ(failingLine(bytes), line) << bytes;
-}
 
-TEST(StringsFileTest, ErrorsSayWhatIsWrong) {
   try {
     StringsFile::parse("\"a\" = \"b\";\n\"a\" = \"c\";");
     FAIL() << "a duplicate key was accepted";
