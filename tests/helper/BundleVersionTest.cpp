@@ -59,20 +59,8 @@ TEST_F(BundleVersionTest, ReadsTheInfoPlistTwoLevelsAboveTheProgramInEitherForma
   EXPECT_EQ(read(), std::nullopt);
 }
 
-TEST_F(BundleVersionTest, AnythingButARegularFileGivesNoVersionAndDoesNotBlock) {
+TEST_F(BundleVersionTest, AnythingButAWellFormedListInARegularFileInAContentsFolderGivesNoVersion) {
   EXPECT_EQ(read(), std::nullopt);  // missing
-
-  std::filesystem::create_directories(directory.path() / "Wakeloft.app/Contents/Info.plist");
-  EXPECT_EQ(read(), std::nullopt);
-  std::filesystem::remove(directory.path() / "Wakeloft.app/Contents/Info.plist");
-
-  // A pipe with no writer would hold a blocking open forever.
-  const auto fifo = directory.path() / "Wakeloft.app/Contents/Info.plist";
-  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-  EXPECT_EQ(read(), std::nullopt);
-}
-
-TEST_F(BundleVersionTest, MalformedListsOrPathsWithoutAContentsFolderGiveNoVersion) {
   writeInfo("not a property list");
   EXPECT_EQ(read(), std::nullopt);
   writeInfo(PropertyListXMLWriter::document(PropertyList::Array{"1.4", "27"}));
@@ -84,6 +72,15 @@ TEST_F(BundleVersionTest, MalformedListsOrPathsWithoutAContentsFolderGiveNoVersi
   EXPECT_EQ(BundleVersion::aroundExecutable("", parser), std::nullopt);
   EXPECT_EQ(BundleVersion::aroundExecutable("WakeloftLidHelper", parser), std::nullopt);
   EXPECT_EQ(BundleVersion::aroundExecutable(executable() + "/", parser), std::nullopt);
+
+  const auto plist = directory.path() / "Wakeloft.app/Contents/Info.plist";
+  std::filesystem::remove(plist);
+  std::filesystem::create_directories(plist);
+  EXPECT_EQ(read(), std::nullopt);
+  std::filesystem::remove(plist);
+  // A pipe with no writer would hold a blocking open forever.
+  ASSERT_EQ(::mkfifo(plist.c_str(), 0600), 0);
+  EXPECT_EQ(read(), std::nullopt);
 }
 
 TEST(BundleVersionTextTest, BothTextsMustBeShortPlainVersionTexts) {

@@ -21,18 +21,7 @@ std::vector<std::uint8_t> teamBuffer(std::string_view identifier) {
   return buffer;
 }
 
-TEST(CodeSigningTextTest, HexIsLowerCaseTwoDigitsAByteAndACodeDirectoryHashFortyDigits) {
-  const std::array<std::uint8_t, 5> bytes{0x00, 0x0F, 0xA0, 0xFF, 0x5C};
-  EXPECT_EQ(CodeSigningText::hex(bytes), "000fa0ff5c");
-  EXPECT_EQ(CodeSigningText::hex({}), "");
-
-  std::array<std::uint8_t, 20> hash{};
-  for (std::size_t i = 0; i < hash.size(); ++i) hash[i] = static_cast<std::uint8_t>(i * 13);
-  EXPECT_EQ(CodeSigningText::codeDirectoryHash(hash), "000d1a2734414e5b6875828f9ca9b6c3d0ddeaf7");
-  EXPECT_EQ(CodeSigningText::codeDirectoryHash(std::span(hash).first(19)), std::nullopt);
-}
-
-TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndWithBadUtf8Repaired) {
+TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndAndHexIsLowerCaseTwoDigitsAByte) {
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("ABCDE12345")), "ABCDE12345");
   const std::string filling(64, 'Q');
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer(filling)), filling);
@@ -43,6 +32,15 @@ TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndWithBadUtf8Re
   // A sequence cut short is one replacement; the byte that broke it stays.
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("\xE2\x82" "C")), "\uFFFD" "C");
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("\u00c9quipe")), "\u00c9quipe");
+
+  const std::array<std::uint8_t, 5> bytes{0x00, 0x0F, 0xA0, 0xFF, 0x5C};
+  EXPECT_EQ(CodeSigningText::hex(bytes), "000fa0ff5c");
+  EXPECT_EQ(CodeSigningText::hex({}), "");
+
+  std::array<std::uint8_t, 20> hash{};
+  for (std::size_t i = 0; i < hash.size(); ++i) hash[i] = static_cast<std::uint8_t>(i * 13);
+  EXPECT_EQ(CodeSigningText::codeDirectoryHash(hash), "000d1a2734414e5b6875828f9ca9b6c3d0ddeaf7");
+  EXPECT_EQ(CodeSigningText::codeDirectoryHash(std::span(hash).first(19)), std::nullopt);
 }
 
 TEST(Utf8Test, OnlyWellFormedSequencesAreValidAndRepairReplacesEachMaximalBrokenPartOnce) {

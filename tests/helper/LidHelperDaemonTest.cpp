@@ -93,7 +93,7 @@ TEST_F(LidHelperDaemonTest, AClockSetBackKeepsTheUptimeEndAndOneSetForwardEndsTh
   EXPECT_FALSE(tick->pending.has_value());
 }
 
-TEST_F(LidHelperDaemonTest, AFailingWriteIsRetriedAtItsSpacing) {
+TEST_F(LidHelperDaemonTest, AFailingWriteIsRetriedAtItsSpacingAndStoppingGivesUpWhenTimeIsUp) {
   setting->writeError = "Read-only file system";
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)),
             "The sleep setting could not be written: Read-only file system");
@@ -104,6 +104,10 @@ TEST_F(LidHelperDaemonTest, AFailingWriteIsRetriedAtItsSpacing) {
   tick->fire();
   EXPECT_TRUE(setting->value);
   EXPECT_EQ(tick->pending, clocks.now().adding(19.75));
+
+  setting->writeError = "busy";
+  EXPECT_FALSE(daemon->stop([] { return true; }, [] {}));
+  EXPECT_TRUE(setting->value);
 }
 
 TEST_F(LidHelperDaemonTest, AFailingFirstWriteAtStartIsRetriedWithoutAnyRequest) {
@@ -123,16 +127,13 @@ TEST_F(LidHelperDaemonTest, AFailingFirstWriteAtStartIsRetriedWithoutAnyRequest)
   EXPECT_FALSE(otherTick->pending.has_value());
 }
 
-TEST_F(LidHelperDaemonTest, TheLastLeaseEndingWithTheLidShutAsksForSleep) {
+TEST_F(LidHelperDaemonTest, TheLastLeaseEndingWithTheLidShutOrStoppingPutsTheSettingBackAndAsksForSleep) {
   lid->closed = true;
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
   EXPECT_EQ(sleepRequests(*lid), 0);
   EXPECT_EQ(ask(1, LidLeaseRequest::disconnect()), std::nullopt);
   EXPECT_EQ(sleepRequests(*lid), 1);
-}
 
-TEST_F(LidHelperDaemonTest, StoppingPutsTheSettingBackAndLooksAtTheLid) {
-  lid->closed = true;
   EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
   setting->writeError = "busy";
   int tries = 0;
@@ -143,14 +144,7 @@ TEST_F(LidHelperDaemonTest, StoppingPutsTheSettingBackAndLooksAtTheLid) {
   EXPECT_TRUE(putBack);
   EXPECT_FALSE(setting->value);
   EXPECT_FALSE(tick->pending.has_value());
-  EXPECT_EQ(sleepRequests(*lid), 1);
-}
-
-TEST_F(LidHelperDaemonTest, StoppingGivesUpWhenTimeIsUp) {
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
-  setting->writeError = "busy";
-  EXPECT_FALSE(daemon->stop([] { return true; }, [] {}));
-  EXPECT_TRUE(setting->value);
+  EXPECT_EQ(sleepRequests(*lid), 2);
 }
 
 }  // namespace

@@ -81,7 +81,7 @@ class StartLineTest : public ::testing::Test {
   const std::string hash = std::string(20, 'a') + std::string(20, '0');
 };
 
-TEST_F(StartLineTest, NamesVersionHashPathAndTheLaunchedPathOnlyWhenItDiffers) {
+TEST_F(StartLineTest, NamesVersionHashPathAndTheLaunchedPathOnlyWhenItDiffersAndAnUnreadableVersionAsUnknown) {
   EXPECT_EQ(line(executable, executable, hash),
             "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable);
   EXPECT_EQ(line(executable, std::nullopt, std::nullopt),
@@ -95,9 +95,7 @@ TEST_F(StartLineTest, NamesVersionHashPathAndTheLaunchedPathOnlyWhenItDiffers) {
                 ", from a path that could not be read, started as /private/var/run/Wakeloft");
   EXPECT_EQ(line(std::nullopt, std::nullopt, std::nullopt),
             "helper starting: Wakeloft version unknown, cdhash unknown, from a path that could not be read");
-}
 
-TEST_F(StartLineTest, AnUnreadableVersionIsUnknown) {
   writeInfo("1.4", std::string(65, '7'));
   EXPECT_EQ(line(executable, executable, hash),
             "helper starting: Wakeloft version unknown, cdhash " + hash + ", from " + executable);

@@ -31,7 +31,7 @@ class LidSleepLeaseKeeperTest : public ::testing::Test {
   std::unique_ptr<LidSleepLeaseKeeper> keeper;
 };
 
-TEST_F(LidSleepLeaseKeeperTest, StartingPutsALeftoverOneBackToZero) {
+TEST_F(LidSleepLeaseKeeperTest, StartingPutsALeftoverOneBackToZeroOrKeepsAFailedWriteForTheChecksToRetry) {
   setting->value = true;
   auto& k = makeKeeper();
   EXPECT_FALSE(setting->value);
@@ -39,26 +39,24 @@ TEST_F(LidSleepLeaseKeeperTest, StartingPutsALeftoverOneBackToZero) {
   EXPECT_FALSE(k.isSleepDisabled());
   EXPECT_EQ(k.lastError(), nullptr);
   EXPECT_EQ(k.leaseExpiry(), std::nullopt);
-}
 
-TEST_F(LidSleepLeaseKeeperTest, AFailedFirstWriteIsKeptAndRetriedByChecks) {
   setting->value = true;
   setting->writeError = "Operation not permitted";
-  auto& k = makeKeeper();
-  EXPECT_EQ(k.lastErrorDescription(), "Operation not permitted");
-  EXPECT_NE(k.lastError(), nullptr);
-  EXPECT_FALSE(k.isSleepDisabled());
+  auto& failing = makeKeeper();
+  EXPECT_EQ(failing.lastErrorDescription(), "Operation not permitted");
+  EXPECT_NE(failing.lastError(), nullptr);
+  EXPECT_FALSE(failing.isSleepDisabled());
   // Nothing written yet, so there is nothing to compare with and no read.
-  EXPECT_EQ(k.readStanding(), Standing::asWritten());
+  EXPECT_EQ(failing.readStanding(), Standing::asWritten());
   EXPECT_EQ(setting->readCount, 0);
-  EXPECT_EQ(k.nextRetryUptime(), 1000.25);
+  EXPECT_EQ(failing.nextRetryUptime(), 1000.25);
 
   setting->writeError.reset();
   clocks.pass(0.25);
-  k.checkLease();
+  failing.checkLease();
   EXPECT_FALSE(setting->value);
-  EXPECT_EQ(k.lastError(), nullptr);
-  EXPECT_EQ(k.nextRetryUptime(), std::nullopt);
+  EXPECT_EQ(failing.lastError(), nullptr);
+  EXPECT_EQ(failing.nextRetryUptime(), std::nullopt);
 }
 
 TEST_F(LidSleepLeaseKeeperTest, GrantsAtMostThirtySecondsOnlyForAnEndAheadAndATermLapsesAtEitherEnd) {
@@ -256,7 +254,7 @@ TEST_F(RevokeBeforeExitTest, AFirstWriteThatSucceedsEndsAtOnceWhateverTheRetrySp
   EXPECT_EQ(pauses, 0);
 }
 
-TEST_F(RevokeBeforeExitTest, GivesUpWhenStopAnswersBeforeAnyTrySucceeded) {
+TEST_F(RevokeBeforeExitTest, KeepsTryingUntilAWriteOfZeroSucceedsOrGivesUpWhenStopAnswersFirst) {
   makeKeeper().renew(in(30));
   setting->writeError = "busy";
   EXPECT_FALSE(revokeBeforeExit(0));
@@ -269,9 +267,9 @@ TEST_F(RevokeBeforeExitTest, GivesUpWhenStopAnswersBeforeAnyTrySucceeded) {
   EXPECT_FALSE(revokeBeforeExit(3));
   EXPECT_EQ(pauses, 3);
   EXPECT_EQ(keeper->lastErrorDescription(), "busy");
-}
 
-TEST_F(RevokeBeforeExitTest, KeepsTryingUntilAWriteOfZeroSucceeds) {
+  setting->writeError.reset();
+  stopChecks = pauses = 0;
   makeKeeper().renew(in(30));
   setting->writeError = "busy";
   const auto before = setting->writeAttempts.size();

@@ -81,6 +81,8 @@ class LidAwakeControllerTest : public ::testing::Test {
 TEST_F(LidAwakeControllerTest, BeforeTheHeatWarningIsAcknowledgedNothingStarts) {
   store->acknowledged = false;
   auto controller = make();
+  int changes = 0;
+  auto subscription = controller->observe([&] { ++changes; });
   EXPECT_EQ(controller->refusal(), LidAwakeRefusal::unacknowledged);
   EXPECT_EQ(controller->precaution(), LidClosePrecaution::beforeFirstUse);
 
@@ -90,6 +92,16 @@ TEST_F(LidAwakeControllerTest, BeforeTheHeatWarningIsAcknowledgedNothingStarts) 
   EXPECT_EQ(lid->prepareCount, 0);
   EXPECT_EQ(lid->renewCount, 0);
   EXPECT_EQ(controller->lastFailure(), std::nullopt);  // a refusal is not a failure
+  controller->refresh();
+  EXPECT_EQ(changes, 0);
+
+  // Acknowledged elsewhere, it is picked up by a refresh.
+  store->acknowledged = true;
+  controller->refresh();
+  EXPECT_TRUE(controller->hasAcknowledgedHeatWarning());
+  EXPECT_EQ(changes, 1);
+  store->acknowledged = false;
+  controller = make();
 
   controller->acknowledgeHeatWarning();
   EXPECT_TRUE(store->acknowledged);
@@ -97,21 +109,6 @@ TEST_F(LidAwakeControllerTest, BeforeTheHeatWarningIsAcknowledgedNothingStarts) 
   EXPECT_EQ(controller->precaution(), LidClosePrecaution::none);
   EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_TRUE(controller->isOn());
-}
-
-TEST_F(LidAwakeControllerTest, RefreshPicksUpAnAcknowledgementFromTheStore) {
-  store->acknowledged = false;
-  auto controller = make();
-  int changes = 0;
-  auto subscription = controller->observe([&] { ++changes; });
-
-  controller->refresh();
-  EXPECT_EQ(changes, 0);
-
-  store->acknowledged = true;
-  controller->refresh();
-  EXPECT_TRUE(controller->hasAcknowledgedHeatWarning());
-  EXPECT_EQ(changes, 1);
 }
 
 TEST_F(LidAwakeControllerTest, AnUnusableLengthAHelperNotPreparedOrARefusedSessionStartsNothing) {
@@ -138,16 +135,19 @@ TEST_F(LidAwakeControllerTest, AnUnusableLengthAHelperNotPreparedOrARefusedSessi
 
 // --- Turning on and keeping the lease ---
 
-TEST_F(LidAwakeControllerTest, FirstRenewalTurnsOnAndTheLeaseIsRenewedEveryTenSeconds) {
+TEST_F(LidAwakeControllerTest, FirstRenewalOfQuickTurnOnsTurnsOnAndTheLeaseIsRenewedEveryTenSeconds) {
   lid->holdsReplies = true;
   auto controller = make();
   const Date start = now();
 
   EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));  // a second quick one sends nothing more
+  EXPECT_EQ(held(), 1u);
+  EXPECT_EQ(controller->unanswered(), 1);
   EXPECT_TRUE(controller->isTurningOn());
   EXPECT_FALSE(controller->isOn());
   EXPECT_FALSE(controller->isSettled());
-  EXPECT_EQ(lid->prepareCount, 1);
+  EXPECT_EQ(lid->prepareCount, 2);
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(controller->activeUntil(), start.adding(7200));
   EXPECT_EQ(sessionEnd->pending, start.adding(7200));
@@ -168,20 +168,6 @@ TEST_F(LidAwakeControllerTest, FirstRenewalTurnsOnAndTheLeaseIsRenewedEveryTenSe
   EXPECT_EQ(lid->renewCount, 2);
   EXPECT_EQ(lid->leaseExpiry, start.adding(40));
   EXPECT_EQ(leaseTimer->pending, start.adding(20));
-}
-
-TEST_F(LidAwakeControllerTest, TwoQuickTurnOnsSendOneRenewal) {
-  lid->holdsReplies = true;
-  auto controller = make();
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(held(), 1u);
-  EXPECT_EQ(controller->unanswered(), 1);
-
-  lid->answerAll();
-  EXPECT_TRUE(controller->isOn());
-  EXPECT_EQ(lid->renewCount, 1);
-  EXPECT_TRUE(controller->isSettled());
 }
 
 TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionUnlessLapsedWhileTurnOnReplacesIt) {
@@ -210,7 +196,7 @@ TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionUnlessLapsedWhileTur
 
 // --- Switching off ---
 
-TEST_F(LidAwakeControllerTest, LateSuccessAfterTurnOffDoesNotTurnDeepwakeOn) {
+TEST_F(LidAwakeControllerTest, ALateSuccessOrFailureAfterTurnOffChangesNothing) {
   lid->holdsReplies = true;
   auto controller = make();
   ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
@@ -233,17 +219,14 @@ TEST_F(LidAwakeControllerTest, LateSuccessAfterTurnOffDoesNotTurnDeepwakeOn) {
   EXPECT_FALSE(lid->isEngaged());
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_TRUE(awake->isOn());  // only Deepwake ends
-}
 
-TEST_F(LidAwakeControllerTest, LateFailureAfterTurnOffRecordsNothing) {
-  lid->holdsReplies = true;
+  // A late failure records nothing.
   lid->nextRenewalError = unavailable();
-  auto controller = make();
   ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
   controller->turnOff();
   lid->answerAll();
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
-  EXPECT_EQ(lid->revokeCount, 1);  // no second give-back for the stale reply
+  EXPECT_EQ(lid->revokeCount, 2);  // no second give-back for the stale reply
 }
 
 TEST_F(LidAwakeControllerTest, TurnOffWithNothingHeldSendsNothing) {
@@ -326,19 +309,7 @@ TEST_F(LidAwakeControllerTest, FailedGiveBackAfterAFailedRenewalLeavesOnlyTheRes
 
 // --- Deepwake follows the awake session ---
 
-TEST_F(LidAwakeControllerTest, StoppingTheSessionTurnsDeepwakeOffThroughTheZeroDelayDeadline) {
-  auto controller = makeOn();
-  awake->turnOff();
-  EXPECT_EQ(sessionEnd->pending, now());
-  EXPECT_TRUE(controller->isOn());  // not inside the session's own change
-
-  sessionEnd->fire();
-  EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(lid->revokeCount, 1);
-  EXPECT_EQ(leaseTimer->pending, std::nullopt);
-}
-
-TEST_F(LidAwakeControllerTest, ATimedSessionEndsDeepwakeAtItsEndWhicheverTimerSeesItFirst) {
+TEST_F(LidAwakeControllerTest, TheSessionsEndEndsDeepwakeWhicheverTimerSeesItFirst) {
   const std::vector<std::pair<const char*, std::function<void()>>> ends = {
       {"Deepwake's own timer, fired early first", [&] {
          const Date end = now().adding(1800);
@@ -359,6 +330,13 @@ TEST_F(LidAwakeControllerTest, ATimedSessionEndsDeepwakeAtItsEndWhicheverTimerSe
       {"the lease check", [&] {
          clocks.pass(1800);
          leaseTimer->fire();
+       }},
+      // Not inside the session's own change, but through a deadline of now.
+      {"the session stopped", [&] {
+         awake->turnOff();
+         EXPECT_EQ(sessionEnd->pending, now());
+         EXPECT_TRUE(lid->isEngaged());
+         sessionEnd->fire();
        }},
   };
   for (const auto& [name, end] : ends) {

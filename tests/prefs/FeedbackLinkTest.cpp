@@ -9,7 +9,7 @@ namespace {
 
 const std::string site = std::string("https://") + WAKELOFT_FEEDBACK_HOST;
 
-TEST(FeedbackLinkTest, TranslatedLanguagesGetTheirOwnPageOthersTheUntranslatedForm) {
+TEST(FeedbackLinkTest, TranslatedLanguagesGetTheirOwnPageAndVersionsGoInTheQueryInOrder) {
   EXPECT_EQ(FeedbackLink::url(std::nullopt, std::nullopt, "de"), site + "/de/feedback");
   EXPECT_EQ(FeedbackLink::url(std::nullopt, std::nullopt, "fr-CA"), site + "/fr-CA/feedback");
   EXPECT_EQ(FeedbackLink::url(std::nullopt, std::nullopt, "zh-Hant"), site + "/zh-Hant/feedback");
@@ -19,9 +19,7 @@ TEST(FeedbackLinkTest, TranslatedLanguagesGetTheirOwnPageOthersTheUntranslatedFo
   }
   EXPECT_EQ(FeedbackLink::url(std::nullopt, std::nullopt, std::nullopt), site + "/feedback");
   EXPECT_EQ(FeedbackLink::form(), site + "/feedback");  // on the site set at build time
-}
 
-TEST(FeedbackLinkTest, VersionsGoInTheQueryInOrderTheSystemsWithoutAZeroPatch) {
   EXPECT_EQ(FeedbackLink::url("1.4", "14.6.1", "ja"), site + "/ja/feedback?app=1.4&macos=14.6.1");
   EXPECT_EQ(FeedbackLink::url(std::nullopt, "15.0", "en"), site + "/feedback?macos=15.0");
   EXPECT_EQ(FeedbackLink::url("", "15.0", std::nullopt), site + "/feedback?macos=15.0");
@@ -33,7 +31,7 @@ TEST(FeedbackLinkTest, VersionsGoInTheQueryInOrderTheSystemsWithoutAZeroPatch) {
   EXPECT_EQ(FeedbackLink::macOSVersion({26, 1, 0}), "26.1");
 }
 
-TEST(FeedbackLinkTest, ValuesArePercentEncoded) {
+TEST(FeedbackLinkTest, ValuesArePercentEncodedAndOnlyAHostNameMakesAForm) {
   EXPECT_EQ(FeedbackLink::url("1.4 (212)", std::nullopt, std::nullopt), site + "/feedback?app=1.4%20%28212%29");
   // Nothing in a value can start another item, end the query or read as a
   // space.
@@ -42,9 +40,7 @@ TEST(FeedbackLinkTest, ValuesArePercentEncoded) {
   EXPECT_EQ(FeedbackLink::url("1.4\xce\xb2~_-", std::nullopt, std::nullopt), site + "/feedback?app=1.4%CE%B2~_-");
   EXPECT_EQ(FeedbackLink::url(std::string("a\0b", 3), std::nullopt, std::nullopt), site + "/feedback?app=a%00b");
   EXPECT_EQ(FeedbackLink::url("\xff", std::nullopt, std::nullopt), site + "/feedback?app=%FF");
-}
 
-TEST(FeedbackLinkTest, OnlyAHostNameMakesAForm) {
   EXPECT_EQ(FeedbackLink::formOn("example.com"), "https://example.com/feedback");
   EXPECT_EQ(FeedbackLink::formOn("feedback.example-site.co.uk:8443"), "https://feedback.example-site.co.uk:8443/feedback");
   EXPECT_EQ(FeedbackLink::formOn("localhost"), "https://localhost/feedback");

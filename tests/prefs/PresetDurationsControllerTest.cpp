@@ -61,6 +61,11 @@ TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBackUntilPinnedAndTh
   controller.pin({twoHours, hour, halfHour});
   EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 3600.0, 7200.0}));
   EXPECT_EQ(changes, 0);
+
+  // An absent choice removes the key.
+  store->setPinnedSeconds(std::nullopt);
+  EXPECT_TRUE(defaults.values().empty());
+  EXPECT_EQ(store->pinnedSeconds(), std::nullopt);
 }
 
 TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObservers) {
@@ -92,16 +97,6 @@ TEST_F(PresetDurationsControllerTest, AnInvalidPinChangesNothing) {
   EXPECT_EQ(controller.pinned(), std::vector<AwakeDuration>{hour});
   EXPECT_EQ(memory->stored, std::vector<double>{3600});
   EXPECT_EQ(changes, 0);
-}
-
-TEST(UserDefaultsPresetDurationStoreTest, AbsentRemovesTheKey) {
-  InMemoryDefaultsDomain defaults;
-  UserDefaultsPresetDurationStore store(defaults);
-  EXPECT_EQ(store.pinnedSeconds(), std::nullopt);
-  store.setPinnedSeconds(std::vector<double>{7200});
-  EXPECT_EQ(store.pinnedSeconds(), std::vector<double>{7200});
-  store.setPinnedSeconds(std::nullopt);
-  EXPECT_TRUE(defaults.values().empty());
 }
 
 }  // namespace

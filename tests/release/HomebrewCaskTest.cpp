@@ -29,7 +29,7 @@ std::optional<std::string> onPath(const std::string& program) {
   return std::nullopt;
 }
 
-TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTerms) {
+TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTermsAndRefusesValuesItCannotWriteSafely) {
   const auto cask = render("1.2.0", sha256, url);
   ASSERT_EQ(cask.exitStatus, 0) << cask.output;
   EXPECT_NE(cask.output.find("  version \"1.2.0\"\n  sha256 \"" + sha256 + "\"\n"), std::string::npos);
@@ -37,9 +37,7 @@ TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTerms) {
                              "Wakeloft-#{version}.zip\",\n      verified: \"github.com/wakeloft/wakeloft/\"\n"),
             std::string::npos);
   EXPECT_EQ(cask.output.find('@'), std::string::npos) << "a placeholder is left";
-}
 
-TEST(HomebrewCaskTest, RefusesValuesItCannotWriteSafely) {
   const std::tuple<std::string, std::string, std::string, std::string> refused[] = {
       {"1.2.0-beta", sha256, url, "is not a version"},
       {"1.2.0", "E" + sha256.substr(1), url, "is not a SHA-256"},

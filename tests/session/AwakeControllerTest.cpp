@@ -186,17 +186,7 @@ TEST_F(AwakeControllerTest, LengthsThatCannotBeRepresentedTurnTheSessionOffAndNo
   EXPECT_FALSE(awake->isOn());
 }
 
-TEST_F(AwakeControllerTest, SessionObserversSeeTheNewStateInOrder) {
-  auto awake = make();
-  std::vector<std::string> seen;
-  awake->observeSession([&] { seen.push_back(awake->isOn() ? "first on" : "first off"); });
-  awake->observeSession([&] { seen.push_back(awake->isOn() ? "second on" : "second off"); });
-  awake->toggle();
-  awake->toggle();
-  EXPECT_EQ(seen, (std::vector<std::string>{"first on", "second on", "first off", "second off"}));
-}
-
-TEST_F(AwakeControllerTest, ObserversHearOnlyRealChanges) {
+TEST_F(AwakeControllerTest, ObserversHearOnlyRealChangesAndSessionObserversTheNewStateInOrder) {
   auto awake = make();
   int changes = 0;
   const auto subscription = awake->observe([&] { ++changes; });
@@ -217,6 +207,13 @@ TEST_F(AwakeControllerTest, ObserversHearOnlyRealChanges) {
 
   awake->turnOn(60.0);  // a deadline appears: endsAt readers must hear of it
   EXPECT_GT(changes, afterStart);
+
+  std::vector<std::string> seen;
+  awake->observeSession([&] { seen.push_back(awake->isOn() ? "first on" : "first off"); });
+  awake->observeSession([&] { seen.push_back(awake->isOn() ? "second on" : "second off"); });
+  awake->toggle();
+  awake->toggle();
+  EXPECT_EQ(seen, (std::vector<std::string>{"first off", "second off", "first on", "second on"}));
 }
 
 TEST_F(AwakeControllerTest, ATimerOutlivingItsControllerDoesNothing) {
@@ -255,7 +252,7 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   EXPECT_EQ(timed->remaining(), 900);
 }
 
-TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableDeadline) {
+TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableDeadlineUnlessNotRestoring) {
   for (const auto stored : {StoredAwakeIntent::intent(AwakeIntent::until(now().adding(-1))),
                             StoredAwakeIntent::intent(AwakeIntent::until(now())),  // due now counts as lapsed
                             StoredAwakeIntent::unreadableDeadline(),
@@ -269,15 +266,14 @@ TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableDeadline) {
   }
   EXPECT_EQ(blocker->engageCalls, 0);
   EXPECT_EQ(blocker->releaseCalls, 0);
-}
 
-TEST_F(AwakeControllerTest, LaunchWithoutRestoringTouchesNothing) {
   store->stored = StoredAwakeIntent::unreadableDeadline();
-  auto awake = make(/*restoring=*/false);
-  EXPECT_TRUE(awake->isRequested());
-  EXPECT_FALSE(awake->isOn());
+  const int calls = sessionCalls;
+  auto kept = make(/*restoring=*/false);
+  EXPECT_TRUE(kept->isRequested());
+  EXPECT_FALSE(kept->isOn());
   EXPECT_EQ(store->stored, StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(sessionCalls, 0);
+  EXPECT_EQ(sessionCalls, calls);
   EXPECT_FALSE(scheduler->pending.has_value());
 }
 

@@ -268,7 +268,7 @@ TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPane) {
   EXPECT_EQ(panel.login.toggle.action(false), PanelAction::setOpenAtLogin(false));
 }
 
-TEST_F(AwakePanelContentTest, AnAppOutsideApplicationsIsToldToMove) {
+TEST_F(AwakePanelContentTest, AnAppOutsideApplicationsIsToldToMoveAndARefusalShowsTheSystemsWords) {
   app.loginItemService = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, /*isAtStableLocation=*/false);
   app.start();
   auto panel = content();
@@ -280,13 +280,10 @@ TEST_F(AwakePanelContentTest, AnAppOutsideApplicationsIsToldToMove) {
 
   app.loginItem->setEnabled(false);
   EXPECT_EQ(content().login.location, std::nullopt);  // nothing to warn about while off
-}
 
-TEST_F(AwakePanelContentTest, ALoginItemTheSystemRefusedShowsTheSystemsWords) {
-  app.start();
   app.loginItemService->nextRegistrationError = std::make_exception_ptr(std::runtime_error("Operation not permitted"));
   app.loginItem->setEnabled(true);
-  const auto panel = content();
+  panel = content();
   EXPECT_FALSE(panel.login.toggle.isOn);
   EXPECT_EQ(panel.login.failure, errorNote(LocalizedText::verbatim("Operation not permitted")));
 }

@@ -98,7 +98,7 @@ TEST_F(MenuBarSceneTest, OpeningBringsTheControllersUpToDateBeforeTheFirstRender
   EXPECT_EQ(panels.size(), 1u);  // already shown as it is
 }
 
-TEST_F(MenuBarSceneTest, BecomingKeyRefreshesAgain) {
+TEST_F(MenuBarSceneTest, BecomingKeyRefreshesAgainAndAClosedPanelIsNotRenderedButReopensInFull) {
   makeScene();
   scene->panelWillOpen();
   app.loginItemService->setState(LoginItemState::requiresApproval);
@@ -112,6 +112,20 @@ TEST_F(MenuBarSceneTest, BecomingKeyRefreshesAgain) {
   EXPECT_EQ(panels.back().login.approval->link->title.english(), "Open Login Items\u2026");
   scene->perform(panels.back().login.approval->link->action);
   EXPECT_EQ(loginItemsOpened, 1);
+
+  // Closed, the panel is not rendered.
+  scene->panelDidClose();
+  app.awake->turnOn(std::nullopt);
+  runDeferred();
+  EXPECT_EQ(panels.size(), 2u);
+
+  // Reopened with nothing changed since, it is still shown in full: the view
+  // builds a new panel each time.
+  scene->panelWillOpen();
+  scene->panelDidClose();
+  scene->panelWillOpen();
+  EXPECT_EQ(panels.size(), 4u);
+  EXPECT_EQ(shownStatusLine(), "On");
 }
 
 TEST_F(MenuBarSceneTest, ChangesMadeTogetherRenderOnceAndEachLaterOneAgain) {
@@ -134,23 +148,6 @@ TEST_F(MenuBarSceneTest, ChangesMadeTogetherRenderOnceAndEachLaterOneAgain) {
   runDeferred();
   ASSERT_EQ(panels.back().sessionControls.presets.size(), 1u);
   EXPECT_EQ(panels.back().sessionControls.presets[0].action, PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
-}
-
-TEST_F(MenuBarSceneTest, TheClosedPanelIsNotRenderedAndReopensInFull) {
-  makeScene();
-  scene->panelWillOpen();
-  scene->panelDidClose();
-  app.awake->turnOn(std::nullopt);
-  runDeferred();
-  EXPECT_EQ(panels.size(), 1u);
-
-  // Reopened with nothing changed since, it is still shown in full: the view
-  // builds a new panel each time.
-  scene->panelWillOpen();
-  scene->panelDidClose();
-  scene->panelWillOpen();
-  EXPECT_EQ(panels.size(), 3u);
-  EXPECT_EQ(shownStatusLine(), "On");
 }
 
 TEST_F(MenuBarSceneTest, ARefusedSwitchIsShownAgainAsThingsStand) {

@@ -24,7 +24,7 @@ class PanelActionTest : public ::testing::Test {
   int settingsOpened = 0;
 };
 
-TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirst) {
+TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirstAndTheLoginControlsReachTheSystem) {
   run(PanelAction::toggleAwakeMode());
   EXPECT_TRUE(app.awake->isOn());
   EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
@@ -37,6 +37,14 @@ TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirs
   EXPECT_EQ(app.helper->revokeCount, 1);
   EXPECT_FALSE(app.helper->isEngaged());
   EXPECT_FALSE(app.intents->isAwakeRequested());
+
+  run(PanelAction::setOpenAtLogin(true));
+  EXPECT_TRUE(app.loginItem->isEnabled());
+  run(PanelAction::setOpenAtLogin(false));
+  EXPECT_EQ(app.loginItemService->unregisterCount, 1);
+  EXPECT_FALSE(app.loginItem->isRegistered());
+  run(PanelAction::openLoginItemsSettings());
+  EXPECT_EQ(settingsOpened, 1);
 }
 
 TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHoursAndPresetsSetTheTimer) {
@@ -78,16 +86,6 @@ TEST_F(PanelActionTest, DontRetryForgetsTheRequestedSession) {
   EXPECT_FALSE(app.awake->isRequested());
   EXPECT_FALSE(app.intents->isAwakeRequested());
   EXPECT_EQ(app.awake->lastFailure(), std::nullopt);
-}
-
-TEST_F(PanelActionTest, TheLoginSwitchAndLinkReachTheSystem) {
-  run(PanelAction::setOpenAtLogin(true));
-  EXPECT_TRUE(app.loginItem->isEnabled());
-  run(PanelAction::setOpenAtLogin(false));
-  EXPECT_EQ(app.loginItemService->unregisterCount, 1);
-  EXPECT_FALSE(app.loginItem->isRegistered());
-  run(PanelAction::openLoginItemsSettings());
-  EXPECT_EQ(settingsOpened, 1);
 }
 
 TEST_F(PanelActionTest, OpeningThePanelRefreshesLoginSessionLeaseAndLidInThatOrder) {

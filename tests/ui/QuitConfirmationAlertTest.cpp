@@ -32,7 +32,7 @@ TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAloneAnd
             std::nullopt);
 }
 
-TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocale) {
+TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocaleAndDeepwakeIsAskedAboutWithItsOwnWords) {
   const auto english =
       QuitConfirmationAlert::make(QuitConfirmation::awakeMode(1500), "en_US", LayoutDirection::leftToRight);
   ASSERT_TRUE(english);
@@ -43,9 +43,7 @@ TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocale) {
   const LocalizedText timeLeft(TextCatalog::leftInThisSession, {AwakeDuration{5400}.label("de_DE")});
   EXPECT_EQ(germanLabel.sentences()[0], timeLeft);
   EXPECT_EQ(germanLabel.sentences()[1], LocalizedText(TextCatalog::quit));
-}
 
-TEST(QuitConfirmationAlertTest, DeepwakeIsAskedAboutWithItsOwnWords) {
   const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
   ASSERT_TRUE(alert);
   EXPECT_EQ(alert->title.english(), "Quit and end Deepwake?");
