@@ -96,7 +96,7 @@ TEST(ChildProcessTest, AHungChildIsKilledAndReapedAtTheDeadlineNamedInWords) {
   EXPECT_EQ(ChildProcess::describeSeconds(0.25), "0.25 seconds");
 }
 
-TEST(ChildProcessTest, AProgramThatCannotStartOrDiesOfASignalIsAnError) {
+TEST(ChildProcessTest, AProgramThatCannotStartOrDiesOfASignalIsAnErrorIgnoredOrBlockedOnesIncluded) {
   const auto missing = runFailing({"/nonexistent/pmset", "-g"}, 1);
   EXPECT_EQ(missing.kind(), Kind::notStarted);
   EXPECT_EQ(std::string(missing.what()).rfind("/nonexistent/pmset could not be started: ", 0), 0u) << missing.what();
@@ -106,9 +106,7 @@ TEST(ChildProcessTest, AProgramThatCannotStartOrDiesOfASignalIsAnError) {
   EXPECT_STREQ(killed.what(), "/bin/sh was ended by signal 9");
 
   EXPECT_THROW(ChildProcess::run({}, 1), std::invalid_argument);
-}
 
-TEST(ChildProcessTest, TheChildDoesNotInheritIgnoredOrBlockedSignals) {
   // The helper ignores SIGTERM to receive it through a dispatch source.
   struct sigaction ignore {};
   ignore.sa_handler = SIG_IGN;

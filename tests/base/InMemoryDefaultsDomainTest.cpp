@@ -5,7 +5,7 @@
 namespace wakeloft {
 namespace {
 
-TEST(InMemoryDefaultsDomainTest, BooleanReadingConvertsLikeThePlatform) {
+TEST(InMemoryDefaultsDomainTest, BooleanReadingConvertsLikeThePlatformAndKindsStayApart) {
   InMemoryDefaultsDomain defaults;
   EXPECT_FALSE(defaults.boolean("missing"));
   const std::pair<DefaultsValue, bool> cases[] = {
@@ -19,10 +19,7 @@ TEST(InMemoryDefaultsDomainTest, BooleanReadingConvertsLikeThePlatform) {
     defaults.set("flag", value);
     EXPECT_EQ(defaults.boolean("flag"), expected) << ::testing::PrintToString(value.value.index());
   }
-}
 
-TEST(InMemoryDefaultsDomainTest, KeepsKindsApart) {
-  InMemoryDefaultsDomain defaults;
   defaults.set("n", std::int64_t{1});
   defaults.set("b", true);
   EXPECT_TRUE(defaults.object("n")->holds<std::int64_t>());

@@ -28,7 +28,7 @@ TEST(ObservationTest, PublishedSignalsOnlyRealChanges) {
   EXPECT_EQ(until.get(), std::nullopt);
 }
 
-TEST(ObservationTest, DroppingTheSubscriptionEndsTheObservationAndItMayOutliveItsSignal) {
+TEST(ObservationTest, ObserversMayCancelThemselvesOrOthersWhileBeingToldOrDropTheSubscriptionWhichMayOutliveItsSignal) {
   ChangeSignal signal;
   int changes = 0;
   auto subscription = signal.observe([&] { ++changes; });
@@ -42,10 +42,7 @@ TEST(ObservationTest, DroppingTheSubscriptionEndsTheObservationAndItMayOutliveIt
     subscription = shortLived.observe([] {});
   }
   subscription.cancel();  // must not touch the signal that is gone
-}
 
-TEST(ObservationTest, ObserversMayCancelThemselvesOrOthersWhileBeingTold) {
-  ChangeSignal signal;
   int first = 0, second = 0;
   Subscription secondSubscription;
   auto firstSubscription = signal.observe([&] {

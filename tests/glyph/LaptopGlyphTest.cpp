@@ -122,7 +122,7 @@ TEST(LaptopGlyphPlacementTest, TheFootIsTheGapAboveTheInkSnappedClearOfTheLaptop
   EXPECT_DOUBLE_EQ(Placement::footY(1, 0, 0.42, 1.0), 0);
 }
 
-TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGrid) {
+TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhichIsHollowOnlyWithTwoAndAHalfPixelsInside) {
   for (const double scale : {1.0, 2.0, 3.0}) {
     for (int pixelsHigh = 8; pixelsHigh <= 64; ++pixelsHigh) {
       SCOPED_TRACE(testing::Message() << pixelsHigh << " px at " << scale << "x");
@@ -134,9 +134,7 @@ TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGrid) {
       EXPECT_GE((layout.topY - layout.footY) * scale, 1 - 1e-9);
     }
   }
-}
 
-TEST(LaptopGlyphLayoutTest, OutlinedLaptopIsHollowOnlyWhenItsInsideIsTwoAndAHalfPixels) {
   // 0.11 units at 2.5 px: a unit of 22.73 px, a glyph of 38.07 px.
   EXPECT_FALSE(LaptopGlyph::layout(glyphRect(38), 1).innerStrokeFits);
   EXPECT_TRUE(LaptopGlyph::layout(glyphRect(38.1), 1).innerStrokeFits);
@@ -163,7 +161,7 @@ TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageAtEverySize) {
   }
 }
 
-TEST(LaptopGlyphDrawTest, InkReachesTheHandleUnlessBlunt) {
+TEST(LaptopGlyphDrawTest, InkReachesTheHandleUnlessBluntTheFilledLaptopSplitsOnlyAtFullDetailAndNoRoomDrawsNothing) {
   const GlyphRect in = glyphRect(64);
   const auto layout = LaptopGlyph::layout(in, 1);
   const double unit = layout.unit;
@@ -180,10 +178,7 @@ TEST(LaptopGlyphDrawTest, InkReachesTheHandleUnlessBlunt) {
   const double narrowInk = (LaptopGlyph::inkWidth(Detail::blunt) - 2 * LaptopGlyph::strokeWidth) * unit;
   EXPECT_NEAR(bluntInk.maxX - bluntInk.minX, narrowInk, 1e-9);
   EXPECT_NEAR(bluntInk.minX - in.x, in.maxX() - bluntInk.maxX, 1e-9);
-}
 
-TEST(LaptopGlyphDrawTest, FilledLaptopSplitsIntoBaseAndLidOnlyAtFullDetailAndNoRoomDrawsNothing) {
-  const GlyphRect in = glyphRect(64);
   // Laptop slabs, handle ring, body.
   EXPECT_EQ(paints(LaptopGlyph::draw(true, in, Detail::full, 1)), "FFSF");
   EXPECT_EQ(paints(LaptopGlyph::draw(true, in, Detail::plain, 1)), "FSF");

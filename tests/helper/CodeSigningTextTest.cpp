@@ -21,7 +21,7 @@ std::vector<std::uint8_t> teamBuffer(std::string_view identifier) {
   return buffer;
 }
 
-TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndAndHexIsLowerCaseTwoDigitsAByte) {
+TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndInRepairedUtf8AndHexIsLowerCaseTwoDigitsAByte) {
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("ABCDE12345")), "ABCDE12345");
   const std::string filling(64, 'Q');
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer(filling)), filling);
@@ -41,17 +41,15 @@ TEST(CodeSigningTextTest, TeamIdentifierEndsAtZeroOrAtTheBuffersEndAndHexIsLower
   for (std::size_t i = 0; i < hash.size(); ++i) hash[i] = static_cast<std::uint8_t>(i * 13);
   EXPECT_EQ(CodeSigningText::codeDirectoryHash(hash), "000d1a2734414e5b6875828f9ca9b6c3d0ddeaf7");
   EXPECT_EQ(CodeSigningText::codeDirectoryHash(std::span(hash).first(19)), std::nullopt);
-}
 
-TEST(Utf8Test, OnlyWellFormedSequencesAreValidAndRepairReplacesEachMaximalBrokenPartOnce) {
   EXPECT_TRUE(Utf8::isValid("plain \u00e9\u20ac\U0001F319"));
   EXPECT_FALSE(Utf8::isValid("\xC0\x80"));          // overlong
   EXPECT_FALSE(Utf8::isValid("\xED\xA0\x80"));      // surrogate
   EXPECT_FALSE(Utf8::isValid("\xF4\x90\x80\x80"));  // above U+10FFFF
   EXPECT_FALSE(Utf8::isValid("\xE2\x82"));          // cut short
 
-  const auto repaired = [](std::string_view bytes) {
-    return Utf8::repaired({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  const auto repaired = [](std::string_view text) {
+    return Utf8::repaired({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
   };
   EXPECT_EQ(repaired("\xC0\x80"), "\uFFFD\uFFFD");
   EXPECT_EQ(repaired("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD");

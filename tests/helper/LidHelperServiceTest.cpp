@@ -13,7 +13,7 @@ namespace {
 
 using testing::TemporaryDirectory;
 
-TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarries) {
+TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarriesAndTheCodeRequirementPinsIdentifierAndTeam) {
   EXPECT_EQ(PropertyListXMLWriter::document(LidHelperService::launchdPlist()),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
@@ -38,9 +38,7 @@ TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarries) {
             "\t<true/>\n"
             "</dict>\n"
             "</plist>\n");
-}
 
-TEST(LidHelperServiceTest, CodeRequirementPinsIdentifierAndTeamButNoMalformedOrEscapingOnes) {
   EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", "ABCDE12345"),
             "anchor apple generic and identifier \"com.wakeloft.app\" and certificate leaf[subject.OU] = \"ABCDE12345\"");
   EXPECT_EQ(LidHelperService::codeRequirement(LidHelperService::label, "0123456789"),

@@ -68,7 +68,7 @@ TEST(PmsetCommandTest, AnythingElseIsAnErrorThatSaysWhatCameInShortValidText) {
   EXPECT_EQ(text.rfind("pmset -g listed no power settings: \xEF\xBF\xBD\xEF\xBF\xBD not text xxx", 0), 0u) << text;
 }
 
-TEST(PmsetCommandTest, AWriteFailsOnlyWhenTheToolDoes) {
+TEST(PmsetCommandTest, AWriteFailsOnlyWhenTheToolDoesOrTimesOutWhichReachesTheCallerUnchanged) {
   EXPECT_NO_THROW(PmsetCommand::checkWritten(exited(0, "")));
   try {
     PmsetCommand::checkWritten(exited(1, "  pmset must be run as root in order to modify settings  \n"));
@@ -77,6 +77,19 @@ TEST(PmsetCommandTest, AWriteFailsOnlyWhenTheToolDoes) {
     EXPECT_STREQ(error.what(), "pmset failed with exit status 1: pmset must be run as root in order to modify settings");
   }
   EXPECT_THROW(PmsetCommand::checkWritten(exited(2, "")), std::runtime_error);
+
+  const PmsetCommand::Run hanging = [](const std::vector<std::string>&, double timeout) -> ChildProcess::Result {
+    throw ChildProcessError(ChildProcessError::Kind::timedOut,
+                            "/usr/bin/pmset did not finish within " + ChildProcess::describeSeconds(timeout) +
+                                " and was stopped");
+  };
+  try {
+    PmsetCommand::write(true, hanging);
+    FAIL() << "a write that timed out passed";
+  } catch (const ChildProcessError& error) {
+    EXPECT_STREQ(error.what(), "/usr/bin/pmset did not finish within 1 second and was stopped");
+  }
+  EXPECT_THROW(PmsetCommand::read(hanging), ChildProcessError);
 }
 
 TEST(PmsetCommandTest, WritesAndReadsWithTheirOwnArgumentsAndTimeLimits) {
@@ -96,21 +109,6 @@ TEST(PmsetCommandTest, WritesAndReadsWithTheirOwnArgumentsAndTimeLimits) {
   EXPECT_EQ(calls[1].first, (std::vector<std::string>{"/usr/bin/pmset", "-a", "disablesleep", "0"}));
   EXPECT_EQ(calls[2].first, (std::vector<std::string>{"/usr/bin/pmset", "-g"}));
   EXPECT_EQ(calls[2].second, 0.25);
-}
-
-TEST(PmsetCommandTest, ATimeOutOfTheToolReachesTheCallerUnchanged) {
-  const PmsetCommand::Run hanging = [](const std::vector<std::string>&, double timeout) -> ChildProcess::Result {
-    throw ChildProcessError(ChildProcessError::Kind::timedOut,
-                            "/usr/bin/pmset did not finish within " + ChildProcess::describeSeconds(timeout) +
-                                " and was stopped");
-  };
-  try {
-    PmsetCommand::write(true, hanging);
-    FAIL() << "a write that timed out passed";
-  } catch (const ChildProcessError& error) {
-    EXPECT_STREQ(error.what(), "/usr/bin/pmset did not finish within 1 second and was stopped");
-  }
-  EXPECT_THROW(PmsetCommand::read(hanging), ChildProcessError);
 }
 
 // A stand-in for pmset that keeps the setting in a file beside it and lists

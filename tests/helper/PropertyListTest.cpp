@@ -52,7 +52,7 @@ TEST(PropertyListTest, EveryKindSurvivesTheXMLWriterAndTheSystemParserAndReadsLi
   EXPECT_EQ(parser.parse(bytesOf(binary)), everyKind());
 }
 
-TEST(PropertyListTest, DocumentUsesThePlatformsHeaderAndTabIndentation) {
+TEST(PropertyListTest, DocumentUsesThePlatformsHeaderAndTabIndentationAndScalarsTheirXMLForms) {
   const PropertyList value = PropertyList::Dictionary{{"A", PropertyList::Array{true}}, {"B", PropertyList::Dictionary{}}};
   EXPECT_EQ(PropertyListXMLWriter::document(value),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -67,11 +67,9 @@ TEST(PropertyListTest, DocumentUsesThePlatformsHeaderAndTabIndentation) {
             "\t<dict/>\n"
             "</dict>\n"
             "</plist>\n");
-}
 
-TEST(PropertyListTest, ScalarsAreWrittenInTheirXMLForms) {
-  const auto body = [](const PropertyList& value) {
-    const auto doc = PropertyListXMLWriter::document(value);
+  const auto body = [](const PropertyList& scalar) {
+    const auto doc = PropertyListXMLWriter::document(scalar);
     const auto start = doc.find("<plist version=\"1.0\">\n") + 22;
     return doc.substr(start, doc.size() - start - 9);
   };

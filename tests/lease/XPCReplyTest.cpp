@@ -65,7 +65,7 @@ TEST(XPCReplyTest, AnOutcomeIsDeliveredLaterOnTheMainLoopFromAnyThreadAndAnError
   EXPECT_EQ(deliveries->outcomes.back(), Outcome::failed());
 }
 
-TEST(XPCReplyTest, AnAnswerAfterTheTimeLimitIsDroppedAndTheLimitAloneStillDelivers) {
+TEST(XPCReplyTest, ATimeLimitDropsALaterAnswerKeepsTheLatchAliveAndDeliversAloneOrIsDroppedAfterAnAnswer) {
   auto deliveries = makeDeliveries();
   auto reply = XPCReply::make(deliveries->callback(deliveries));
   reply->expire(0.05);
@@ -83,22 +83,21 @@ TEST(XPCReplyTest, AnAnswerAfterTheTimeLimitIsDroppedAndTheLimitAloneStillDelive
   ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return alone->count() == 1; }, 5));
   EXPECT_EQ(alone->outcomes.front(), Outcome::unanswered());
   EXPECT_TRUE(alone->allOnMainThread);
-}
 
-TEST(XPCReplyTest, APendingTimeLimitKeepsTheLatchAliveAndIsDroppedAfterAnAnswer) {
-  auto deliveries = makeDeliveries();
-  auto reply = XPCReply::make(deliveries->callback(deliveries));
-  const std::weak_ptr<XPCReply> watched = reply;
-  reply->expire(0.05);
-  reply->finish(Outcome::replied("refused"));
-  reply.reset();
+  // A pending time limit keeps the latch alive and is dropped after an answer.
+  auto answered = makeDeliveries();
+  auto pending = XPCReply::make(answered->callback(answered));
+  const std::weak_ptr<XPCReply> watched = pending;
+  pending->expire(0.05);
+  pending->finish(Outcome::replied("refused"));
+  pending.reset();
   EXPECT_FALSE(watched.expired());  // the timer still holds it
 
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return answered->count() == 1; }, 5));
   // Let the timer fire; its outcome must go nowhere.
   testing::pumpMainLoopUntil([] { return false; }, 0.15);
   EXPECT_TRUE(watched.expired());
-  EXPECT_EQ(deliveries->outcomes, std::vector<Outcome>{Outcome::replied("refused")});
+  EXPECT_EQ(answered->outcomes, std::vector<Outcome>{Outcome::replied("refused")});
 }
 
 TEST(XPCReplyTest, ReplyErrorAndTimeLimitRacingDeliverExactlyOneOutcome) {

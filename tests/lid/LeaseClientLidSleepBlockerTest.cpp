@@ -192,7 +192,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, AnUnreachableHelperAwaitingApprovalSaysSo
 
 // Revoke outcomes
 
-TEST_F(LeaseClientLidSleepBlockerTest, RevokeWithNothingToGiveBackSendsNothing) {
+TEST_F(LeaseClientLidSleepBlockerTest, RevokeWithNothingToGiveBackSendsNothingAndAFailedOneIsSuccessUnlessALeaseMayBeHeld) {
   blocker->revoke(log.record("revoke"));
   EXPECT_EQ(log.last(), success());  // at once
   EXPECT_TRUE(transport->sent.empty());
@@ -203,6 +203,17 @@ TEST_F(LeaseClientLidSleepBlockerTest, RevokeWithNothingToGiveBackSendsNothing) 
   blocker->revoke(log.record("revoke"));
   EXPECT_EQ(log.last(), success());
   EXPECT_EQ(transport->sent.size(), 1u);
+
+  engage();
+  revokeAndAnswer(Outcome::failed());
+  EXPECT_EQ(log.last(), success());
+  EXPECT_FALSE(blocker->isResetUnconfirmed());
+  EXPECT_FALSE(transport->isOpen());
+
+  loseTrack();
+  revokeAndAnswer(Outcome::failed());
+  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
+  EXPECT_TRUE(blocker->isResetUnconfirmed());
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesAtOnceAndEndsDoubtWhenConfirmedButLeavesItWhenRefused) {
@@ -237,19 +248,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, UnansweredRevokeLeavesDoubtSoTheNextRevok
   EXPECT_EQ(transport->sent.back().connection, 2);
   answer(Outcome::replied(std::nullopt));
   EXPECT_FALSE(blocker->isResetUnconfirmed());
-}
-
-TEST_F(LeaseClientLidSleepBlockerTest, FailedRevokeIsSuccessUnlessALeaseMayBeHeld) {
-  engage();
-  revokeAndAnswer(Outcome::failed());
-  EXPECT_EQ(log.last(), success());
-  EXPECT_FALSE(blocker->isResetUnconfirmed());
-  EXPECT_FALSE(transport->isOpen());
-
-  loseTrack();
-  revokeAndAnswer(Outcome::failed());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
-  EXPECT_TRUE(blocker->isResetUnconfirmed());
 }
 
 // Serial asking and the time limit

@@ -36,7 +36,7 @@ TEST(UserDefaultsLidAwakeStoreTest, AcknowledgementIsABooleanUnderItsKeyAndOther
 
 using Store = UserDefaultsDeepwakeGuardrailStore;
 
-TEST(UserDefaultsDeepwakeGuardrailStoreTest, SettingsRoundTripUnderTheirKeysAndDefaultWhenAbsent) {
+TEST(UserDefaultsDeepwakeGuardrailStoreTest, SettingsRoundTripUnderTheirKeysAndDefaultWhenAbsentOrUnreadableWhichAreRemoved) {
   InMemoryDefaultsDomain defaults;
   Store store(defaults);
   EXPECT_EQ(store.settings(), DeepwakeGuardrails::Settings{});
@@ -49,19 +49,16 @@ TEST(UserDefaultsDeepwakeGuardrailStoreTest, SettingsRoundTripUnderTheirKeysAndD
   EXPECT_EQ(defaults.object(Store::batteryFloorKey), DefaultsValue(0));
   EXPECT_EQ(defaults.object(Store::onlyOnPowerAdapterKey), DefaultsValue(true));
   EXPECT_EQ(Store(defaults).settings(), chosen);
-}
 
-TEST(UserDefaultsDeepwakeGuardrailStoreTest, UnreadableValuesFallBackToTheDefaultAndAreRemoved) {
   const DefaultsValue unreadableFloors[] = {true, 25, 20.5, -10, 1e300, "20", DefaultsValue::Array{20}};
   for (const auto& floor : unreadableFloors) {
-    InMemoryDefaultsDomain defaults;
-    defaults.set(Store::batteryFloorKey, floor);
-    defaults.set(Store::stopsWhenLidOpensKey, true);
-    EXPECT_EQ(Store(defaults).settings().batteryFloor, 20);
-    EXPECT_EQ(defaults.object(Store::batteryFloorKey), std::nullopt);
-    EXPECT_EQ(defaults.object(Store::stopsWhenLidOpensKey), DefaultsValue(true));  // the readable one stays
+    InMemoryDefaultsDomain garbled;
+    garbled.set(Store::batteryFloorKey, floor);
+    garbled.set(Store::stopsWhenLidOpensKey, true);
+    EXPECT_EQ(Store(garbled).settings().batteryFloor, 20);
+    EXPECT_EQ(garbled.object(Store::batteryFloorKey), std::nullopt);
+    EXPECT_EQ(garbled.object(Store::stopsWhenLidOpensKey), DefaultsValue(true));  // the readable one stays
   }
-  InMemoryDefaultsDomain defaults;
   defaults.set(Store::batteryFloorKey, 50.0);  // a real that is a whole floor reads
   defaults.set(Store::stopsInLowPowerModeKey, 0);
   defaults.set(Store::onlyOnPowerAdapterKey, "YES");

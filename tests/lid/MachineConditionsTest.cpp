@@ -61,7 +61,7 @@ MachineConditionsSnapshot onBatteryAt(int charge) {
   return {.isOnBattery = true, .batteryCharge = charge, .isLidClosed = true};
 }
 
-TEST(DeepwakeGuardrailsTest, BatteryFloorHoldsAtAndBelowItOnlyWhileOnBattery) {
+TEST(DeepwakeGuardrailsTest, HeatThenLowPowerModeThenTheFloorWhichHoldsAtAndBelowItOnlyWhileOnBattery) {
   const DeepwakeGuardrails::Settings settings;  // floor 20
   EXPECT_EQ(DeepwakeGuardrails::holding(settings, onBatteryAt(21)), std::nullopt);
   EXPECT_EQ(DeepwakeGuardrails::holding(settings, onBatteryAt(20)), (Stop{Rule::batteryFloor, 20}));
@@ -74,20 +74,17 @@ TEST(DeepwakeGuardrailsTest, BatteryFloorHoldsAtAndBelowItOnlyWhileOnBattery) {
   EXPECT_EQ(DeepwakeGuardrails::holding(settings, noFigure), std::nullopt);
   EXPECT_EQ(DeepwakeGuardrails::holding({.batteryFloor = 0}, onBatteryAt(1)), std::nullopt);
   EXPECT_EQ(DeepwakeGuardrails::holding({.batteryFloor = 50}, onBatteryAt(50)), (Stop{Rule::batteryFloor, 50}));
-}
 
-TEST(DeepwakeGuardrailsTest, HeatThenLowPowerModeThenTheFloor) {
   auto everything = onBatteryAt(5);
   everything.isLowPowerModeOn = true;
   everything.thermalState = ThermalState::critical;
-  const DeepwakeGuardrails::Settings settings;
   EXPECT_EQ(DeepwakeGuardrails::holding(settings, everything), Stop{Rule::criticalHeat});
   everything.thermalState = ThermalState::serious;  // a notice, not a stop
   EXPECT_EQ(DeepwakeGuardrails::holding(settings, everything), Stop{Rule::lowPowerMode});
   EXPECT_EQ(DeepwakeGuardrails::holding({.stopsInLowPowerMode = false}, everything), (Stop{Rule::batteryFloor, 20}));
 }
 
-TEST(DeepwakeGuardrailsTest, OpeningTheLidStopsOnlyWhenChosenAndOnlyFromClosed) {
+TEST(DeepwakeGuardrailsTest, OpeningTheLidStopsOnlyWhenChosenAndOnlyFromClosedNoticesAndThePauseForPower) {
   auto closed = onBatteryAt(80), open = onBatteryAt(80), unknown = onBatteryAt(80);
   open.isLidClosed = false;
   unknown.isLidClosed.reset();
@@ -97,9 +94,7 @@ TEST(DeepwakeGuardrailsTest, OpeningTheLidStopsOnlyWhenChosenAndOnlyFromClosed) 
   EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, open, closed), std::nullopt);
   EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, open, open), std::nullopt);
   EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, unknown, open), std::nullopt);
-}
 
-TEST(DeepwakeGuardrailsTest, NoticesAndThePauseForPower) {
   const DeepwakeGuardrails::Settings adapterOnly{.onlyOnPowerAdapter = true};
   auto onPower = onBatteryAt(80);
   onPower.isOnBattery = false;

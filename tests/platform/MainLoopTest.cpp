@@ -36,7 +36,7 @@ TEST(TimerDeadlineSchedulerTest, ASecondScheduleReplacesTheFirstAndAnActionMaySc
   EXPECT_TRUE(pumpMainLoopUntil([&] { return fired.size() == 4; }, 1));
 }
 
-TEST(TimerDeadlineSchedulerTest, APastDeadlineFiresAfterTheFloorOnTheMainThread) {
+TEST(TimerDeadlineSchedulerTest, APastDeadlineFiresAfterTheFloorOnTheMainThreadButCancelledOrDestroyedTimersDoNotFire) {
   TimerDeadlineScheduler scheduler;
   bool fired = false;
   bool onMain = false;
@@ -51,22 +51,20 @@ TEST(TimerDeadlineSchedulerTest, APastDeadlineFiresAfterTheFloorOnTheMainThread)
   EXPECT_TRUE(onMain);
   EXPECT_GE(waited, 49ms);
   EXPECT_LT(waited, 400ms);
-}
 
-TEST(TimerDeadlineSchedulerTest, CancelledOrDestroyedTimersDoNotFire) {
-  bool fired = false;
+  fired = false;
   {
-    TimerDeadlineScheduler scheduler;
-    scheduler.cancel();  // nothing pending: nothing happens
-    scheduler.schedule(inSeconds(0), [&] { fired = true; });
-    scheduler.cancel();
-    scheduler.schedule(inSeconds(0), [&] { fired = true; });
+    TimerDeadlineScheduler cancelled;
+    cancelled.cancel();  // nothing pending: nothing happens
+    cancelled.schedule(inSeconds(0), [&] { fired = true; });
+    cancelled.cancel();
+    cancelled.schedule(inSeconds(0), [&] { fired = true; });
   }
   pumpMainLoopFor(0.15);
   EXPECT_FALSE(fired);
 }
 
-TEST(MainRunLoopTest, WorkPostedOnTheMainThreadWaitsForTheNextTurnAndFromOtherThreadsRunsThereInOrder) {
+TEST(MainRunLoopTest, WorkPostedWaitsForTheNextTurnOfTheMainThreadFromOtherThreadsInOrderOrAfterADelay) {
   bool ran = false;
   MainRunLoop::perform([&] { ran = true; });
   EXPECT_FALSE(ran);
@@ -86,12 +84,10 @@ TEST(MainRunLoopTest, WorkPostedOnTheMainThreadWaitsForTheNextTurnAndFromOtherTh
   ASSERT_TRUE(pumpMainLoopUntil([&] { return order.size() == 50; }, 2));
   EXPECT_TRUE(allOnMain);
   for (int i = 0; i < 50; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
-}
 
-TEST(MainRunLoopTest, DelayedWorkWaitsOffTheMainThread) {
   const auto start = std::chrono::steady_clock::now();
   std::chrono::steady_clock::duration waited{};
-  bool ran = false;
+  ran = false;
   MainRunLoop::performAfter(0.1, [&] {
     waited = std::chrono::steady_clock::now() - start;
     ran = isMainThread();

@@ -12,7 +12,7 @@ namespace {
 
 PropertyList info(PropertyList::Dictionary entries) { return PropertyList(std::move(entries)); }
 
-TEST(AboutInfoTest, ReadsTheVersionAndTheBuildUnlessItAddsNothing) {
+TEST(AboutInfoTest, ReadsTheVersionAndTheBuildUnlessItAddsNothingAndNothingWithoutAVersionText) {
   const auto about =
       AboutInfo::fromInfoDictionary(info({{"CFBundleShortVersionString", "1.4"}, {"CFBundleVersion", "212"}}));
   ASSERT_TRUE(about);
@@ -33,9 +33,7 @@ TEST(AboutInfoTest, ReadsTheVersionAndTheBuildUnlessItAddsNothing) {
       AboutInfo::fromInfoDictionary(info({{"CFBundleShortVersionString", "2.0"}, {"CFBundleVersion", 212}}));
   ASSERT_TRUE(notText);
   EXPECT_EQ(notText->formattedVersion(), "2.0");
-}
 
-TEST(AboutInfoTest, NothingWithoutAVersionText) {
   EXPECT_EQ(AboutInfo::fromInfoDictionary(std::nullopt), std::nullopt);
   EXPECT_EQ(AboutInfo::fromInfoDictionary(info({})), std::nullopt);
   EXPECT_EQ(AboutInfo::fromInfoDictionary(info({{"CFBundleVersion", "212"}})), std::nullopt);

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/InMemoryDefaultsDomain.h"
-#include "prefs/InMemoryPresetDurationStore.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
 
 namespace wakeloft {
@@ -68,7 +67,7 @@ TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBackUntilPinnedAndTh
   EXPECT_EQ(store->pinnedSeconds(), std::nullopt);
 }
 
-TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObservers) {
+TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObserversButAnInvalidPinChangesNothing) {
   PresetDurationsController controller(store);
   int changes = 0;
   const auto subscription = controller.observe([&] { ++changes; });
@@ -83,20 +82,14 @@ TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObservers
   EXPECT_EQ(controller.pinned(), std::vector<AwakeDuration>{});
   EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{}));
   EXPECT_EQ(changes, 2);
-}
 
-TEST_F(PresetDurationsControllerTest, AnInvalidPinChangesNothing) {
-  auto memory = std::make_shared<InMemoryPresetDurationStore>(std::vector<double>{3600});
-  PresetDurationsController controller(memory);
-  int changes = 0;
-  const auto subscription = controller.observe([&] { ++changes; });
-
+  controller.pin({hour});
   controller.pin({halfHour, hour, twoHours, fourHours});
   controller.pin({hour, hour});
   controller.pin({{5400}});
   EXPECT_EQ(controller.pinned(), std::vector<AwakeDuration>{hour});
-  EXPECT_EQ(memory->stored, std::vector<double>{3600});
-  EXPECT_EQ(changes, 0);
+  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{3600.0}));
+  EXPECT_EQ(changes, 3);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ TEST(PresetDurationsTest, ValidChoicesComeBackSortedAndOthersAreRejected) {
   EXPECT_EQ(validated({1800, 3600, 901}), std::nullopt);
 }
 
-TEST(PresetDurationsTest, AFourthStarIsRefusedAndStarredOnesCanAlwaysBeUnstarred) {
+TEST(PresetDurationsTest, OnlyCandidatesAndNoFourthStarCanBeStarredButStarredOnesAlwaysUnstarredAndConstructionTakesAValidChoice) {
   PresetDurations presets(defaultThree);
   EXPECT_TRUE(presets.isChosen(hour));
   EXPECT_FALSE(presets.isChosen(fourHours));
@@ -52,16 +52,13 @@ TEST(PresetDurationsTest, AFourthStarIsRefusedAndStarredOnesCanAlwaysBeUnstarred
   EXPECT_TRUE(presets.canToggle(fourHours));
   presets.toggle(fourHours);
   EXPECT_EQ(presets.pinned(), (std::vector<AwakeDuration>{halfHour, twoHours, fourHours}));
-}
 
-TEST(PresetDurationsTest, OnlyCandidatesCanBeStarredAndConstructionTakesAValidChoiceOrTheDefault) {
-  PresetDurations presets(std::vector<AwakeDuration>{hour});
   for (const AwakeDuration other : {AwakeDuration{900}, AwakeDuration{3600.25},
                                     AwakeDuration{std::numeric_limits<double>::quiet_NaN()}}) {
     EXPECT_FALSE(presets.canToggle(other)) << other.seconds;
     EXPECT_FALSE(presets.isChosen(other)) << other.seconds;
     presets.toggle(other);
-    EXPECT_EQ(presets.pinned(), std::vector<AwakeDuration>{hour}) << other.seconds;
+    EXPECT_EQ(presets.pinned(), (std::vector<AwakeDuration>{halfHour, twoHours, fourHours})) << other.seconds;
   }
 
   EXPECT_EQ(PresetDurations(std::vector<AwakeDuration>{eightHours, hour}).pinned(),

@@ -16,7 +16,7 @@ std::string refusal(const std::vector<std::string>& arguments) {
   return std::holds_alternative<RigOptions::Error>(result) ? std::get<RigOptions::Error>(result).message : "accepted";
 }
 
-TEST(RigOptionsTest, DefaultsFillWhatIsNotGivenAndEveryOptionGoesInAnyOrder) {
+TEST(RigOptionsTest, DefaultsFillWhatIsNotGivenEveryOptionGoesInAnyOrderAndBadArgumentsSayWhatIsWrong) {
   const auto options = parsed({"--rig", "--socket", "/tmp/s"});
   EXPECT_EQ(options.socketPath, "/tmp/s");
   EXPECT_EQ(options.rigFilePath, "/tmp/wakeloft-lid-rig.lease");
@@ -28,9 +28,7 @@ TEST(RigOptionsTest, DefaultsFillWhatIsNotGivenAndEveryOptionGoesInAnyOrder) {
   EXPECT_EQ(every.rigFilePath, "/r");
   EXPECT_EQ(every.lidFilePath, "/l");
   EXPECT_EQ(every.allowedUid, 0u);
-}
 
-TEST(RigOptionsTest, BadArgumentsSayWhatIsWrong) {
   EXPECT_EQ(refusal({}), "--rig is required: on this system the helper serves only the lease rig");
   EXPECT_EQ(refusal({"--rig"}), "--socket PATH is required");
   EXPECT_EQ(refusal({"--rig", "--socket"}), "--socket needs a value");

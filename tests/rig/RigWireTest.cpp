@@ -18,7 +18,7 @@ LidLeaseRequest request(std::string_view line) {
 
 bool isViolation(std::string_view line) { return std::holds_alternative<Violation>(RigWire::parseRequest(line)); }
 
-TEST(RigWireTest, RequestsReadBackAndAnythingElseIsAViolation) {
+TEST(RigWireTest, RequestsAndRenewLinesRoundTripAnythingElseIsAViolationAndRepliesAreOneLineEach) {
   EXPECT_EQ(request("revoke"), LidLeaseRequest::revoke());
   EXPECT_EQ(request("renew 1731700000.25"), LidLeaseRequest::renew(1731700000.25));
   EXPECT_EQ(request("renew 1731700000"), LidLeaseRequest::renew(1731700000));
@@ -37,9 +37,7 @@ TEST(RigWireTest, RequestsReadBackAndAnythingElseIsAViolation) {
                            "renew 5\r"}) {
     EXPECT_TRUE(isViolation(line)) << '"' << line << '"';
   }
-}
 
-TEST(RigWireTest, RenewLinesRoundTripEveryDeadlineAndRepliesAreOneLineEach) {
   for (const double deadline : {1731700000.25, 1731700000.0, 0.1, -3.0, 1e300, std::nextafter(1731700000.0, 2e9)}) {
     const std::string line = RigWire::renewLine(deadline);
     ASSERT_EQ(line.back(), '\n');
@@ -55,7 +53,7 @@ TEST(RigWireTest, RenewLinesRoundTripEveryDeadlineAndRepliesAreOneLineEach) {
   EXPECT_EQ(RigWire::replyText("No."), "No.");
 }
 
-TEST(RigLineReaderTest, CutsLinesAcrossReadsAndLinesBeforeABadOneStillCount) {
+TEST(RigLineReaderTest, CutsLinesAcrossReadsUntilALongLineOrBytesThatAreNotStrictUtf8EndTheConversation) {
   RigLineReader reader;
   EXPECT_TRUE(reader.feed("ren").empty());
   auto items = reader.feed("ew 5\nrevoke\nre");
@@ -70,16 +68,14 @@ TEST(RigLineReaderTest, CutsLinesAcrossReadsAndLinesBeforeABadOneStillCount) {
   ASSERT_EQ(items.size(), 2u);
   EXPECT_EQ(std::get<std::string>(items[0]), "revoke");
   EXPECT_EQ(std::get<Violation>(items[1]).why, "bytes that are not UTF-8");
-}
 
-TEST(RigLineReaderTest, LongLinesOrBytesThatAreNotStrictUtf8EndTheConversation) {
-  RigLineReader reader;
-  EXPECT_TRUE(reader.feed(std::string(4096, 'a')).empty());  // at the limit, still waiting for its end
-  const auto items = reader.feed("a");
+  RigLineReader longLine;
+  EXPECT_TRUE(longLine.feed(std::string(4096, 'a')).empty());  // at the limit, still waiting for its end
+  items = longLine.feed("a");
   ASSERT_EQ(items.size(), 1u);
   EXPECT_EQ(std::get<Violation>(items[0]).why, "a line over 4096 bytes");
-  EXPECT_TRUE(reader.isSpent());
-  EXPECT_TRUE(reader.feed("revoke\n").empty());
+  EXPECT_TRUE(longLine.isSpent());
+  EXPECT_TRUE(longLine.feed("revoke\n").empty());
 
   const std::pair<std::string, bool> lines[] = {
       {"caf\xC3\xA9", true},           {"\xE2\x80\x9Cq\xE2\x80\x9D", true}, {"\xF0\x9F\x98\x80", true},

@@ -70,7 +70,7 @@ TEST_F(AwakeControllerTest, TimedSessionIsSavedArmedAndEndsOnTime) {
   EXPECT_EQ(sessionCalls, 2);
 }
 
-TEST_F(AwakeControllerTest, ClockSetBackCannotStretchTheSession) {
+TEST_F(AwakeControllerTest, AClockSetBackCannotStretchTheSessionButOneSetForwardOrASleepPastTheDeadlineEndsIt) {
   auto awake = make();
   const Date firstEnd = now().adding(1800);
   awake->turnOn(1800.0);
@@ -85,27 +85,25 @@ TEST_F(AwakeControllerTest, ClockSetBackCannotStretchTheSession) {
   EXPECT_EQ(awake->remaining(), 1800);
   EXPECT_EQ(scheduler->pending, firstEnd.adding(-3600));
   EXPECT_EQ(awake->activeUntil(), firstEnd);
-}
 
-TEST_F(AwakeControllerTest, AWallClockSetForwardOrASleepPastTheDeadlineEndsItAtTheRecheck) {
   for (const bool sleeping : {false, true}) {
     blocker = std::make_shared<InMemorySleepBlocker>();
-    auto awake = make();
-    awake->turnOn(1800.0);
+    auto ended = make();
+    ended->turnOn(1800.0);
     if (sleeping) {
       clocks.sleep(1800);
-      EXPECT_EQ(awake->remaining(), 0);
+      EXPECT_EQ(ended->remaining(), 0);
     } else {
       clocks.setWallClock(3600);
     }
     recheck->post();
-    EXPECT_FALSE(awake->isOn());
+    EXPECT_FALSE(ended->isOn());
     EXPECT_EQ(saved(), AwakeIntent::off());
     EXPECT_EQ(blocker->releaseCalls, 1);
   }
 }
 
-TEST_F(AwakeControllerTest, RefusedStartKeepsTheRequestAndRetriesOnToggle) {
+TEST_F(AwakeControllerTest, ARefusedStartKeepsTheRequestRetriesOnToggleAndStillEndsOnTime) {
   auto awake = make();
   blocker->nextRefusal = -536870212;
   awake->toggle();
@@ -120,10 +118,11 @@ TEST_F(AwakeControllerTest, RefusedStartKeepsTheRequestAndRetriesOnToggle) {
   EXPECT_EQ(blocker->engageCalls, 2);
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
-}
 
-TEST_F(AwakeControllerTest, ARefusedTimedSessionStillEndsOnTimeWhetherStartedOrRestored) {
-  auto awake = make();
+  // A refused timed session still ends on time, whether started or restored.
+  store->stored = StoredAwakeIntent::intent(AwakeIntent::off());
+  blocker = std::make_shared<InMemorySleepBlocker>();
+  awake = make();
   blocker->nextRefusal = 1;
   awake->turnOn(60.0);
   EXPECT_FALSE(awake->isOn());
@@ -147,7 +146,7 @@ TEST_F(AwakeControllerTest, ARefusedTimedSessionStillEndsOnTimeWhetherStartedOrR
   EXPECT_FALSE(awake->isRequested());
 }
 
-TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
+TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertionButOneThatCannotBeRepresentedTurnsItOff) {
   auto awake = make();
   awake->turnOn(std::nullopt);
   awake->turnOn(3600.0);
@@ -162,11 +161,7 @@ TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
   EXPECT_FALSE(scheduler->pending.has_value());
   EXPECT_EQ(saved(), AwakeIntent::indefinite());
   EXPECT_EQ(blocker->engageCalls, 1);
-}
 
-TEST_F(AwakeControllerTest, LengthsThatCannotBeRepresentedTurnTheSessionOffAndNoneEndsAtOnce) {
-  auto awake = make();
-  awake->turnOn(std::nullopt);
   awake->turnOn(std::numeric_limits<double>::infinity());
   EXPECT_FALSE(awake->isOn());
   EXPECT_EQ(saved(), AwakeIntent::off());

@@ -25,22 +25,6 @@ class UserDefaultsAwakeIntentStoreTest : public ::testing::Test {
   UserDefaultsAwakeIntentStore store{defaults};
 };
 
-TEST_F(UserDefaultsAwakeIntentStoreTest, NothingRequestedReadsOffWhateverTheDeadlineAndNoDeadlineIndefinite) {
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
-  defaults.set(until, 1'700'000'000.0);
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
-  defaults.set(requested, false);
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
-  defaults.set(requested, true);
-  defaults.remove(until);
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
-  // A garbled flag reads as the domain converts it.
-  defaults.set(requested, "no");
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
-  defaults.set(requested, std::int64_t{2});
-  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
-}
-
 // Any number that is a date is a deadline, whether or not it has passed
 // (that is not the store's business); anything else is unreadable.
 TEST_F(UserDefaultsAwakeIntentStoreTest, OnlyNumbersThatAreDatesAreDeadlines) {
@@ -66,7 +50,7 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, OnlyNumbersThatAreDatesAreDeadlines) {
   for (const auto& [stored, read] : cases) EXPECT_EQ(loadWithDeadline(stored), read);
 }
 
-TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadAndOffOnlyTheFlag) {
+TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadNothingRequestedReadsOffAndNoDeadlineIndefinite) {
   store.save(AwakeIntent::until(Date{1'700'000'000.25}));
   EXPECT_EQ(defaults.object(until), DefaultsValue(1'700'000'000.25));
   EXPECT_EQ(defaults.object(requested), DefaultsValue(true));
@@ -81,6 +65,20 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadAn
   EXPECT_FALSE(defaults.object(requested).has_value());
   EXPECT_EQ(defaults.object(until), DefaultsValue(1'700'000'000.0));
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
+
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
+  defaults.set(until, 1'700'000'000.0);
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
+  defaults.set(requested, false);
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
+  defaults.set(requested, true);
+  defaults.remove(until);
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
+  // A garbled flag reads as the domain converts it.
+  defaults.set(requested, "no");
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
+  defaults.set(requested, std::int64_t{2});
+  EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ TEST(CountdownTextTest, MinutesAndSecondsUnderAnHourThenHoursInEachLocaleNeverMo
   EXPECT_EQ(CountdownText::formatted(std::numeric_limits<double>::quiet_NaN(), "en_US"), "0:00");
 }
 
-TEST(AwakeDurationLabelTest, AbbreviatedHoursAndMinutes) {
+TEST(AwakeDurationLabelTest, AbbreviatedHoursAndMinutesAndSpokenInFullWords) {
   const struct {
     double seconds;
     const char* english;
@@ -39,28 +39,26 @@ TEST(AwakeDurationLabelTest, AbbreviatedHoursAndMinutes) {
     EXPECT_EQ(AwakeDuration{c.seconds}.label("en_US"), c.english);
     EXPECT_EQ(AwakeDuration{c.seconds}.label("de_DE"), c.german);
   }
-}
 
-// What VoiceOver says: whole unit words, never "m" or Arabic "د" alone.
-TEST(AwakeDurationLabelTest, SpokenInFullWords) {
   const struct {
     double seconds;
     const char* english;
     const char* german;
     const char* arabic;
-  } cases[] = {
+  } spoken[] = {
       {60, "1 minute", "1 Minute", "\u062F\u0642\u064A\u0642\u0629"},  // دقيقة
       {1500, "25 minutes", "25 Minuten", "\u0662\u0665 \u062F\u0642\u064A\u0642\u0629"},  // ٢٥ دقيقة
       {3900, "1 hour, 5 minutes", "1 Stunde, 5 Minuten",
        "\u0633\u0627\u0639\u0629 \u0648\u0665 \u062F\u0642\u0627\u0626\u0642"},  // ساعة و٥ دقائق
       {7200, "2 hours", "2 Stunden", "\u0633\u0627\u0639\u062A\u0627\u0646"},   // ساعتان
   };
-  for (const auto& c : cases) {
+  for (const auto& c : spoken) {
     EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("en_US"), c.english);
     EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("de_DE"), c.german);
     EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("ar"), c.arabic);
   }
 }
 
+// What VoiceOver says: whole unit words, never "m" or Arabic "د" alone.
 }  // namespace
 }  // namespace wakeloft

@@ -27,23 +27,5 @@ TEST(AwakeExplanationTest, TheExplanationTellsLidAndDeadlineApartAndOnlyARunning
   EXPECT_EQ(AwakeSessionControls::shown(false, std::nullopt), AwakeSessionControls::presets);
 }
 
-TEST(MenuBarIconTest, OffShowsNothingElseOnABadgeForADeadlineAndTheLidMode) {
-  const auto icon = MenuBarIcon::current(false, deadline, true);
-  EXPECT_FALSE(icon.isOn);
-  EXPECT_FALSE(icon.showsTimerBadge);
-  EXPECT_FALSE(icon.keepsLidClosedAwake);
-  EXPECT_EQ(icon.spokenLabel(), MenuBarIcon::SpokenLabel::off);
-  EXPECT_EQ((MenuBarIcon{false, true, true}).spokenLabel(), MenuBarIcon::SpokenLabel::off);
-
-  using Label = MenuBarIcon::SpokenLabel;
-  EXPECT_EQ(MenuBarIcon::current(true, std::nullopt, false), (MenuBarIcon{true, false, false}));
-  EXPECT_EQ(MenuBarIcon::current(true, deadline, true), (MenuBarIcon{true, true, true}));
-
-  EXPECT_EQ(MenuBarIcon::current(true, std::nullopt, false).spokenLabel(), Label::on);
-  EXPECT_EQ(MenuBarIcon::current(true, deadline, false).spokenLabel(), Label::onWithTimerRunning);
-  EXPECT_EQ(MenuBarIcon::current(true, std::nullopt, true).spokenLabel(), Label::onWithLidClosed);
-  EXPECT_EQ(MenuBarIcon::current(true, deadline, true).spokenLabel(), Label::onWithLidClosedAndTimerRunning);
-}
-
 }  // namespace
 }  // namespace wakeloft

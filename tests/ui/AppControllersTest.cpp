@@ -108,17 +108,7 @@ class AppControllersTest : public ::testing::Test {
   double blockerReplyTimeout = 0;
 };
 
-TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrder) {
-  const auto controllers = AppControllers::live(parts(), defaults);
-  EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
-                                            "recheck notifier", "helper registration", "team", "lid sleep blocker",
-                                            "machine conditions", "conditions notifier", "dates", "scheduler",
-                                            "scheduler", "login item", "process table", "process exit watcher"}));
-  EXPECT_TRUE(controllers.awake && controllers.lid && controllers.loginItem && controllers.presets &&
-              controllers.binding);
-}
-
-TEST_F(AppControllersTest, TheSessionAskedForBeforeTheLastQuitIsRestored) {
+TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndTheSessionAskedForBeforeTheLastQuitIsRestored) {
   defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
   // With the process it was bound to, which still runs.
   processes->start(4242, 7, "make");
@@ -128,6 +118,13 @@ TEST_F(AppControllersTest, TheSessionAskedForBeforeTheLastQuitIsRestored) {
   EXPECT_EQ(assertions->names, (std::vector<std::string>{"Wakeloft is keeping this Mac awake"}));
   EXPECT_FALSE(controllers.lid->isOn());  // Deepwake is never restored
   EXPECT_EQ(controllers.binding->boundProcess(), processes->running[4242]);
+
+  EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
+                                            "recheck notifier", "helper registration", "team", "lid sleep blocker",
+                                            "machine conditions", "conditions notifier", "dates", "scheduler",
+                                            "scheduler", "login item", "process table", "process exit watcher"}));
+  EXPECT_TRUE(controllers.awake && controllers.lid && controllers.loginItem && controllers.presets &&
+              controllers.binding);
 }
 
 TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {

@@ -12,7 +12,7 @@ namespace {
 using Command = SettingsMenu::Command;
 using Popup = SettingsMenu::Popup;
 
-TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKey) {
+TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKeyAndAWaitingUpdateOnTheButtonAndInItsItem) {
   const auto items = SettingsMenu::items();
   ASSERT_EQ(items.size(), 7u);
   const std::vector<std::string> titles = {"Choose preset durations\u2026", "Safety\u2026", "About Wakeloft",
@@ -29,16 +29,14 @@ TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKey) {
   EXPECT_EQ(items[6].command, Command::quit);
   EXPECT_EQ(items[6].keyEquivalent, "q");
   EXPECT_EQ(SettingsMenu::buttonTitle().english(), "Settings");
-}
 
-TEST(SettingsMenuTest, AWaitingUpdateShowsOnTheButtonAndInItsItem) {
   EXPECT_EQ(SettingsMenu::buttonSymbolFor(std::nullopt), "gearshape");
   EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel(std::nullopt).english(), "Settings");
   EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");
   EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel("2.1").english(), "Settings, version 2.1 is ready to install");
-  const auto items = SettingsMenu::items("2.1");
-  EXPECT_EQ(items[3].title->english(), "Install Version 2.1\u2026");
-  EXPECT_EQ(items[3].command, Command::checkForUpdates);
+  const auto waiting = SettingsMenu::items("2.1");
+  EXPECT_EQ(waiting[3].title->english(), "Install Version 2.1\u2026");
+  EXPECT_EQ(waiting[3].command, Command::checkForUpdates);
 }
 
 TEST(UpdateReminderTest, OnlyAScheduledUpdateTheUpdaterCannotBringToTheFrontWaitsUntilAttended) {

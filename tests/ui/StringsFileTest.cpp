@@ -20,7 +20,7 @@ int failingLine(std::string_view bytes) {
   return 0;
 }
 
-TEST(StringsFileTest, ReadsEntriesInOrderAroundComments) {
+TEST(StringsFileTest, ReadsEntriesInOrderAroundCommentsWithEscapesAndUtf8Exactly) {
   const auto file = StringsFile::parse(
       "\xEF\xBB\xBF/* header\n   spanning lines */\n"
       "\"On\" = \"Ein\";  // trailing\n"
@@ -38,19 +38,17 @@ TEST(StringsFileTest, ReadsEntriesInOrderAroundComments) {
   EXPECT_EQ(file.find("off"), nullptr);
   EXPECT_TRUE(StringsFile::parse("").entries().empty());
   EXPECT_TRUE(StringsFile::parse("  /* nothing */ // here\n").entries().empty());
-}
 
-TEST(StringsFileTest, EscapesAndUtf8ComeThroughExactly) {
-  const auto file = StringsFile::parse(
+  const auto escaped = StringsFile::parse(
       "\"a\\\"b\\\\c\" = \"1\\n2\\t3\\r\";\n"
       "\"\\U00e9\\U2026\" = \"\\Ud83d\\Ude00\";\n"
       "\"On \xC2\xB7 %@ left\" = \"\xD9\x8A\xD8\xB9\xD9\x85\xD9\x84 \xC2\xB7 %@\";\n");
-  ASSERT_EQ(file.entries().size(), 3u);
-  EXPECT_EQ(file.entries()[0].key, "a\"b\\c");
-  EXPECT_EQ(file.entries()[0].value, "1\n2\t3\r");
-  EXPECT_EQ(file.entries()[1].key, "\xC3\xA9\xE2\x80\xA6");
-  EXPECT_EQ(file.entries()[1].value, "\xF0\x9F\x98\x80");
-  EXPECT_EQ(file.entries()[2].value, "\xD9\x8A\xD8\xB9\xD9\x85\xD9\x84 \xC2\xB7 %@");
+  ASSERT_EQ(escaped.entries().size(), 3u);
+  EXPECT_EQ(escaped.entries()[0].key, "a\"b\\c");
+  EXPECT_EQ(escaped.entries()[0].value, "1\n2\t3\r");
+  EXPECT_EQ(escaped.entries()[1].key, "\xC3\xA9\xE2\x80\xA6");
+  EXPECT_EQ(escaped.entries()[1].value, "\xF0\x9F\x98\x80");
+  EXPECT_EQ(escaped.entries()[2].value, "\xD9\x8A\xD8\xB9\xD9\x85\xD9\x84 \xC2\xB7 %@");
 }
 
 // Loose forms, unfinished parts where they start, bad escapes, and bytes
