@@ -9,7 +9,7 @@ namespace {
 
 using Request = AutomationRequest;
 
-TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBack) {
+TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotReadAndSaysWhy) {
   const std::vector<std::pair<std::string, Request>> cases = {
       {"wakeloft://start", Request::start(std::nullopt)},
       {"wakeloft://start?for=90m", Request::start(AwakeDuration{5400})},
@@ -35,10 +35,8 @@ TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBack) {
   }
   EXPECT_EQ(AutomationAddress::write(Request::hold(9, AwakeDuration{5400}, true)),
             "wakeloft://hold?pid=9&for=1h30m&deepwake=1");
-}
 
-TEST(AutomationAddressTest, RefusesWhatItCannotReadAndSaysWhy) {
-  const std::vector<std::pair<std::string, std::string>> cases = {
+  const std::vector<std::pair<std::string, std::string>> refusals = {
       {"wakeloft://sleep", "unknown action \"sleep\""},
       {"wakeloft://me@start", "unknown action \"me@start\""},
       {"wakeloft://", "names no action"},
@@ -72,7 +70,7 @@ TEST(AutomationAddressTest, RefusesWhatItCannotReadAndSaysWhy) {
       {"wakeloft://start?for=1h 30m", "space or a control character"},
       {"wakeloft://start?for=" + std::string(300, '1'), "longer than any"},
   };
-  for (const auto& [address, reason] : cases) {
+  for (const auto& [address, reason] : refusals) {
     const auto parsed = AutomationAddress::parse(address);
     ASSERT_TRUE(std::holds_alternative<AutomationError>(parsed)) << address;
     EXPECT_NE(std::get<AutomationError>(parsed).reason.find(reason), std::string::npos)

@@ -20,7 +20,7 @@ CommandOptions expected(Subcommand subcommand, std::optional<double> seconds = s
   return options;
 }
 
-TEST(CommandOptionsTest, ReadsEverySubcommand) {
+TEST(CommandOptionsTest, ReadsEverySubcommandOrSaysWhatIsWrongWithAUsage) {
   const std::vector<std::pair<Arguments, CommandOptions>> cases = {
       {{}, expected(Subcommand::status)},
       {{"start"}, expected(Subcommand::start)},
@@ -45,10 +45,8 @@ TEST(CommandOptionsTest, ReadsEverySubcommand) {
         << ::testing::PrintToString(arguments) << ": " << std::get<AutomationError>(parsed).reason;
     EXPECT_EQ(std::get<CommandOptions>(parsed), options) << ::testing::PrintToString(arguments);
   }
-}
 
-TEST(CommandOptionsTest, SaysWhatIsWrongWithAUsage) {
-  const std::vector<std::pair<Arguments, std::string>> cases = {
+  const std::vector<std::pair<Arguments, std::string>> refusals = {
       {{"sleep"}, "unknown command \"sleep\""},
       {{"--verbose"}, "unknown option \"--verbose\""},
       {{"status", "now"}, "status takes nothing after it"},
@@ -64,7 +62,7 @@ TEST(CommandOptionsTest, SaysWhatIsWrongWithAUsage) {
       {{"wait", "abc"}, "process number, not \"abc\""},
       {{"wait", "12", "--deepwake", "--deepwake"}, "--deepwake is given twice"},
   };
-  for (const auto& [arguments, reason] : cases) {
+  for (const auto& [arguments, reason] : refusals) {
     const auto parsed = CommandOptions::parse(arguments);
     ASSERT_TRUE(std::holds_alternative<AutomationError>(parsed)) << ::testing::PrintToString(arguments);
     EXPECT_NE(std::get<AutomationError>(parsed).reason.find(reason), std::string::npos)

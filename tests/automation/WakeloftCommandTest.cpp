@@ -60,7 +60,7 @@ class WakeloftCommandTest : public ::testing::Test {
       app, processes, [this](pid_t pid) { waitUntilEnded(pid); }, [this] { return now; }, out, err, "1.2.3"};
 };
 
-TEST_F(WakeloftCommandTest, RunExitsAsItsCommandDidAndHoldsTheMacAwakeForIt) {
+TEST_F(WakeloftCommandTest, RunHoldsTheMacAwakeAndExitsAsItsCommandDidPassingOnWhatWasNotIgnored) {
   const std::vector<std::pair<std::vector<std::string>, int>> cases = {
       {{"run", "true"}, 0},
       {{"run", "--for", "1h", "--deepwake", "sh", "-c", "exit 3"}, 3},
@@ -76,9 +76,7 @@ TEST_F(WakeloftCommandTest, RunExitsAsItsCommandDidAndHoldsTheMacAwakeForIt) {
   EXPECT_EQ(run({"run", "wakeloft-test-no-such-command"}), 127);
   EXPECT_NE(err.str().find("wakeloft-test-no-such-command: No such file or directory"), std::string::npos);
   EXPECT_EQ(run({"run", "/dev/null"}), 126);
-}
 
-TEST_F(WakeloftCommandTest, RunPassesInterruptAndTerminateOnButKeepsWhatWasIgnored) {
   for (const int signal : {SIGINT, SIGTERM}) {
     app.whenOpened = [signal] { raise(signal); };
     EXPECT_EQ(run({"run", "sleep", "10"}), 128 + signal);

@@ -59,7 +59,7 @@ class PidFile {
 // Reaped means gone: a zombie would still answer kill(pid, 0).
 bool isGone(pid_t pid) { return pid > 0 && ::kill(pid, 0) == -1 && errno == ESRCH; }
 
-TEST(ChildProcessTest, GivesTheExitStatusAndBothOutputsInOrderCutAndReadsNothing) {
+TEST(ChildProcessTest, GivesTheExitStatusAndBothOutputsInOrderOrAnErrorWhenItCannotStartOrDiesOfASignal) {
   const auto done = ChildProcess::run({"/bin/echo", "SleepDisabled", "1"}, 2);
   EXPECT_EQ(done.exitStatus, 0);
   EXPECT_EQ(done.output, "SleepDisabled 1\n");
@@ -74,29 +74,7 @@ TEST(ChildProcessTest, GivesTheExitStatusAndBothOutputsInOrderCutAndReadsNothing
   const auto flood = ChildProcess::run({"/bin/sh", "-c", "head -c 100000 /dev/zero"}, 5);
   EXPECT_EQ(flood.exitStatus, 0);
   EXPECT_EQ(flood.output.size(), ChildProcess::maximumOutput);
-}
 
-// Also when it closed its output but lives on.
-TEST(ChildProcessTest, AHungChildIsKilledAndReapedAtTheDeadlineNamedInWords) {
-  for (const std::string closing : {"", "exec >&- 2>&-; "}) {
-    SCOPED_TRACE(closing);
-    PidFile pidFile;
-    const auto start = steady_clock::now();
-    const auto error =
-        runFailing({"/bin/sh", "-c", "echo $$ > " + pidFile.path() + "; " + closing + "exec /bin/sleep 5"}, 0.3);
-    const double took = secondsSince(start);
-
-    EXPECT_EQ(error.kind(), Kind::timedOut);
-    EXPECT_STREQ(error.what(), "/bin/sh did not finish within 0.3 seconds and was stopped");
-    EXPECT_GE(took, 0.29);
-    EXPECT_LT(took, 2.0);
-    EXPECT_TRUE(isGone(pidFile.pid()));
-  }
-  EXPECT_EQ(ChildProcess::describeSeconds(1), "1 second");
-  EXPECT_EQ(ChildProcess::describeSeconds(0.25), "0.25 seconds");
-}
-
-TEST(ChildProcessTest, AProgramThatCannotStartOrDiesOfASignalIsAnErrorIgnoredOrBlockedOnesIncluded) {
   const auto missing = runFailing({"/nonexistent/pmset", "-g"}, 1);
   EXPECT_EQ(missing.kind(), Kind::notStarted);
   EXPECT_EQ(std::string(missing.what()).rfind("/nonexistent/pmset could not be started: ", 0), 0u) << missing.what();
@@ -124,6 +102,26 @@ TEST(ChildProcessTest, AProgramThatCannotStartOrDiesOfASignalIsAnErrorIgnoredOrB
   ::sigaction(SIGTERM, &previous, nullptr);
   EXPECT_STREQ(terminated.what(), "/bin/sh was ended by signal 15");
   EXPECT_STREQ(interrupted.what(), "/bin/sh was ended by signal 2");
+}
+
+// Also when it closed its output but lives on.
+TEST(ChildProcessTest, AHungChildIsKilledAndReapedAtTheDeadlineNamedInWords) {
+  for (const std::string closing : {"", "exec >&- 2>&-; "}) {
+    SCOPED_TRACE(closing);
+    PidFile pidFile;
+    const auto start = steady_clock::now();
+    const auto error =
+        runFailing({"/bin/sh", "-c", "echo $$ > " + pidFile.path() + "; " + closing + "exec /bin/sleep 5"}, 0.3);
+    const double took = secondsSince(start);
+
+    EXPECT_EQ(error.kind(), Kind::timedOut);
+    EXPECT_STREQ(error.what(), "/bin/sh did not finish within 0.3 seconds and was stopped");
+    EXPECT_GE(took, 0.29);
+    EXPECT_LT(took, 2.0);
+    EXPECT_TRUE(isGone(pidFile.pid()));
+  }
+  EXPECT_EQ(ChildProcess::describeSeconds(1), "1 second");
+  EXPECT_EQ(ChildProcess::describeSeconds(0.25), "0.25 seconds");
 }
 
 }  // namespace

@@ -18,26 +18,7 @@ FixedSymbolMetrics mugSymbols() {
   return symbols;
 }
 
-TEST(AwakeGlyphTest, NoSizeOrNoSymbolGivesAnEmptyImageAndEveryStateIsADistinctKey) {
-  const auto symbols = mugSymbols();
-  for (const auto vessel : {Vessel::mug, Vessel::doubleMug}) {
-    for (const double pointSize : {0.0, -5.0, std::nan(""), HUGE_VAL}) {
-      const auto image = AwakeGlyph(vessel, true).image(pointSize, symbols);
-      EXPECT_TRUE(image.isEmpty());
-      EXPECT_TRUE(image.parts.empty());
-    }
-  }
-  // round(0.5 × 0.96) is 0 points high.
-  EXPECT_TRUE(AwakeGlyph(Vessel::mug, true).image(0.5, symbols).isEmpty());
-
-  EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
-
-  const std::unordered_set<AwakeGlyph> glyphs{
-      {Vessel::mug, false}, {Vessel::mug, true}, {Vessel::doubleMug, false}, {Vessel::doubleMug, true}};
-  EXPECT_EQ(glyphs.size(), 4u);
-}
-
-TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectAndDrawnAtTheDetailOfItsDeviceHeight) {
+TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectButNoSizeOrNoSymbolGivesAnEmptyImage) {
   const auto symbols = mugSymbols();
   // 16 × 0.96 = 15.36 → 15 high; 15 × 1.4722 = 22.08 → 22 wide.
   const auto image = AwakeGlyph(Vessel::mug, false).image(16, symbols);
@@ -55,6 +36,22 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectAndDrawnAtTheD
   ASSERT_TRUE(at1x && at2x);
   // 15 px is plain (one laptop slab); 30 px is full (base and lid).
   EXPECT_LT(at1x->operations().size(), at2x->operations().size());
+
+  for (const auto vessel : {Vessel::mug, Vessel::doubleMug}) {
+    for (const double pointSize : {0.0, -5.0, std::nan(""), HUGE_VAL}) {
+      const auto empty = AwakeGlyph(vessel, true).image(pointSize, symbols);
+      EXPECT_TRUE(empty.isEmpty());
+      EXPECT_TRUE(empty.parts.empty());
+    }
+  }
+  // round(0.5 × 0.96) is 0 points high.
+  EXPECT_TRUE(AwakeGlyph(Vessel::mug, true).image(0.5, symbols).isEmpty());
+
+  EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
+
+  const std::unordered_set<AwakeGlyph> glyphs{
+      {Vessel::mug, false}, {Vessel::mug, true}, {Vessel::doubleMug, false}, {Vessel::doubleMug, true}};
+  EXPECT_EQ(glyphs.size(), 4u);
 }
 
 TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {

@@ -88,7 +88,7 @@ std::string paints(const GlyphDrawing& drawing) {
 
 GlyphRect glyphRect(double height) { return {0, 0, std::round(height * LaptopGlyph::aspect), height}; }
 
-TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndNoHeightIsBlunt) {
+TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndTheFootIsSnappedClearOfTheLaptop) {
   EXPECT_EQ(LaptopGlyph::detail(7), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(7.99), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(8), Detail::plain);
@@ -101,9 +101,7 @@ TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndNoHeightIsBl
   EXPECT_EQ(LaptopGlyph::detail(0), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(-20), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(std::nan("")), Detail::blunt);
-}
 
-TEST(LaptopGlyphPlacementTest, TheFootIsTheGapAboveTheInkSnappedClearOfTheLaptopBelowTheTopLine) {
   // Unsnapped, the foot is the gap above the ink.
   EXPECT_DOUBLE_EQ(Placement::footY(10, 3, 0.5), 3 + 5.725);
   EXPECT_DOUBLE_EQ(Placement::footY(10, 3, 0.5, 0.0), 3 + 5.725);
@@ -145,7 +143,7 @@ TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhic
   EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(32), Detail::full, 1)).front(), 'F');
 }
 
-TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageAtEverySize) {
+TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageReachesTheHandleUnlessBluntAndTheFilledLaptopSplitsOnlyAtFullDetail) {
   for (const double scale : {1.0, 2.0, 3.0}) {
     for (int pixelsHigh = 1; pixelsHigh <= 128; ++pixelsHigh) {
       const GlyphRect in = glyphRect(pixelsHigh / scale);
@@ -159,9 +157,7 @@ TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageAtEverySize) {
       }
     }
   }
-}
 
-TEST(LaptopGlyphDrawTest, InkReachesTheHandleUnlessBluntTheFilledLaptopSplitsOnlyAtFullDetailAndNoRoomDrawsNothing) {
   const GlyphRect in = glyphRect(64);
   const auto layout = LaptopGlyph::layout(in, 1);
   const double unit = layout.unit;

@@ -31,7 +31,7 @@ const GlyphImage::Part& badgeOf(const GlyphImage& image) {
   return badge;
 }
 
-TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOnAndTheMugPairInDeepwake) {
+TEST(MenuBarIconImageTest, VesselWithoutTimerOrClockSymbolIs21By14FilledWhenOnAndTheMugPairInDeepwake) {
   const auto symbols = systemSymbols();
   for (const bool on : {false, true}) {
     const auto image = MenuBarIcon{on, false, false}.image(LayoutDirection::leftToRight, symbols);
@@ -45,6 +45,22 @@ TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOnAndTheMugPairIn
   EXPECT_EQ(MenuBarIcon::current(false, std::nullopt, true).glyph(), AwakeGlyph(Vessel::mug, false));
   EXPECT_EQ((MenuBarIcon{true, true, false}).glyph(), AwakeGlyph(Vessel::mug, true));
   EXPECT_EQ((MenuBarIcon{true, false, true}).glyph(), AwakeGlyph(Vessel::doubleMug, true));
+
+  FixedSymbolMetrics noClock;
+  noClock.sizes = {{"mug.fill", {17.5, 14}}};
+  const MenuBarIcon timed{true, true, false};
+  const MenuBarIcon untimed{true, false, false};
+  EXPECT_EQ(timed.image(LayoutDirection::leftToRight, noClock), untimed.image(LayoutDirection::leftToRight, noClock));
+  const MenuBarIcon timedDeepwake{true, true, true};
+  const MenuBarIcon deepwake{true, false, true};
+  EXPECT_EQ(timedDeepwake.image(LayoutDirection::rightToLeft, noClock),
+            deepwake.image(LayoutDirection::rightToLeft, noClock));
+
+  FixedSymbolMetrics clockOnly;
+  clockOnly.sizes = {{"clock.fill", {9, 9}}};
+  const auto image = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, clockOnly);
+  EXPECT_TRUE(image.isEmpty());
+  EXPECT_TRUE(image.parts.empty());
 }
 
 TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirectionInARoundedWidth) {
@@ -90,24 +106,6 @@ TEST(MenuBarIconImageTest, DeepwakeShowsTheMugPairOverlappedOneMorePoint) {
   for (size_t i = 0; i < plain.parts.size(); ++i) {
     EXPECT_EQ(rightToLeft.parts[i].frame, plain.parts[i].frame.offsetBy(6, 2));
   }
-}
-
-TEST(MenuBarIconImageTest, WithoutTheClockSymbolTheGlyphStandsAloneAndWithoutTheMugsThereIsNoImage) {
-  FixedSymbolMetrics noClock;
-  noClock.sizes = {{"mug.fill", {17.5, 14}}};
-  const MenuBarIcon timed{true, true, false};
-  const MenuBarIcon untimed{true, false, false};
-  EXPECT_EQ(timed.image(LayoutDirection::leftToRight, noClock), untimed.image(LayoutDirection::leftToRight, noClock));
-  const MenuBarIcon timedDeepwake{true, true, true};
-  const MenuBarIcon deepwake{true, false, true};
-  EXPECT_EQ(timedDeepwake.image(LayoutDirection::rightToLeft, noClock),
-            deepwake.image(LayoutDirection::rightToLeft, noClock));
-
-  FixedSymbolMetrics clockOnly;
-  clockOnly.sizes = {{"clock.fill", {9, 9}}};
-  const auto image = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, clockOnly);
-  EXPECT_TRUE(image.isEmpty());
-  EXPECT_TRUE(image.parts.empty());
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ std::string readFailure(const ChildProcess::Result& result) {
   return {};
 }
 
-TEST(PmsetCommandTest, ReadsTheSystemWideSleepDisabledLineAndNoLineAsZero) {
+TEST(PmsetCommandTest, ReadsTheSystemWideSleepDisabledLineAndNoLineAsZeroButAnythingElseIsAnErrorInShortValidText) {
   EXPECT_TRUE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t1\n"))));
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, listing(" SleepDisabled\t\t0\n"))));
   // A note after the value belongs to the system, not to the value.
@@ -48,9 +48,7 @@ TEST(PmsetCommandTest, ReadsTheSystemWideSleepDisabledLineAndNoLineAsZero) {
   // A setting never changed is listed without a line.
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, listing(""))));
   EXPECT_FALSE(PmsetCommand::sleepDisabled(exited(0, "Currently in use:\n standby              1\n")));
-}
 
-TEST(PmsetCommandTest, AnythingElseIsAnErrorThatSaysWhatCameInShortValidText) {
   EXPECT_EQ(readFailure(exited(0, listing(" SleepDisabled\t\tmaybe\n"))),
             "pmset -g gave no value of 0 or 1 for SleepDisabled: SleepDisabled\t\tmaybe");
   EXPECT_EQ(readFailure(exited(0, listing(" SleepDisabled\n"))),

@@ -8,7 +8,7 @@ namespace {
 using Kind = LidHelperRefusal::Kind;
 
 // Details keep their own bytes, non-ASCII and empty ones too.
-TEST(LidHelperRefusalTest, EveryKnownRefusalSurvivesTheTripAsText) {
+TEST(LidHelperRefusalTest, EveryKnownRefusalSurvivesTheTripAsTextAndOnesThatOnlyResembleThemAreKeptWhole) {
   const LidHelperRefusal refusals[] = {
       LidHelperRefusal::settingUnreadable("pmset timed out"),
       LidHelperRefusal::settingUnreadable("pmset \u201Cfailed\u201D"),
@@ -21,9 +21,7 @@ TEST(LidHelperRefusalTest, EveryKnownRefusalSurvivesTheTripAsText) {
       LidHelperRefusal::settingTurnedOffElsewhere(),
   };
   for (const auto& refusal : refusals) EXPECT_EQ(LidHelperRefusal::fromReason(refusal.reason()), refusal);
-}
 
-TEST(LidHelperRefusalTest, TextsThatOnlyResembleKnownOnesAreKeptWhole) {
   const std::string laterPrefix = "Note: The sleep setting could not be written: denied";
   EXPECT_EQ(LidHelperRefusal::fromReason(laterPrefix), LidHelperRefusal::unrecognized(laterPrefix));
   // The prefix without its trailing blank is not the prefix.

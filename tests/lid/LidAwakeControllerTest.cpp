@@ -245,7 +245,7 @@ TEST_F(LidAwakeControllerTest, TurnOffWithNothingHeldSendsNothing) {
 
 // --- A failed renewal ---
 
-TEST_F(LidAwakeControllerTest, FailedFirstRenewalRevokesAtOnceAndLeavesTheSessionRunning) {
+TEST_F(LidAwakeControllerTest, AFailedFirstRenewalRevokesAtOnceLeavingTheSessionRunningAndAFailedGiveBackOnlyTheReset) {
   lid->nextRenewalError = refused(LidHelperRefusal::settingOnElsewhereText);
   auto controller = make();
 
@@ -263,6 +263,14 @@ TEST_F(LidAwakeControllerTest, FailedFirstRenewalRevokesAtOnceAndLeavesTheSessio
   controller->turnOff();
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_EQ(lid->revokeCount, 1);
+
+  lid->nextRenewalError = requiresApproval();
+  lid->nextRevocationError = unavailable();
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+
+  controller->checkLease();  // the retry is confirmed; nothing is left to explain
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 
 TEST_F(LidAwakeControllerTest, FailedLaterRenewalTurnsDeepwakeOffAndGivesBack) {
@@ -293,17 +301,6 @@ TEST_F(LidAwakeControllerTest, FailedLaterRenewalTurnsDeepwakeOffAndGivesBack) {
   // Turning on again clears the failure.
   lid->holdsReplies = false;
   EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
-}
-
-TEST_F(LidAwakeControllerTest, FailedGiveBackAfterAFailedRenewalLeavesOnlyTheReset) {
-  lid->nextRenewalError = requiresApproval();
-  lid->nextRevocationError = unavailable();
-  auto controller = make();
-  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
-
-  controller->checkLease();  // the retry is confirmed; nothing is left to explain
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 

@@ -69,7 +69,7 @@ TEST_F(LoginItemControllerTest, ARegistrationWaitingForApprovalIsRegisteredButNo
   EXPECT_EQ(item->registerCount, 2);
 }
 
-TEST_F(LoginItemControllerTest, AFailingRegistrationKeepsTheFailureAndTheSystemsState) {
+TEST_F(LoginItemControllerTest, AFailingRegistrationOrUnregistrationKeepsTheFailureAndTheSystemsState) {
   auto controller = make(LoginItemState::disabled);
   item->nextRegistrationError = refusal();
   controller->setEnabled(true);
@@ -88,10 +88,8 @@ TEST_F(LoginItemControllerTest, AFailingRegistrationKeepsTheFailureAndTheSystems
   controller->setEnabled(false);
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_EQ(controller->state(), LoginItemState::disabled);
-}
 
-TEST_F(LoginItemControllerTest, AFailingUnregistrationIsKeptToo) {
-  auto controller = make(LoginItemState::enabled);
+  controller = make(LoginItemState::enabled);
   item->nextUnregistrationError = refusal();
   controller->toggle();
   EXPECT_EQ(controller->lastFailure(), refused);
@@ -116,7 +114,7 @@ TEST_F(LoginItemControllerTest, RefreshClearsAFailureOnlyWhenTheStateChanged) {
   EXPECT_GE(changes, 1);
 }
 
-TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocation) {
+TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocationAndReportsARepairThatFailsOrEndsElsewhere) {
   make(LoginItemState::enabled, true);
   EXPECT_EQ(item->registerCount, 1);
 
@@ -128,9 +126,7 @@ TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocatio
   EXPECT_EQ(item->registerCount, 0);
   make(LoginItemState::enabled, true, false);
   EXPECT_EQ(item->registerCount, 0);
-}
 
-TEST_F(LoginItemControllerTest, ARepairThatFailsOrEndsElsewhereIsReported) {
   auto shared = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, true);
   shared->nextRegistrationError = refusal();
   LoginItemController failed(shared, true);

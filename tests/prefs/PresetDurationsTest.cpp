@@ -15,7 +15,7 @@ std::optional<std::vector<AwakeDuration>> validated(std::vector<double> seconds)
   return PresetDurations::validated(seconds);
 }
 
-TEST(PresetDurationsTest, ValidChoicesComeBackSortedAndOthersAreRejected) {
+TEST(PresetDurationsTest, ValidChoicesComeBackSortedOnlyCandidatesAndNoFourthStarCanBeStarredAndStarredOnesAlwaysUnstarred) {
   EXPECT_EQ(validated({7200, 1800}), (std::vector<AwakeDuration>{halfHour, twoHours}));
   EXPECT_EQ(validated({28800, 3600, 21600}), (std::vector<AwakeDuration>{hour, sixHours, eightHours}));
   EXPECT_EQ(validated({14400}), (std::vector<AwakeDuration>{fourHours}));
@@ -32,9 +32,7 @@ TEST(PresetDurationsTest, ValidChoicesComeBackSortedAndOthersAreRejected) {
   EXPECT_EQ(validated({std::numeric_limits<double>::infinity()}), std::nullopt);
   // One bad value spoils the rest.
   EXPECT_EQ(validated({1800, 3600, 901}), std::nullopt);
-}
 
-TEST(PresetDurationsTest, OnlyCandidatesAndNoFourthStarCanBeStarredButStarredOnesAlwaysUnstarredAndConstructionTakesAValidChoice) {
   PresetDurations presets(defaultThree);
   EXPECT_TRUE(presets.isChosen(hour));
   EXPECT_FALSE(presets.isChosen(fourHours));

@@ -61,30 +61,7 @@ class AppcastReleaseTest : public ::testing::Test {
   AppcastRelease release;
 };
 
-TEST_F(AppcastReleaseTest, NewFeedCarriesTheReleaseSignedForItsPublicKey) {
-  std::filesystem::remove(release.feedPath);
-  release.newFeedLink = "https://wakeloft.app/appcast.xml";
-  const auto added = release.add();
-  ASSERT_TRUE(std::holds_alternative<AppcastItem>(added)) << std::get<AppcastRelease::Error>(added).message;
-  const auto& item = std::get<AppcastItem>(added);
-
-  EXPECT_TRUE(testing::verifies(rfcPublicKey, archive, item.edSignature));
-  EXPECT_EQ(item.length, archive.size());
-  const std::string written = feed();
-  EXPECT_NE(written.find("<link>https://wakeloft.app/appcast.xml</link>"), std::string::npos);
-  EXPECT_NE(written.find("<enclosure url=\"" + release.url +
-                         "\" length=\"" + std::to_string(archive.size()) + "\" type=\"application/octet-stream\" "
-                         "sparkle:edSignature=\"" +
-                         item.edSignature + "\"/>"),
-            std::string::npos);
-  const auto reread = Appcast::read(written);
-  ASSERT_TRUE(std::holds_alternative<Appcast>(reread));
-  EXPECT_EQ(std::get<Appcast>(reread).versions(), std::vector<std::string>{"1.2"});
-  EXPECT_EQ(std::filesystem::status(release.feedPath).permissions(),
-            std::filesystem::perms(0644) & std::filesystem::perms::all);
-}
-
-TEST_F(AppcastReleaseTest, AddingKeepsEveryEarlierByteAndTheFileMode) {
+TEST_F(AppcastReleaseTest, TheReleaseIsAddedKeepingEveryEarlierByteAndTheFileModeOrInANewFeedSignedForItsPublicKey) {
   std::filesystem::permissions(release.feedPath, std::filesystem::perms(0640));
   ASSERT_TRUE(std::holds_alternative<AppcastItem>(release.add()));
   const std::string written = feed();
@@ -95,6 +72,27 @@ TEST_F(AppcastReleaseTest, AddingKeepsEveryEarlierByteAndTheFileMode) {
   EXPECT_EQ(std::get<Appcast>(Appcast::read(written)).versions(), (std::vector<std::string>{"1.2", "1.1", "1.0"}));
   EXPECT_EQ(std::filesystem::status(release.feedPath).permissions(), std::filesystem::perms(0640));
   EXPECT_EQ(files(), 3u);
+
+  std::filesystem::remove(release.feedPath);
+  release.newFeedLink = "https://wakeloft.app/appcast.xml";
+  const auto added = release.add();
+  ASSERT_TRUE(std::holds_alternative<AppcastItem>(added)) << std::get<AppcastRelease::Error>(added).message;
+  const auto& item = std::get<AppcastItem>(added);
+
+  EXPECT_TRUE(testing::verifies(rfcPublicKey, archive, item.edSignature));
+  EXPECT_EQ(item.length, archive.size());
+  const std::string created = feed();
+  EXPECT_NE(created.find("<link>https://wakeloft.app/appcast.xml</link>"), std::string::npos);
+  EXPECT_NE(created.find("<enclosure url=\"" + release.url +
+                         "\" length=\"" + std::to_string(archive.size()) + "\" type=\"application/octet-stream\" "
+                         "sparkle:edSignature=\"" +
+                         item.edSignature + "\"/>"),
+            std::string::npos);
+  const auto reread = Appcast::read(created);
+  ASSERT_TRUE(std::holds_alternative<Appcast>(reread));
+  EXPECT_EQ(std::get<Appcast>(reread).versions(), std::vector<std::string>{"1.2"});
+  EXPECT_EQ(std::filesystem::status(release.feedPath).permissions(),
+            std::filesystem::perms(0644) & std::filesystem::perms::all);
 }
 
 TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {

@@ -29,20 +29,7 @@ AppcastItem sample() {
   return item;
 }
 
-TEST(AppcastTest, ReadsEachItemsVersionWhereverSparkleReadsIt) {
-  const auto appcast = read(
-      "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>\n<!-- feed -->\n"
-      "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" "
-      "xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><title>A &amp; B</title>\n"
-      "<item><sparkle:version> 3 </sparkle:version><enclosure url=\"u\" sparkle:version=\"9\"/></item>\n"
-      "<item><enclosure url='u' s:version='2.0'/><description><![CDATA[<b>notes</b>]]></description></item>\n"
-      "<item><s:version><![CDATA[1.]]>&#48;</s:version></item>\n"
-      "</channel></rss>\n<?done?>");
-  ASSERT_TRUE(std::holds_alternative<Appcast>(appcast)) << std::get<Appcast::Error>(appcast).message;
-  EXPECT_EQ(std::get<Appcast>(appcast).versions(), (std::vector<std::string>{"3", "2.0", "1.0"}));
-}
-
-TEST(AppcastTest, NewItemGoesFirstIndentedLikeTheItemsAround) {
+TEST(AppcastTest, ReadsEachItemsVersionWhereverSparkleReadsItAndANewItemGoesFirstIndentedLikeTheOthers) {
   const std::string earlier =
       "  <channel>\n    <title>T</title>\n    <item><sparkle:version>1</sparkle:version></item>\n";
   const auto appcast = read(rss + "\n" + earlier + "  </channel>\n</rss>\n");
@@ -69,6 +56,17 @@ TEST(AppcastTest, NewItemGoesFirstIndentedLikeTheItemsAround) {
   EXPECT_NE(added.find("</item>\n    </channel>\n</rss>\n"), std::string::npos);
   ASSERT_TRUE(std::holds_alternative<Appcast>(read(added)));
   EXPECT_EQ(std::get<Appcast>(read(added)).versions(), std::vector<std::string>{"110"});
+
+  const auto wherever = read(
+      "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>\n<!-- feed -->\n"
+      "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" "
+      "xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><title>A &amp; B</title>\n"
+      "<item><sparkle:version> 3 </sparkle:version><enclosure url=\"u\" sparkle:version=\"9\"/></item>\n"
+      "<item><enclosure url='u' s:version='2.0'/><description><![CDATA[<b>notes</b>]]></description></item>\n"
+      "<item><s:version><![CDATA[1.]]>&#48;</s:version></item>\n"
+      "</channel></rss>\n<?done?>");
+  ASSERT_TRUE(std::holds_alternative<Appcast>(wherever)) << std::get<Appcast::Error>(wherever).message;
+  EXPECT_EQ(std::get<Appcast>(wherever).versions(), (std::vector<std::string>{"3", "2.0", "1.0"}));
 }
 
 TEST(AppcastTest, RefusesWhatIsNotAnAppcastOfTheExpectedShape) {

@@ -12,7 +12,7 @@ using testing::rfcPublicKey;
 using testing::rfcSeed;
 using testing::verifies;
 
-TEST(SparkleSigningKeyTest, SeedFileGivesTheStandardKeyPairAndSignatureAndTheVerifierAcceptsSparklesOwn) {
+TEST(SparkleSigningKeyTest, ASeedFileGivesTheStandardKeyPairAndSignatureTheVerifierAcceptsSparklesOwnAndAnythingElseIsRefused) {
   // generate_keys -x writes the base64 alone; a line break after it is
   // what an editor or a secret store may add.
   const auto key = SparkleSigningKey::fromExportedKey(std::string(rfcSeed) + "\n");
@@ -29,9 +29,7 @@ TEST(SparkleSigningKeyTest, SeedFileGivesTheStandardKeyPairAndSignatureAndTheVer
   EXPECT_TRUE(verifies(sparkleKey, "Hello World!\n", signature));
   EXPECT_FALSE(verifies(sparkleKey, "Hello World!\r\n", signature));
   EXPECT_FALSE(verifies(rfcPublicKey, "Hello World!\n", signature));
-}
 
-TEST(SparkleSigningKeyTest, RefusesWhatIsNotASeedFile) {
   const std::pair<std::string, std::string> refused[] = {
       {"", "does not hold base64 text"},
       {"TM0Imyj/ltqd tsNG7BFOD1uKMZ81q6Yk2oz27U+4pvs=", "does not hold base64 text"},
@@ -40,10 +38,10 @@ TEST(SparkleSigningKeyTest, RefusesWhatIsNotASeedFile) {
       {"AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA==", "holds 31 bytes, not a 32-byte Ed25519 seed"},
   };
   for (const auto& [text, message] : refused) {
-    const auto key = SparkleSigningKey::fromExportedKey(text);
-    ASSERT_TRUE(std::holds_alternative<SparkleSigningKey::Error>(key)) << text;
-    EXPECT_NE(std::get<SparkleSigningKey::Error>(key).message.find(message), std::string::npos)
-        << text << ": " << std::get<SparkleSigningKey::Error>(key).message;
+    const auto read = SparkleSigningKey::fromExportedKey(text);
+    ASSERT_TRUE(std::holds_alternative<SparkleSigningKey::Error>(read)) << text;
+    EXPECT_NE(std::get<SparkleSigningKey::Error>(read).message.find(message), std::string::npos)
+        << text << ": " << std::get<SparkleSigningKey::Error>(read).message;
   }
 }
 

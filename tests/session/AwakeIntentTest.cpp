@@ -11,7 +11,7 @@
 namespace wakeloft {
 namespace {
 
-TEST(AwakeIntentTest, DeadlineIsNowPlusSecondsWhileItIsAUsableDateAndEqualityLooksAtIt) {
+TEST(AwakeIntentTest, DeadlineIsNowPlusSecondsWhileItIsAUsableDateEqualityLooksAtItAndTheInMemoryStoreReadsIt) {
   const Date now{1'700'000'000};
   EXPECT_EQ(AwakeIntent::deadline(0, now), now);
   EXPECT_EQ(AwakeIntent::deadline(1800, now), now.adding(1800));
@@ -28,9 +28,7 @@ TEST(AwakeIntentTest, DeadlineIsNowPlusSecondsWhileItIsAUsableDateAndEqualityLoo
   EXPECT_NE(AwakeIntent::off(), AwakeIntent::indefinite());
   EXPECT_EQ(AwakeDuration{3600}.id(), AwakeDuration{3600}.id());
   EXPECT_EQ(std::hash<AwakeDuration>{}(AwakeDuration{3600}), std::hash<AwakeDuration>{}(AwakeDuration{3600}));
-}
 
-TEST(InMemoryAwakeIntentStoreTest, Readings) {
   InMemoryAwakeIntentStore store(StoredAwakeIntent::unreadableDeadline());
   EXPECT_TRUE(store.isAwakeRequested());
   EXPECT_EQ(store.awakeUntil(), std::nullopt);

@@ -27,30 +27,7 @@ class UserDefaultsAwakeIntentStoreTest : public ::testing::Test {
 
 // Any number that is a date is a deadline, whether or not it has passed
 // (that is not the store's business); anything else is unreadable.
-TEST_F(UserDefaultsAwakeIntentStoreTest, OnlyNumbersThatAreDatesAreDeadlines) {
-  const auto deadline = [](double seconds) { return StoredAwakeIntent::intent(AwakeIntent::until(Date{seconds})); };
-  const auto unreadable = StoredAwakeIntent::unreadableDeadline();
-  const double infinity = std::numeric_limits<double>::infinity();
-  const std::vector<std::pair<DefaultsValue, StoredAwakeIntent>> cases = {
-      {std::int64_t{1'700'000'123}, deadline(1'700'000'123)},
-      {1'700'000'123.5, deadline(1'700'000'123.5)},
-      {12.0, deadline(12)},
-      {Date::distantFuture().secondsSince1970, deadline(Date::distantFuture().secondsSince1970)},
-      {true, unreadable},
-      {"1700000000", unreadable},
-      {Date{1'700'000'000}, unreadable},
-      {DefaultsValue::Data{1, 2}, unreadable},
-      {DefaultsValue::Array{DefaultsValue(1.0)}, unreadable},
-      {infinity, unreadable},
-      {-infinity, unreadable},
-      {std::nan(""), unreadable},
-      {Date::distantFuture().secondsSince1970 + 1, unreadable},
-      {std::numeric_limits<std::int64_t>::max(), unreadable},
-  };
-  for (const auto& [stored, read] : cases) EXPECT_EQ(loadWithDeadline(stored), read);
-}
-
-TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadNothingRequestedReadsOffAndNoDeadlineIndefinite) {
+TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadAndReadingTakesOnlyNumbersThatAreDatesAsDeadlines) {
   store.save(AwakeIntent::until(Date{1'700'000'000.25}));
   EXPECT_EQ(defaults.object(until), DefaultsValue(1'700'000'000.25));
   EXPECT_EQ(defaults.object(requested), DefaultsValue(true));
@@ -79,6 +56,27 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, SavingWritesBothKeysTheWayTheyAreReadNo
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::off()));
   defaults.set(requested, std::int64_t{2});
   EXPECT_EQ(store.load(), StoredAwakeIntent::intent(AwakeIntent::indefinite()));
+
+  const auto deadline = [](double seconds) { return StoredAwakeIntent::intent(AwakeIntent::until(Date{seconds})); };
+  const auto unreadable = StoredAwakeIntent::unreadableDeadline();
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::vector<std::pair<DefaultsValue, StoredAwakeIntent>> cases = {
+      {std::int64_t{1'700'000'123}, deadline(1'700'000'123)},
+      {1'700'000'123.5, deadline(1'700'000'123.5)},
+      {12.0, deadline(12)},
+      {Date::distantFuture().secondsSince1970, deadline(Date::distantFuture().secondsSince1970)},
+      {true, unreadable},
+      {"1700000000", unreadable},
+      {Date{1'700'000'000}, unreadable},
+      {DefaultsValue::Data{1, 2}, unreadable},
+      {DefaultsValue::Array{DefaultsValue(1.0)}, unreadable},
+      {infinity, unreadable},
+      {-infinity, unreadable},
+      {std::nan(""), unreadable},
+      {Date::distantFuture().secondsSince1970 + 1, unreadable},
+      {std::numeric_limits<std::int64_t>::max(), unreadable},
+  };
+  for (const auto& [stored, read] : cases) EXPECT_EQ(loadWithDeadline(stored), read);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 namespace wakeloft {
 namespace {
 
-TEST(CountdownTextTest, MinutesAndSecondsUnderAnHourThenHoursInEachLocaleNeverMoreThanIsLeft) {
+TEST(CountdownTextTest, CountdownsAndLabelsInEachLocale) {
   const struct {
     double seconds;
     const char* text;
@@ -24,18 +24,16 @@ TEST(CountdownTextTest, MinutesAndSecondsUnderAnHourThenHoursInEachLocaleNeverMo
   EXPECT_EQ(CountdownText::formatted(0.999, "en_US"), "0:00");
   EXPECT_EQ(CountdownText::formatted(-5, "en_US"), "0:00");
   EXPECT_EQ(CountdownText::formatted(std::numeric_limits<double>::quiet_NaN(), "en_US"), "0:00");
-}
 
-TEST(AwakeDurationLabelTest, AbbreviatedHoursAndMinutesAndSpokenInFullWords) {
   const struct {
     double seconds;
     const char* english;
     const char* german;
-  } cases[] = {{1800, "30m", "30 Min."},
+  } labels[] = {{1800, "30m", "30 Min."},
                {3600, "1h", "1 Std."},
                {5400, "1h 30m", "1 Std., 30 Min."},
                {5459.9, "1h 30m", "1 Std., 30 Min."}};
-  for (const auto& c : cases) {
+  for (const auto& c : labels) {
     EXPECT_EQ(AwakeDuration{c.seconds}.label("en_US"), c.english);
     EXPECT_EQ(AwakeDuration{c.seconds}.label("de_DE"), c.german);
   }

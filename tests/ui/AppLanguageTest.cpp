@@ -7,19 +7,14 @@
 namespace wakeloft {
 namespace {
 
-TEST(AppLanguageTest, TheFirstPreferredLanguageDecidesTheDirection) {
+TEST(AppLanguageTest, TheFirstPreferredLanguageDecidesTheDirectionAndTheLocaleInTheUsersRegion) {
   EXPECT_EQ(AppLanguage::direction({}), LayoutDirection::leftToRight);
   EXPECT_EQ(AppLanguage::direction({"ar"}), LayoutDirection::rightToLeft);
   EXPECT_EQ(AppLanguage::direction({"ar", "en"}), LayoutDirection::rightToLeft);
   EXPECT_EQ(AppLanguage::direction({"he-IL"}), LayoutDirection::rightToLeft);
   EXPECT_EQ(AppLanguage::direction({"de", "ar"}), LayoutDirection::leftToRight);
   EXPECT_EQ(AppLanguage::direction({"zh-Hans"}), LayoutDirection::leftToRight);
-}
 
-// The preferred language takes the user's region unless it has its own, and
-// keeps the user's other settings; without one, or with one that cannot be
-// read, the locale is the user's own.
-TEST(AppLanguageTest, TheLocaleIsThePreferredLanguageInTheUsersRegion) {
   EXPECT_EQ(AppLanguage::resolvedLocale({}, "de_CH"), "de_CH");
   EXPECT_EQ(AppLanguage::resolvedLocale({"de"}, "fr_CH"), "de_CH");
   EXPECT_EQ(AppLanguage::resolvedLocale({"ar", "en"}, "en_US"), "ar_US");
@@ -33,5 +28,8 @@ TEST(AppLanguageTest, TheLocaleIsThePreferredLanguageInTheUsersRegion) {
   EXPECT_EQ(LocaleIdentifiers::languageOf("@@@"), LocaleIdentifiers::Language{});
 }
 
+// The preferred language takes the user's region unless it has its own, and
+// keeps the user's other settings; without one, or with one that cannot be
+// read, the locale is the user's own.
 }  // namespace
 }  // namespace wakeloft

@@ -19,7 +19,7 @@ TextLookup tableOf(std::map<std::string, std::string> entries) {
 
 const LocalizedText refused{TextCatalog::assertionRefused, {std::int32_t{-3}}};
 
-TEST(LocalizedTextTest, ResolvesThroughTheTranslationWithItsArgumentsOrFallsBackToEnglish) {
+TEST(LocalizedTextTest, ResolvesThroughTheTranslationOrFallsBackToEnglishVerbatimWordsNeverAndIllFormedBytesRepaired) {
   const auto german = tableOf({{std::string(TextCatalog::assertionRefused.key()),
                                 "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler %d)."}});
   EXPECT_EQ(refused.resolved(german), "macOS konnte deinen Mac nicht wach halten (IOKit-Fehler -3).");
@@ -30,9 +30,7 @@ TEST(LocalizedTextTest, ResolvesThroughTheTranslationWithItsArgumentsOrFallsBack
   EXPECT_EQ(refused.resolved(nullptr), english);
   EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %@"}})), english);
   EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %"}})), english);
-}
 
-TEST(LocalizedTextTest, VerbatimWordsAreNeverLookedUpAndIllFormedBytesAreRepairedBeforeAnyViewSeesThem) {
   const auto words = LocalizedText::verbatim("Cancel");
   EXPECT_TRUE(words.isVerbatim());
   EXPECT_EQ(words.key(), std::nullopt);

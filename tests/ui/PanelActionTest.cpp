@@ -66,7 +66,7 @@ TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHoursAnd
   EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
 }
 
-TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {
+TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwakeAndDontRetryForgetsTheRequestedSession) {
   app.heatWarning->acknowledged = false;
   app.start();
   run(PanelAction::setDeepwake(true));
@@ -75,9 +75,7 @@ TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {
   EXPECT_TRUE(app.heatWarning->acknowledged);
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());
-}
 
-TEST_F(PanelActionTest, DontRetryForgetsTheRequestedSession) {
   app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
   app.assertion->nextRefusal = -1;
   app.start();

@@ -14,7 +14,7 @@ constexpr const char* deepwakeConsequence =
     "Your Mac can sleep again with the lid open or closed. Awake mode turns back on the next time you open "
     "Wakeloft. Deepwake stays off.";
 
-TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAloneAndQuitNowAsksNothing) {
+TEST(QuitConfirmationAlertTest, TheConsequenceAloneWithoutTimeLeftWhichComesFirstInTheAppsLocaleDeepwakeInItsOwnWordsAndQuitNowAsksNothing) {
   const auto alert =
       QuitConfirmationAlert::make(QuitConfirmation::awakeMode(std::nullopt), "en_US", LayoutDirection::leftToRight);
   ASSERT_TRUE(alert);
@@ -30,9 +30,7 @@ TEST(QuitConfirmationAlertTest, AwakeModeWithoutTimerTellsTheConsequenceAloneAnd
 
   EXPECT_EQ(QuitConfirmationAlert::make(QuitConfirmation::quitNow(), "en_US", LayoutDirection::leftToRight),
             std::nullopt);
-}
 
-TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocaleAndDeepwakeIsAskedAboutWithItsOwnWords) {
   const auto english =
       QuitConfirmationAlert::make(QuitConfirmation::awakeMode(1500), "en_US", LayoutDirection::leftToRight);
   ASSERT_TRUE(english);
@@ -44,13 +42,13 @@ TEST(QuitConfirmationAlertTest, TimeLeftComesFirstInTheAppsLocaleAndDeepwakeIsAs
   EXPECT_EQ(germanLabel.sentences()[0], timeLeft);
   EXPECT_EQ(germanLabel.sentences()[1], LocalizedText(TextCatalog::quit));
 
-  const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
-  ASSERT_TRUE(alert);
-  EXPECT_EQ(alert->title.english(), "Quit and end Deepwake?");
-  EXPECT_EQ(alert->message.english(), std::string("1h left in this session. ") + deepwakeConsequence);
-  EXPECT_EQ(alert->buttons[0].title.english(), "Quit and end Deepwake");
-  EXPECT_EQ(alert->buttons[1].keyEquivalent, std::string(QuitConfirmationAlert::escapeKey));
-  EXPECT_EQ(alert->layoutDirection, LayoutDirection::rightToLeft);
+  const auto deepwake = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
+  ASSERT_TRUE(deepwake);
+  EXPECT_EQ(deepwake->title.english(), "Quit and end Deepwake?");
+  EXPECT_EQ(deepwake->message.english(), std::string("1h left in this session. ") + deepwakeConsequence);
+  EXPECT_EQ(deepwake->buttons[0].title.english(), "Quit and end Deepwake");
+  EXPECT_EQ(deepwake->buttons[1].keyEquivalent, std::string(QuitConfirmationAlert::escapeKey));
+  EXPECT_EQ(deepwake->layoutDirection, LayoutDirection::rightToLeft);
 }
 
 }  // namespace

@@ -61,7 +61,7 @@ TEST(UpdateReminderTest, OnlyAScheduledUpdateTheUpdaterCannotBringToTheFrontWait
   EXPECT_EQ(changes, 4);
 }
 
-TEST(SettingsMenuTest, PopsUpBelowTheAnchorOnItsLeadingSideAndFeedbackCarriesVersionsAndLanguage) {
+TEST(SettingsMenuTest, CommandsOpenOnePopoverAtATimeBelowTheAnchorOnItsLeadingSideOrReachTheirActions) {
   const SettingsMenu::Bounds anchor{0, 0, 232, 1};
   EXPECT_EQ(SettingsMenu::popUpLocation(anchor, LayoutDirection::leftToRight), (SettingsMenu::Point{-14, -14}));
   EXPECT_EQ(SettingsMenu::popUpLocation(anchor, LayoutDirection::rightToLeft), (SettingsMenu::Point{246, -14}));
@@ -75,9 +75,7 @@ TEST(SettingsMenuTest, PopsUpBelowTheAnchorOnItsLeadingSideAndFeedbackCarriesVer
   EXPECT_EQ(SettingsMenu::feedbackAddress(std::nullopt, {15, 0, 0}, {}), site + "/feedback?macos=15.0");
   EXPECT_EQ(SettingsMenu::feedbackAddress(AboutInfo{"2.0", ""}, {15, 1, 0}, {"en"}),
             site + "/feedback?app=2.0&macos=15.1");
-}
 
-TEST(SettingsMenuTest, CommandsOpenOnePopoverAtATimeOrReachTheirActions) {
   std::vector<std::string> calls;
   SettingsMenu menu({[&] { calls.push_back("update"); }, [&] { calls.push_back("feedback"); },
                      [&] { calls.push_back("quit"); }, [&] { calls.push_back("activate"); }});

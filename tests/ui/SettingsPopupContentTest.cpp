@@ -22,7 +22,7 @@ class SettingsPopupContentTest : public ::testing::Test {
   PresetDurationsController presets{store};
 };
 
-TEST_F(SettingsPopupContentTest, EveryCandidateHasARowStarredAsChosen) {
+TEST_F(SettingsPopupContentTest, EveryCandidateHasARowStarredAsChosenAndStarsComeOffAndGoOnAndAreStoredButNoFourth) {
   const auto content = SettingsPopupContent::current(presets, "en_US");
   EXPECT_EQ(content.title.english(), "Preset durations");
   EXPECT_EQ(content.hint.english(), "Star up to three. If you don't star any, the panel shows no presets.");
@@ -35,9 +35,7 @@ TEST_F(SettingsPopupContentTest, EveryCandidateHasARowStarredAsChosen) {
   EXPECT_EQ(stars(), (std::vector<bool>{true, true, true, false, false, false}));
   EXPECT_EQ(content.rows[0].symbolName(), "star.fill");
   EXPECT_EQ(content.rows[5].symbolName(), "star");
-}
 
-TEST_F(SettingsPopupContentTest, StarsComeOffAndGoOnAndAreStoredButNoFourth) {
   SettingsPopupContent::toggle({28800}, presets);
   EXPECT_EQ(stars(), (std::vector<bool>{true, true, true, false, false, false}));
   EXPECT_EQ(store->stored, (std::vector<double>{1800, 3600, 7200}));

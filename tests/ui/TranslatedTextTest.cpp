@@ -15,7 +15,7 @@ namespace {
 using testing::LanguageTables;
 using testing::TestControllers;
 
-TEST(TranslatedTextTest, APanelInGermanAndArabicWithTheirDurationsNumbersAndDetails) {
+TEST(TranslatedTextTest, APanelAndAQuitQuestionInGermanAndArabicWithTheirDurationsNumbersDetailsAndSentenceOrder) {
   const LanguageTables german("de");
   const LanguageTables arabic("ar");
   TestControllers app;
@@ -38,10 +38,7 @@ TEST(TranslatedTextTest, APanelInGermanAndArabicWithTheirDurationsNumbersAndDeta
             "\u062A\u0639\u0630\u0651\u0631 \u0639\u0644\u0649 macOS \u0625\u0628\u0642\u0627\u0621 "
             "\u062C\u0647\u0627\u0632 Mac \u0645\u0633\u062A\u064A\u0642\u0638\u064B\u0627 (\u062E\u0637\u0623 IOKit "
             "\u0631\u0642\u0645 \u2066-536870199\u2069).");
-}
 
-TEST(TranslatedTextTest, AQuitQuestionInArabicKeepsItsSentenceOrder) {
-  const LanguageTables arabic("ar");
   const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(1500), "ar", LayoutDirection::rightToLeft);
   ASSERT_TRUE(alert);
   const std::string message = alert->message.resolved(arabic.lookup());
