@@ -6,7 +6,6 @@ namespace wakeloft {
 
 void InMemoryLidSleepBlocker::prepare() {
   ++prepareCount;
-  if (whilePreparing) whilePreparing();
   if (auto error = std::exchange(nextPreparationError, nullptr)) std::rethrow_exception(error);
 }
 

@@ -15,16 +15,13 @@ namespace wakeloft {
 // a test decides when (and in which order) they arrive.
 class InMemoryLidSleepBlocker final : public LidSleepBlocker {
  public:
-  // Counts the call, runs `whilePreparing`, then throws `nextPreparationError`.
+  // Counts the call, then throws `nextPreparationError`.
   void prepare() override;
   // A successful reply holds the lease until `until` and counts as a renewal.
   void renew(Date until, Completion completion) override;
   // The reply drops the lease whether or not it carries an error.
   void revoke(Completion completion) override;
   bool isEngaged() const override { return leaseExpiry.has_value(); }
-
-  // Whether the lease held now still lasts at `at`.
-  bool lease(Date at) const { return leaseExpiry && at < *leaseExpiry; }
 
   // Gives the oldest held reply; nothing when none is held.
   void answerNext();
@@ -41,7 +38,6 @@ class InMemoryLidSleepBlocker final : public LidSleepBlocker {
   std::exception_ptr nextRenewalError;
   std::exception_ptr nextPreparationError;
   std::exception_ptr nextRevocationError;
-  std::function<void()> whilePreparing;
   // While set, replies wait in `unanswered`.
   bool holdsReplies = false;
   // Replies not given yet, oldest first.

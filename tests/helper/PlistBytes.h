@@ -7,8 +7,6 @@
 #endif
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <span>
 #include <stdexcept>
 #include <string>

@@ -112,25 +112,17 @@ TEST(XPCReplyTest, ReplyErrorAndTimeLimitRacingDeliverExactlyOneOutcome) {
 
     // The three threads spin until all are there, so they race closely.
     std::atomic<int> arrived = 0;
-    const auto startTogether = [&arrived] {
-      ++arrived;
-      while (arrived.load() < 3) std::this_thread::yield();
-    };
-    std::thread replier([&startTogether, reply] {
-      startTogether();
-      reply->finish(Outcome::replied("late"));
-    });
-    std::thread failer([&startTogether, reply] {
-      startTogether();
-      reply->finish(Outcome::failed());
-    });
-    std::thread timer([&startTogether, reply] {
-      startTogether();
-      reply->expire(0);
-    });
-    replier.join();
-    failer.join();
-    timer.join();
+    std::vector<std::thread> racers;
+    for (int racer = 0; racer < 3; ++racer) {
+      racers.emplace_back([&arrived, racer, reply] {
+        ++arrived;
+        while (arrived.load() < 3) std::this_thread::yield();
+        if (racer == 0) reply->finish(Outcome::replied("late"));
+        if (racer == 1) reply->finish(Outcome::failed());
+        if (racer == 2) reply->expire(0);
+      });
+    }
+    for (auto& racer : racers) racer.join();
   }
   // Background work runs in order of its due time, so this marker reaches the
   // main loop after every time-out above has finished.

@@ -1,6 +1,5 @@
 #include "lid/LeaseClientLidSleepBlocker.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>

@@ -126,22 +126,9 @@ TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {
 }
 
 TEST_F(AppcastReleaseTest, CommandLineNamesEachOptionAndChecksItsValue) {
-  const std::vector<std::string> full = {"--feed",
-                                         "f.xml",
-                                         "--archive",
-                                         "a.zip",
-                                         "--url",
-                                         "https://x/a.zip",
-                                         "--version",
-                                         "120",
-                                         "--short-version",
-                                         "1.2",
-                                         "--minimum-system-version",
-                                         "14.0",
-                                         "--private-key",
-                                         "k",
-                                         "--public-key",
-                                         std::string(rfcPublicKey)};
+  const std::vector<std::string> full = {
+      "--feed", "f.xml", "--archive", "a.zip", "--url", "https://x/a.zip", "--version", "120", "--short-version", "1.2",
+      "--minimum-system-version", "14.0", "--private-key", "k", "--public-key", std::string(rfcPublicKey)};
   const auto parsed = AppcastRelease::parse(full, 7);
   ASSERT_TRUE(std::holds_alternative<AppcastRelease>(parsed));
   EXPECT_EQ(std::get<AppcastRelease>(parsed).version, "120");

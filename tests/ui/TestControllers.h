@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "lid/InMemoryDeepwakeGuardrailStore.h"
