@@ -98,25 +98,6 @@ TEST(PropertyListTest, WriterRefusesWhatXMLCannotCarry) {
   EXPECT_NO_THROW(PropertyListXMLWriter::document(Date{-62167219200.0}));
 }
 
-TEST(PropertyListTest, ParserRefusesWhatIsNotAWholePropertyList) {
-  const testing::SystemPropertyListParser parser;
-  const auto binary = binaryPropertyList(everyKind());
-  const auto xml = PropertyListXMLWriter::document(everyKind());
-  const std::string refused[] = {
-      "",
-      "hello",
-      "<?xml version=\"1.0\"?><plist><dict><key>a</key>",
-      xml.substr(0, xml.size() / 2),
-      binary.substr(0, binary.size() - 20),
-      "bplist00",
-      std::string("<plist><string>\xC3\x28</string></plist>"),
-      std::string("<plist><dict><key>a\0b</key><string>x</string></dict></plist>", 60),
-  };
-  for (const auto& bytes : refused) {
-    EXPECT_THROW(parser.parse(bytesOf(bytes)), PropertyListError) << bytes.size() << " bytes";
-  }
-}
-
 TEST(PropertyListTest, DeeplyNestedListsAreRefusedBeforeTheReaderRecursesIntoThem) {
   const testing::SystemPropertyListParser parser;
   std::string unclosed = "<plist>";
@@ -151,7 +132,7 @@ std::string oneEntryBinaryList(const std::string& keyObject) {
   return list;
 }
 
-TEST(PropertyListTest, BinaryKeysWithAZeroCharacterAreRefusedNotFatal) {
+TEST(PropertyListTest, TheParserRefusesWhatIsNotAWholePropertyListAndBinaryKeysWithAZeroCharacter) {
   const testing::SystemPropertyListParser parser;
   using namespace std::string_literals;
   EXPECT_EQ(parser.parse(bytesOf(oneEntryBinaryList("\x53" "a b"))),
@@ -160,6 +141,22 @@ TEST(PropertyListTest, BinaryKeysWithAZeroCharacterAreRefusedNotFatal) {
             PropertyList(PropertyList::Dictionary{{"ab", "x"}}));
   EXPECT_THROW(parser.parse(bytesOf(oneEntryBinaryList("\x53" "a\0b"s))), PropertyListError);
   EXPECT_THROW(parser.parse(bytesOf(oneEntryBinaryList("\x62\0a\0\0"s))), PropertyListError);
+
+  const auto binary = binaryPropertyList(everyKind());
+  const auto xml = PropertyListXMLWriter::document(everyKind());
+  const std::string refused[] = {
+      "",
+      "hello",
+      "<?xml version=\"1.0\"?><plist><dict><key>a</key>",
+      xml.substr(0, xml.size() / 2),
+      binary.substr(0, binary.size() - 20),
+      "bplist00",
+      std::string("<plist><string>\xC3\x28</string></plist>"),
+      std::string("<plist><dict><key>a\0b</key><string>x</string></dict></plist>", 60),
+  };
+  for (const auto& bytes : refused) {
+    EXPECT_THROW(parser.parse(bytesOf(bytes)), PropertyListError) << bytes.size() << " bytes";
+  }
 }
 
 }  // namespace

@@ -197,20 +197,14 @@ TEST(LeaseRigStartTest, AHelperRunningAsRootServesTheUserItAllows) {
 
   // That user's client, in a process of its own.
   const std::string request = RigWire::renewLine(inSeconds(20));
-  const pid_t client = fork();
-  if (client == 0) {
+  const pid_t child = fork();
+  if (child == 0) {
     if (setgid(nobody) != 0 || setuid(nobody) != 0) _exit(2);
-    const int fd = socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, rig.socketPath.c_str(), sizeof address.sun_path - 1);
-    if (connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) _exit(3);
-    char reply[2] = {};
-    if (write(fd, request.data(), request.size()) != static_cast<ssize_t>(request.size())) _exit(4);
-    _exit(read(fd, reply, 1) == 1 && reply[0] == '\n' ? 0 : 5);  // an empty line: granted
+    RigClient client(rig.socketPath);
+    _exit(client.ask(request) == "" ? 0 : 5);  // an empty line: granted
   }
   int status = -1;
-  ASSERT_EQ(waitpid(client, &status, 0), client);
+  ASSERT_EQ(waitpid(child, &status, 0), child);
   EXPECT_EQ(WEXITSTATUS(status), 0) << rig.log();
 }
 

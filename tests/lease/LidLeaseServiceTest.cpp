@@ -69,7 +69,7 @@ TEST_F(LidLeaseServiceTest, AGrantedRenewalHoldsOneUntilADeadlineAlreadyPassedBu
   EXPECT_EQ(logLines, std::vector<std::string>(6, "lease refused: the deadline is not a number"));
 }
 
-TEST_F(LidLeaseServiceTest, OneClientsRevocationNeverEndsAnothersLease) {
+TEST_F(LidLeaseServiceTest, OneClientsRevocationNeverEndsAnothersLeaseAndAFailedRestoreIsReportedAndRetried) {
   EXPECT_EQ(service.renew(in(20), 1), std::nullopt);
   EXPECT_EQ(service.renew(in(30), 2), std::nullopt);
   EXPECT_EQ(service.revoke(1), std::nullopt);
@@ -83,6 +83,21 @@ TEST_F(LidLeaseServiceTest, OneClientsRevocationNeverEndsAnothersLease) {
   service.checkLease();
   EXPECT_FALSE(setting->value);
   EXPECT_TRUE(service.holders().empty());
+
+  service.renew(in(30), 1);
+  setting->writeError = "Resource busy";
+  EXPECT_EQ(service.revoke(1),
+            "The sleep setting could not be put back, and the helper is still trying: Resource busy");
+  EXPECT_TRUE(service.holders().empty());
+  EXPECT_TRUE(setting->value);
+  EXPECT_EQ(logLines, std::vector<std::string>{"lease ended, but disablesleep could not be put back and is being "
+                                               "retried: Resource busy"});
+
+  setting->writeError.reset();
+  clocks.pass(0.25);
+  service.checkLease();
+  EXPECT_FALSE(setting->value);
+  EXPECT_EQ(service.revoke(1), std::nullopt);
 }
 
 TEST_F(LidLeaseServiceTest, TheHeldLeaseTakesTheLatestOfEachEndSeparatelyAndASleepPastThemEndsThemAtTheNextCheck) {
@@ -198,23 +213,6 @@ TEST_F(LidLeaseServiceTest, AFailedWriteKeepsTheTermAndIsRetriedAtTheSpacing) {
   EXPECT_EQ(service.nextRetryUptime(), std::nullopt);
   EXPECT_EQ(service.renew(in(30), 1), std::nullopt);
   EXPECT_EQ(service.holders(), (std::set<std::uint64_t>{1, 2}));
-}
-
-TEST_F(LidLeaseServiceTest, ARestoreThatFailsIsReportedAndRetried) {
-  service.renew(in(30), 1);
-  setting->writeError = "Resource busy";
-  EXPECT_EQ(service.revoke(1),
-            "The sleep setting could not be put back, and the helper is still trying: Resource busy");
-  EXPECT_TRUE(service.holders().empty());
-  EXPECT_TRUE(setting->value);
-  EXPECT_EQ(logLines, std::vector<std::string>{"lease ended, but disablesleep could not be put back and is being "
-                                               "retried: Resource busy"});
-
-  setting->writeError.reset();
-  clocks.pass(0.25);
-  service.checkLease();
-  EXPECT_FALSE(setting->value);
-  EXPECT_EQ(service.revoke(1), std::nullopt);
 }
 
 // Through the real main loop, as the listener's connections use it.

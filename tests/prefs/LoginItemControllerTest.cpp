@@ -28,7 +28,7 @@ class LoginItemControllerTest : public ::testing::Test {
   int changes = 0;
 };
 
-TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystemAndTheLocationIsAskedEachTime) {
+TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystemWhereWaitingForApprovalIsRegisteredButNotEnabled) {
   auto controller = make(LoginItemState::disabled);
   EXPECT_FALSE(controller->isEnabled());
   EXPECT_FALSE(controller->isRegistered());
@@ -49,10 +49,8 @@ TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystemAndTheLocationI
   EXPECT_TRUE(controller->isAtStableLocation());
   item->setIsAtStableLocation(false);
   EXPECT_FALSE(controller->isAtStableLocation());
-}
 
-TEST_F(LoginItemControllerTest, ARegistrationWaitingForApprovalIsRegisteredButNotEnabled) {
-  auto controller = make(LoginItemState::disabled);
+  controller = make(LoginItemState::disabled);
   item->stateAfterRegistering = LoginItemState::requiresApproval;
   controller->setEnabled(true);
   EXPECT_FALSE(controller->isEnabled());

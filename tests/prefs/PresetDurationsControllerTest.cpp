@@ -27,7 +27,22 @@ class PresetDurationsControllerTest : public ::testing::Test {
   std::shared_ptr<UserDefaultsPresetDurationStore> store = std::make_shared<UserDefaultsPresetDurationStore>(defaults);
 };
 
-TEST_F(PresetDurationsControllerTest, ReadsAStoredChoiceSortedOrAnUnusableOneAsTheDefaultLeavingItAsItWas) {
+TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBackAndAStoredChoiceIsReadSortedOrIfUnusableAsTheDefaultLeftAsItWas) {
+  PresetDurationsController controller(store);
+  EXPECT_EQ(controller.pinned(), defaultThree);
+  EXPECT_TRUE(defaults.values().empty());
+
+  int changes = 0;
+  const auto subscription = controller.observe([&] { ++changes; });
+  controller.pin({twoHours, hour, halfHour});
+  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 3600.0, 7200.0}));
+  EXPECT_EQ(changes, 0);
+
+  // An absent choice removes the key.
+  store->setPinnedSeconds(std::nullopt);
+  EXPECT_TRUE(defaults.values().empty());
+  EXPECT_EQ(store->pinnedSeconds(), std::nullopt);
+
   EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{7200.0, 1800.0}), (std::vector<AwakeDuration>{halfHour, twoHours}));
   // Integers are numbers as well.
   EXPECT_EQ(pinnedWithStored(DefaultsValue::Array{28800, 3600}), (std::vector<AwakeDuration>{hour, eightHours}));
@@ -48,23 +63,6 @@ TEST_F(PresetDurationsControllerTest, ReadsAStoredChoiceSortedOrAnUnusableOneAsT
     EXPECT_EQ(pinnedWithStored(value), defaultThree);
     EXPECT_EQ(defaults.object(key), value);
   }
-}
-
-TEST_F(PresetDurationsControllerTest, TheDefaultIsNotWrittenBackUntilPinnedAndThenWithoutAChange) {
-  PresetDurationsController controller(store);
-  EXPECT_EQ(controller.pinned(), defaultThree);
-  EXPECT_TRUE(defaults.values().empty());
-
-  int changes = 0;
-  const auto subscription = controller.observe([&] { ++changes; });
-  controller.pin({twoHours, hour, halfHour});
-  EXPECT_EQ(defaults.object(key), DefaultsValue(DefaultsValue::Array{1800.0, 3600.0, 7200.0}));
-  EXPECT_EQ(changes, 0);
-
-  // An absent choice removes the key.
-  store->setPinnedSeconds(std::nullopt);
-  EXPECT_TRUE(defaults.values().empty());
-  EXPECT_EQ(store->pinnedSeconds(), std::nullopt);
 }
 
 TEST_F(PresetDurationsControllerTest, PinStoresTheSortedSecondsAndTellsObserversButAnInvalidPinChangesNothing) {
