@@ -119,7 +119,7 @@ TEST_F(LidSleepLeaseKeeperTest, AClockSetBackDoesNotStretchTheLeaseButASleepPast
   EXPECT_FALSE(k.isSleepDisabled());
 }
 
-TEST_F(LidSleepLeaseKeeperTest, AFailingWriteIsRetriedNoMoreOftenThanEveryQuarterSecond) {
+TEST_F(LidSleepLeaseKeeperTest, AFailingWriteIsRetriedNoMoreOftenThanEveryQuarterSecondButANewWantedValueAtOnce) {
   clocks.uptime->current = 99.5;
   auto& k = makeKeeper();
   clocks.pass(0.5);  // uptime 100.0
@@ -147,10 +147,7 @@ TEST_F(LidSleepLeaseKeeperTest, AFailingWriteIsRetriedNoMoreOftenThanEveryQuarte
   EXPECT_TRUE(setting->value);
   EXPECT_TRUE(k.isSleepDisabled());
   EXPECT_EQ(k.lastError(), nullptr);
-}
 
-TEST_F(LidSleepLeaseKeeperTest, ANewWantedValueIsNotHeldBackByTheSpacing) {
-  auto& k = makeKeeper();
   k.renew(in(30));
   setting->writeError = "busy";
   k.revoke();

@@ -127,7 +127,7 @@ TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndTheSessionAskedForBefo
               controllers.binding);
 }
 
-TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
+TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwnAndAHelperPinnedToItsIdentifierAndTheAppsTeam) {
   defaults.set(UserDefaultsLidAwakeStore::key, true);
   const auto controllers = AppControllers::live(parts(), defaults);
   ASSERT_EQ(schedulers.size(), 3u);
@@ -145,9 +145,7 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
   EXPECT_EQ(schedulers[2]->pending, clocks.now());
   schedulers[2]->fire();
   EXPECT_FALSE(controllers.lid->isOn());
-}
 
-TEST_F(AppControllersTest, TheHelperIsPinnedToItsOwnIdentifierAndTheAppsTeamWhenThereIsOne) {
   AppControllers::live(parts(), defaults);
   ASSERT_TRUE(registration);
   EXPECT_EQ(registration->plistName, "com.wakeloft.app.lidhelper.plist");
