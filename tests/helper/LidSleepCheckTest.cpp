@@ -22,8 +22,14 @@ class LidSleepCheckTest : public ::testing::Test {
   LidSleepCheck check{lid, [this](const std::string& line) { log.push_back(line); }};
 };
 
+// Nothing is read while the setting is held or was never held.
 TEST_F(LidSleepCheckTest, ClosedLidSleepsOnceTheLastLeaseEndsAndSaysSoOnEachStepToZero) {
+  check.settingSettled(false);
+  check.settingSettled(false);
   check.settingSettled(true);
+  check.settingSettled(true);
+  EXPECT_THAT(lid->asked, IsEmpty());
+  EXPECT_THAT(log, IsEmpty());
   check.settingSettled(false);
   EXPECT_THAT(lid->asked, ElementsAre("lidIsClosed", "closingCausesSleep", "requestSleep"));
   EXPECT_THAT(log, ElementsAre("lease ended with the lid closed and the setting back at 0: asked the system to sleep"));
@@ -37,15 +43,6 @@ TEST_F(LidSleepCheckTest, ClosedLidSleepsOnceTheLastLeaseEndsAndSaysSoOnEachStep
   EXPECT_EQ(sleeps(), 1);
   check.settingSettled(false);
   EXPECT_EQ(sleeps(), 2);
-}
-
-TEST_F(LidSleepCheckTest, NothingIsReadWhileTheSettingIsHeldOrWasNeverHeld) {
-  check.settingSettled(false);
-  check.settingSettled(false);
-  check.settingSettled(true);
-  check.settingSettled(true);
-  EXPECT_THAT(lid->asked, IsEmpty());
-  EXPECT_THAT(log, IsEmpty());
 }
 
 TEST_F(LidSleepCheckTest, OpenLidOrClosedDisplayModeIsLeftAloneAndAFailedSleepRequestLogged) {

@@ -90,7 +90,7 @@ TEST(PmsetCommandTest, AWriteFailsOnlyWhenTheToolDoesOrTimesOutWhichReachesTheCa
   EXPECT_THROW(PmsetCommand::read(hanging), ChildProcessError);
 }
 
-TEST(PmsetCommandTest, WritesAndReadsWithTheirOwnArgumentsAndTimeLimits) {
+TEST(PmsetCommandTest, WritesAndReadsWithTheirOwnArgumentsAndTimeLimitsAndRoundTripThroughARealChildProcess) {
   std::vector<std::pair<std::vector<std::string>, double>> calls;
   const PmsetCommand::Run recording = [&](const std::vector<std::string>& arguments, double timeout) {
     calls.emplace_back(arguments, timeout);
@@ -107,11 +107,7 @@ TEST(PmsetCommandTest, WritesAndReadsWithTheirOwnArgumentsAndTimeLimits) {
   EXPECT_EQ(calls[1].first, (std::vector<std::string>{"/usr/bin/pmset", "-a", "disablesleep", "0"}));
   EXPECT_EQ(calls[2].first, (std::vector<std::string>{"/usr/bin/pmset", "-g"}));
   EXPECT_EQ(calls[2].second, 0.25);
-}
 
-// A stand-in for pmset that keeps the setting in a file beside it and lists
-// it the way pmset does.
-TEST(PmsetCommandTest, RoundTripThroughARealChildProcess) {
   TemporaryDirectory folder;
   const auto tool = folder.write("pmset",
                                  "#!/bin/sh\n"
@@ -133,5 +129,7 @@ TEST(PmsetCommandTest, RoundTripThroughARealChildProcess) {
   EXPECT_FALSE(PmsetCommand::read(run, tool));
 }
 
+// A stand-in for pmset that keeps the setting in a file beside it and lists
+// it the way pmset does.
 }  // namespace
 }  // namespace wakeloft

@@ -52,7 +52,7 @@ TEST(PropertyListTest, EveryKindSurvivesTheXMLWriterAndTheSystemParserAndReadsLi
   EXPECT_EQ(parser.parse(bytesOf(binary)), everyKind());
 }
 
-TEST(PropertyListTest, DocumentUsesThePlatformsHeaderAndTabIndentationAndScalarsTheirXMLForms) {
+TEST(PropertyListTest, TheWriterUsesThePlatformsHeaderTabsAndXMLFormsButRefusesWhatXMLCannotCarry) {
   const PropertyList value = PropertyList::Dictionary{{"A", PropertyList::Array{true}}, {"B", PropertyList::Dictionary{}}};
   EXPECT_EQ(PropertyListXMLWriter::document(value),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
@@ -80,9 +80,7 @@ TEST(PropertyListTest, DocumentUsesThePlatformsHeaderAndTabIndentationAndScalars
   EXPECT_EQ(body(Date{-0.5}), "<date>1969-12-31T23:59:59Z</date>\n");
   EXPECT_EQ(body(PropertyList::Data{'M', 'a', 'n', 'M'}), "<data>TWFuTQ==</data>\n");
   EXPECT_EQ(body("x&y"), "<string>x&amp;y</string>\n");
-}
 
-TEST(PropertyListTest, WriterRefusesWhatXMLCannotCarry) {
   const PropertyList refused[] = {
       std::string("bell \x07"),
       std::string("broken \xC3"),
@@ -93,7 +91,7 @@ TEST(PropertyListTest, WriterRefusesWhatXMLCannotCarry) {
       Date{253402300800.0},  // 10000-01-01
       PropertyList::Dictionary{{"key\x01", 1}},
   };
-  for (const auto& value : refused) EXPECT_THROW(PropertyListXMLWriter::document(value), PropertyListError);
+  for (const auto& uncarried : refused) EXPECT_THROW(PropertyListXMLWriter::document(uncarried), PropertyListError);
   EXPECT_NO_THROW(PropertyListXMLWriter::document(Date{253402300799.0}));
   EXPECT_NO_THROW(PropertyListXMLWriter::document(Date{-62167219200.0}));
 }

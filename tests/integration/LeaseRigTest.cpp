@@ -77,7 +77,7 @@ TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTermAndALapsedLeaseEndsWithou
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s));
 }
 
-TEST_F(LeaseRigTest, RefusalsComeBackAsTheirReasonTextButAForeignLineClosesTheConnection) {
+TEST_F(LeaseRigTest, RefusalsComeBackAsTheirReasonTextAForeignLineClosesTheConnectionAndARemovedFileEndsTheLease) {
   RigClient client(rig.socketPath);
   EXPECT_EQ(client.ask("renew nan\n"), "The lease deadline is not a number.");
   EXPECT_EQ(client.ask("renew -inf\n"), "The lease deadline is not a number.");
@@ -98,9 +98,7 @@ TEST_F(LeaseRigTest, RefusalsComeBackAsTheirReasonTextButAForeignLineClosesTheCo
   EXPECT_TRUE(rig.waitUntil([&] { return leaseEnd() && leaseEnd()->secondsSince1970 < inSeconds(21); }, 2s));
   EXPECT_EQ(good.ask(RigWire::renewLine(inSeconds(20))), "");
   EXPECT_NE(rig.log().find("closed: it sent an unknown request"), std::string::npos) << rig.log();
-}
 
-TEST_F(LeaseRigTest, AFileRemovedBehindTheHelpersBackEndsTheLease) {
   RigClient first(rig.socketPath), second(rig.socketPath);
   EXPECT_EQ(first.ask(RigWire::renewLine(inSeconds(20))), "");
   EXPECT_EQ(second.ask(RigWire::renewLine(inSeconds(20))), "");

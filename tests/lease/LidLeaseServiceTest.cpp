@@ -216,7 +216,7 @@ TEST_F(LidLeaseServiceTest, AFailedWriteKeepsTheTermAndIsRetriedAtTheSpacing) {
 }
 
 // Through the real main loop, as the listener's connections use it.
-TEST_F(LidLeaseServiceTest, RequestsFromOtherThreadsAreAnsweredOnTheMainThreadInOrder) {
+TEST_F(LidLeaseServiceTest, RequestsFromOtherThreadsAreAnsweredOnTheMainThreadInOrderWhileTheServiceLives) {
   struct Answers {
     std::mutex lock;
     std::vector<LidLeaseService::Reply> replies;
@@ -246,18 +246,12 @@ TEST_F(LidLeaseServiceTest, RequestsFromOtherThreadsAreAnsweredOnTheMainThreadIn
   EXPECT_TRUE(answers->allOnMainThread);
   EXPECT_EQ(answers->replies, (std::vector<LidLeaseService::Reply>{std::nullopt, notANumber, std::nullopt, std::nullopt}));
   EXPECT_FALSE(setting->value);
-}
 
-TEST(LidLeaseServiceLifetimeTest, RequestsQueuedForAServiceThatIsGoneAreDropped) {
-  ManualMachineClocks clocks;
-  auto setting = std::make_shared<InMemorySleepSetting>();
-  auto keeper = std::make_shared<LidSleepLeaseKeeper>(setting, clocks.dates, clocks.uptime);
-  auto service = std::make_unique<LidLeaseService>(keeper, nullptr);
-  auto requests = service->requests();
+  // Requests queued for a service that is gone are dropped.
+  auto gone = std::make_unique<LidLeaseService>(keeper, nullptr);
   auto replied = std::make_shared<bool>(false);
-  requests(1, LidLeaseRequest::renew(clocks.now().adding(30).secondsSince1970),
-           [replied](LidLeaseService::Reply) { *replied = true; });
-  service.reset();
+  gone->requests()(1, LidLeaseRequest::renew(deadline), [replied](LidLeaseService::Reply) { *replied = true; });
+  gone.reset();
   testing::drainMainLoop();
   EXPECT_FALSE(*replied);
   EXPECT_FALSE(setting->value);

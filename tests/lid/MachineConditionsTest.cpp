@@ -31,7 +31,7 @@ TEST(LidClosePrecautionTest, NoHeatPathOnlyWhileOnAndAcknowledged) {
   }
 }
 
-TEST(MachineConditionsTest, SnapshotReadsBothFactsAndOnlyBatteryPowerCountsAsOnBattery) {
+TEST(MachineConditionsTest, SnapshotReadsBothFactsOnlyBatteryPowerCountsAsOnBatteryAndTheChargeIsAPercentOfTheMaximum) {
   EXPECT_EQ(StaticMachineConditions(true, false).snapshot(), builtInOnlyOnBattery);
   EXPECT_EQ(StaticMachineConditions(true, true).snapshot(), externalOnBattery);
 
@@ -40,9 +40,7 @@ TEST(MachineConditionsTest, SnapshotReadsBothFactsAndOnlyBatteryPowerCountsAsOnB
   EXPECT_FALSE(ProvidingPowerSource::isBattery("UPS Power"));
   // No power information at all: no heat warning on a guess.
   EXPECT_FALSE(ProvidingPowerSource::isBattery(std::nullopt));
-}
 
-TEST(BatteryChargeTest, PercentOfTheMaximumRoundedAndBounded) {
   EXPECT_EQ(BatteryCharge::percent(64, 100), 64);
   EXPECT_EQ(BatteryCharge::percent(2000, 4000), 50);
   EXPECT_EQ(BatteryCharge::percent(1, 200), 1);  // 0.5 rounds up

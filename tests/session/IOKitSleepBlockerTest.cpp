@@ -65,7 +65,7 @@ TEST_F(IOKitSleepBlockerTest, EngagingTwiceHoldsOneAssertionUntilReleased) {
   EXPECT_EQ(blocker.assertionID(), std::nullopt);
 }
 
-TEST_F(IOKitSleepBlockerTest, RefusedCreationFailsWithTheSystemCodeAndHoldsNothing) {
+TEST_F(IOKitSleepBlockerTest, ARefusedCreationHoldsNothingARefusedReleaseStillLetsGoAndEndingTheBlockerReleasesWhatItHolds) {
   {
     IOKitSleepBlocker blocker(system, "reason");
     system->createCode = ioReturnError;
@@ -87,9 +87,7 @@ TEST_F(IOKitSleepBlockerTest, RefusedCreationFailsWithTheSystemCodeAndHoldsNothi
   }
   // Only the granted assertion was ever released, never the refused call's id.
   EXPECT_EQ(system->releases, std::vector<std::uint32_t>{41});
-}
 
-TEST_F(IOKitSleepBlockerTest, RefusedReleaseStillLetsGoAndEndingTheBlockerReleasesWhatItHolds) {
   {
     IOKitSleepBlocker blocker(system, "reason");
     system->releaseCode = ioReturnNotFound;
@@ -98,11 +96,11 @@ TEST_F(IOKitSleepBlockerTest, RefusedReleaseStillLetsGoAndEndingTheBlockerReleas
     EXPECT_FALSE(blocker.isEngaged());
 
     blocker.engage();
-    EXPECT_EQ(system->creations.size(), 2u);
-    EXPECT_EQ(blocker.assertionID(), 42u);
+    EXPECT_EQ(system->creations.size(), 4u);
+    EXPECT_EQ(blocker.assertionID(), 43u);
     IOKitSleepBlocker idle(system, "reason");
   }
-  EXPECT_EQ(system->releases, (std::vector<std::uint32_t>{41, 42}));
+  EXPECT_EQ(system->releases, (std::vector<std::uint32_t>{41, 42, 43}));
 }
 
 }  // namespace

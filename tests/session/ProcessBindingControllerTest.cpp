@@ -48,7 +48,7 @@ class ProcessBindingControllerTest : public ::testing::Test {
   std::unique_ptr<ProcessBindingController> binding;
 };
 
-TEST_F(ProcessBindingControllerTest, ASessionHeldForAProcessEndsWithItOrItsDeadline) {
+TEST_F(ProcessBindingControllerTest, ASessionHeldForAProcessEndsWithItOrItsDeadlineButOneGoneOrNotWatchedChangesNothing) {
   processes->start(4242, 7, "make");
   start();
   EXPECT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
@@ -68,12 +68,8 @@ TEST_F(ProcessBindingControllerTest, ASessionHeldForAProcessEndsWithItOrItsDeadl
   timer->fire();
   EXPECT_FALSE(awake->isOn());
   expectUnbound();
-}
 
-TEST_F(ProcessBindingControllerTest, AProcessThatIsGoneOrCannotBeWatchedChangesNothing) {
-  processes->start(4242, 7, "make");
   processes->start(5000, 1, "render");
-  start();
   EXPECT_EQ(binding->hold(99, 600), "there is no process 99");
   watcher->refusal = "cannot watch";
   EXPECT_EQ(binding->hold(4242, 600), "cannot watch");

@@ -108,25 +108,6 @@ class AppControllersTest : public ::testing::Test {
   double blockerReplyTimeout = 0;
 };
 
-TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndTheSessionAskedForBeforeTheLastQuitIsRestored) {
-  defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
-  // With the process it was bound to, which still runs.
-  processes->start(4242, 7, "make");
-  UserDefaultsProcessBindingStore(defaults).save(processes->running[4242]);
-  const auto controllers = AppControllers::live(parts(), defaults);
-  EXPECT_TRUE(controllers.awake->isOn());
-  EXPECT_EQ(assertions->names, (std::vector<std::string>{"Wakeloft is keeping this Mac awake"}));
-  EXPECT_FALSE(controllers.lid->isOn());  // Deepwake is never restored
-  EXPECT_EQ(controllers.binding->boundProcess(), processes->running[4242]);
-
-  EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
-                                            "recheck notifier", "helper registration", "team", "lid sleep blocker",
-                                            "machine conditions", "conditions notifier", "dates", "scheduler",
-                                            "scheduler", "login item", "process table", "process exit watcher"}));
-  EXPECT_TRUE(controllers.awake && controllers.lid && controllers.loginItem && controllers.presets &&
-              controllers.binding);
-}
-
 TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwnAndAHelperPinnedToItsIdentifierAndTheAppsTeam) {
   defaults.set(UserDefaultsLidAwakeStore::key, true);
   const auto controllers = AppControllers::live(parts(), defaults);
@@ -162,14 +143,29 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwnAndAHe
   EXPECT_EQ(helperRequirement, std::nullopt);
 }
 
-TEST_F(AppControllersTest, StarsGuardrailsAndTheHeatWarningAreReadFromTheSameDefaultsAndTheLoginItemRepaired) {
+// Made in launch order, the parts read what the last run left in the same
+// defaults: the session asked for, with the process it was bound to, which
+// still runs; stars, guardrails and the heat warning; the login item is
+// registered again.
+TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndRestoreWhatTheDefaultsHold) {
+  defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
+  processes->start(4242, 7, "make");
+  UserDefaultsProcessBindingStore(defaults).save(processes->running[4242]);
   defaults.set(UserDefaultsPresetDurationStore::key, DefaultsValue::Array{1800.0, 14400.0});
   defaults.set(UserDefaultsLidAwakeStore::key, true);
   defaults.set(UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, 50);
   defaults.set(UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey, true);
   loginItem->setState(LoginItemState::enabled);
   const auto controllers = AppControllers::live(parts(), defaults);
-  EXPECT_EQ(loginItem->registerCount, 1);  // registered again
+  EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
+                                            "recheck notifier", "helper registration", "team", "lid sleep blocker",
+                                            "machine conditions", "conditions notifier", "dates", "scheduler",
+                                            "scheduler", "login item", "process table", "process exit watcher"}));
+  EXPECT_TRUE(controllers.awake->isOn());
+  EXPECT_EQ(assertions->names, (std::vector<std::string>{"Wakeloft is keeping this Mac awake"}));
+  EXPECT_FALSE(controllers.lid->isOn());  // Deepwake is never restored
+  EXPECT_EQ(controllers.binding->boundProcess(), processes->running[4242]);
+  EXPECT_EQ(loginItem->registerCount, 1);
   EXPECT_TRUE(controllers.loginItem->isEnabled());
   EXPECT_EQ(controllers.presets->pinned(), (std::vector<AwakeDuration>{{1800}, {14400}}));
   EXPECT_TRUE(controllers.lid->hasAcknowledgedHeatWarning());
