@@ -70,21 +70,9 @@ TEST(LidHelperFileWatchTest, TheRunningFileIsJudgedOnceWhileItStaysTheSameAndAga
   EXPECT_EQ(disk.judgements, 2);
 }
 
-TEST(LidHelperFileWatchTest, AFileThatFailsJudgementIsUnrecognisedNeverReplaced) {
-  FakeDisk disk;
-  disk.identity->inode = 101;
-  disk.hash.reset();
-  auto watch = disk.watch();
-  EXPECT_EQ(watch.find(), Finding::unrecognised());
-
-  disk.identity->size = 1;
-  disk.judgeThrows = true;
-  EXPECT_EQ(watch.find(), Finding::unrecognised());
-}
-
 // Same code in a new file, or new code, is replaced; look says when the case
 // or the hash changed.
-TEST(LidHelperFileWatchTest, SameCodeInANewFileOrNewCodeIsReplacedAndLookReportsTheChange) {
+TEST(LidHelperFileWatchTest, SameCodeInANewFileOrNewCodeIsReplacedLookReportsTheChangeAndAFileFailingJudgementIsUnrecognised) {
   FakeDisk disk;
   auto watch = disk.watch();
   EXPECT_FALSE(watch.lastFinding().has_value());
@@ -103,6 +91,16 @@ TEST(LidHelperFileWatchTest, SameCodeInANewFileOrNewCodeIsReplacedAndLookReports
   EXPECT_TRUE(watch.look().changed);
   EXPECT_EQ(watch.lastFinding(), Finding::replaced(newHash));
   EXPECT_EQ(watch.find().codeDirectoryHash(), newHash);
+
+  // A file that fails judgement is unrecognised, never replaced.
+  FakeDisk failing;
+  failing.identity->inode = 101;
+  failing.hash.reset();
+  auto failingWatch = failing.watch();
+  EXPECT_EQ(failingWatch.find(), Finding::unrecognised());
+  failing.identity->size = 1;
+  failing.judgeThrows = true;
+  EXPECT_EQ(failingWatch.find(), Finding::unrecognised());
 }
 
 TEST(LidHelperFileWatchTest, OnlyAReplacedHelperWithNothingAtStakeStepsAsideAndNoWatchWithoutEverythingItNeeds) {

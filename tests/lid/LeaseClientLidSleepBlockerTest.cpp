@@ -249,7 +249,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, UnansweredRevokeLeavesDoubtSoTheNextRevok
 
 // Serial asking and the time limit
 
-TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAsked) {
+TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAskedOneFromACompletionOnTheNextTurn) {
   blocker->renew(noon.adding(10), log.record("first"));
   blocker->renew(noon.adding(20), log.record("second"));
   blocker->revoke(log.record("revoke"));
@@ -266,18 +266,16 @@ TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAsked) {
   EXPECT_EQ(transport->sent[2].request, LidLeaseRequest::revoke());
   answer(Outcome::replied(std::nullopt));
   EXPECT_EQ(log.tags(), (std::vector<std::string>{"first", "second", "revoke"}));
-}
 
-TEST_F(LeaseClientLidSleepBlockerTest, ARequestAskedFromACompletionWaitsForTheNextTurn) {
   auto renewed = log.record("renew");
   blocker->renew(noon, [&](std::exception_ptr error) {
     blocker->revoke(log.record("revoke"));
-    EXPECT_EQ(transport->sent.size(), 1u);  // the renewal is not done until its completion returns
+    EXPECT_EQ(transport->sent.size(), 4u);  // the renewal is not done until its completion returns
     renewed(error);
   });
   answer(Outcome::replied(std::nullopt));
-  ASSERT_EQ(transport->sent.size(), 2u);
-  EXPECT_EQ(transport->sent[1].request, LidLeaseRequest::revoke());
+  ASSERT_EQ(transport->sent.size(), 5u);
+  EXPECT_EQ(transport->sent[4].request, LidLeaseRequest::revoke());
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, ALateAnswerIsIgnoredAfterTheTimeLimitOrWithTheBlockerGone) {

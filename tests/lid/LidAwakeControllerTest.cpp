@@ -386,8 +386,16 @@ TEST_F(LidAwakeControllerTest, AnUnansweredRevokeIsAnUnconfirmedResetUntilAGiveB
   }
 }
 
-TEST_F(LidAwakeControllerTest, UnconfirmedResetOutranksAStartFailure) {
+TEST_F(LidAwakeControllerTest, AnUnconfirmedResetOutranksAStartFailureAndOneWhilePreparingIsNotRecorded) {
   auto controller = makeWithUnconfirmedReset(unavailable());
+  lid->nextPreparationError = requiresApproval();
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
+
+  controller->checkLease();  // confirms the give-back
+  EXPECT_EQ(controller->lastFailure(), std::nullopt);
+
+  controller = makeWithUnconfirmedReset(unavailable());
   lid->holdsReplies = true;
   lid->nextRenewalError = requiresApproval();
   ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
@@ -396,16 +404,6 @@ TEST_F(LidAwakeControllerTest, UnconfirmedResetOutranksAStartFailure) {
 
   lid->answerNext();  // the give-back is confirmed
   EXPECT_EQ(controller->lastFailure(), helperRequiresApproval);
-}
-
-TEST_F(LidAwakeControllerTest, StartFailureIsNotRecordedWhileAResetIsUnconfirmed) {
-  auto controller = makeWithUnconfirmedReset(unavailable());
-  lid->nextPreparationError = requiresApproval();
-  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
-
-  controller->checkLease();  // confirms the give-back
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 
 TEST_F(LidAwakeControllerTest, AnUnconfirmedResetIsRetriedOneAtATimeARefusalReplacingTheReasonAndVaguerOnesKeepingIt) {

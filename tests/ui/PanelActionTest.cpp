@@ -24,7 +24,7 @@ class PanelActionTest : public ::testing::Test {
   int settingsOpened = 0;
 };
 
-TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirstAndTheLoginControlsReachTheSystem) {
+TEST_F(PanelActionTest, TheMainButtonDeepwakeSwitchPresetsAndLoginControlsReachTheirControllers) {
   run(PanelAction::toggleAwakeMode());
   EXPECT_TRUE(app.awake->isOn());
   EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
@@ -45,9 +45,7 @@ TEST_F(PanelActionTest, TheMainButtonTurnsOnWithoutTimerAndOffEndingDeepwakeFirs
   EXPECT_FALSE(app.loginItem->isRegistered());
   run(PanelAction::openLoginItemsSettings());
   EXPECT_EQ(settingsOpened, 1);
-}
 
-TEST_F(PanelActionTest, TheDeepwakeSwitchJoinsARunningSessionOrStartsTwoHoursAndPresetsSetTheTimer) {
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));

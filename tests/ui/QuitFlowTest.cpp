@@ -45,7 +45,7 @@ class QuitFlowTest : public ::testing::Test {
 
 // --- The user's quit ---
 
-TEST_F(QuitFlowTest, NothingRunningOrNothingAttachedQuitsAtOnceAndTheFirstControllersStay) {
+TEST_F(QuitFlowTest, NothingRunningQuitsAtOnceButARunningSessionIsQuestionedAndCancelLeavesItRunning) {
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_TRUE(asked.empty());
   EXPECT_TRUE(delayed.empty());
@@ -67,9 +67,7 @@ TEST_F(QuitFlowTest, NothingRunningOrNothingAttachedQuitsAtOnceAndTheFirstContro
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_TRUE(asked.empty());
   EXPECT_FALSE(app.awake->isOn());
-}
 
-TEST_F(QuitFlowTest, ARunningSessionIsQuestionedAndCancelLeavesItRunning) {
   app.awake->turnOn(1530);
   answer = false;
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::cancel);
