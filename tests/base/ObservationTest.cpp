@@ -11,24 +11,22 @@
 namespace wakeloft {
 namespace {
 
-TEST(ObservationTest, PublishedSignalsOnlyRealChanges) {
-  ChangeSignal signal;
-  Published<std::optional<Date>> until(signal, std::nullopt);
-  int changes = 0;
-  const auto subscription = signal.observe([&] { ++changes; });
+TEST(ObservationTest, PublishedValuesSignalOnlyRealChangesAndObserversMayCancelThemselvesOthersOrTheirSubscriptionsAtAnyTime) {
+  ChangeSignal published;
+  Published<std::optional<Date>> until(published, std::nullopt);
+  int publishedChanges = 0;
+  const auto publishedSubscription = published.observe([&] { ++publishedChanges; });
 
   until.set(std::nullopt);
-  EXPECT_EQ(changes, 0);
+  EXPECT_EQ(publishedChanges, 0);
   until.set(Date{10});
   until.set(Date{10});
-  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(publishedChanges, 1);
   until.set(Date{11});
   until.set(std::nullopt);
-  EXPECT_EQ(changes, 3);
+  EXPECT_EQ(publishedChanges, 3);
   EXPECT_EQ(until.get(), std::nullopt);
-}
 
-TEST(ObservationTest, ObserversMayCancelThemselvesOrOthersWhileBeingToldOrDropTheSubscriptionWhichMayOutliveItsSignal) {
   ChangeSignal signal;
   int changes = 0;
   auto subscription = signal.observe([&] { ++changes; });

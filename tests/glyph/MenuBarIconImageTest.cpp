@@ -63,7 +63,7 @@ TEST(MenuBarIconImageTest, VesselWithoutTimerOrClockSymbolIs21By14FilledWhenOnAn
   EXPECT_TRUE(image.parts.empty());
 }
 
-TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirectionInARoundedWidth) {
+TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselOrTheDeepwakeMugPairOverlappedOneMorePointInEitherDirectionInARoundedWidth) {
   const auto symbols = systemSymbols();
   const MenuBarIcon icon{true, true, false};
 
@@ -84,27 +84,24 @@ TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselInEitherDirectionInARoundedW
   EXPECT_EQ(image.size.width, 28);
   EXPECT_DOUBLE_EQ(badgeOf(image).frame.x, 28 - 8.6);
   EXPECT_DOUBLE_EQ(badgeOf(image).frame.maxX(), 28);
-}
 
-TEST(MenuBarIconImageTest, DeepwakeShowsTheMugPairOverlappedOneMorePoint) {
-  const auto symbols = systemSymbols();
   const auto plain = MenuBarIcon{true, false, true}.image(LayoutDirection::leftToRight, symbols);
   EXPECT_EQ(plain.size, (GlyphSize{26, 14}));
   EXPECT_EQ(std::get<SystemSymbol>(plain.parts[0].content), SystemSymbol::mugFill(15));
 
   // round(26 + 9 − 3) = 32.
-  const auto leftToRight = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, symbols);
-  EXPECT_EQ(leftToRight.size, (GlyphSize{32, 18}));
-  ASSERT_EQ(leftToRight.parts.size(), plain.parts.size() + 2);
-  EXPECT_EQ(badgeOf(leftToRight).frame, (GlyphRect{23, 2, 9, 9}));
+  const auto deepwakeLeftToRight = MenuBarIcon{true, true, true}.image(LayoutDirection::leftToRight, symbols);
+  EXPECT_EQ(deepwakeLeftToRight.size, (GlyphSize{32, 18}));
+  ASSERT_EQ(deepwakeLeftToRight.parts.size(), plain.parts.size() + 2);
+  EXPECT_EQ(badgeOf(deepwakeLeftToRight).frame, (GlyphRect{23, 2, 9, 9}));
   for (size_t i = 0; i < plain.parts.size(); ++i) {
-    EXPECT_EQ(leftToRight.parts[i].frame, plain.parts[i].frame.offsetBy(0, 2));
+    EXPECT_EQ(deepwakeLeftToRight.parts[i].frame, plain.parts[i].frame.offsetBy(0, 2));
   }
 
-  const auto rightToLeft = MenuBarIcon{true, true, true}.image(LayoutDirection::rightToLeft, symbols);
-  EXPECT_EQ(badgeOf(rightToLeft).frame, (GlyphRect{0, 2, 9, 9}));
+  const auto deepwakeRightToLeft = MenuBarIcon{true, true, true}.image(LayoutDirection::rightToLeft, symbols);
+  EXPECT_EQ(badgeOf(deepwakeRightToLeft).frame, (GlyphRect{0, 2, 9, 9}));
   for (size_t i = 0; i < plain.parts.size(); ++i) {
-    EXPECT_EQ(rightToLeft.parts[i].frame, plain.parts[i].frame.offsetBy(6, 2));
+    EXPECT_EQ(deepwakeRightToLeft.parts[i].frame, plain.parts[i].frame.offsetBy(6, 2));
   }
 }
 

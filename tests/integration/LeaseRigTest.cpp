@@ -146,7 +146,7 @@ TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2AndAnUnusableSocketPath
       << fileInTheWay.log();
 }
 
-TEST(LeaseRigStartTest, ASecondHelperLeavesALiveOneAndItsLeaseAlone) {
+TEST(LeaseRigStartTest, ASecondHelperLeavesALiveOneAndItsLeaseAloneButReplacesADeadOnesSocketAndCleansItsLease) {
   RigProcess first;
   ASSERT_TRUE(first.waitForSocket()) << first.log();
   RigClient client(first.socketPath);
@@ -168,22 +168,21 @@ TEST(LeaseRigStartTest, ASecondHelperLeavesALiveOneAndItsLeaseAlone) {
   EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
   RigClient another(first.socketPath);
   EXPECT_EQ(another.ask(std::string(RigWire::revokeLine)), "");
-}
 
-TEST(LeaseRigStartTest, ADeadHelpersSocketIsReplacedAndItsLeaseCleaned) {
-  RigProcess first;
-  ASSERT_TRUE(first.waitForSocket());
-  RigClient client(first.socketPath);
-  ASSERT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
-  kill(first.pid, SIGKILL);  // leaves its socket and its lease behind
-  first.waitForExit(5s);
-  ASSERT_TRUE(first.leaseFileExists());
+  // A dead helper's socket is replaced and its lease cleaned.
+  RigProcess dead;
+  ASSERT_TRUE(dead.waitForSocket());
+  RigClient holder(dead.socketPath);
+  ASSERT_EQ(holder.ask(RigWire::renewLine(inSeconds(20))), "");
+  kill(dead.pid, SIGKILL);  // leaves its socket and its lease behind
+  dead.waitForExit(5s);
+  ASSERT_TRUE(dead.leaseFileExists());
 
-  RigProcess second(std::vector<std::string>{"--rig", "--socket", first.socketPath, "--rig-file", first.leasePath});
-  ASSERT_TRUE(second.waitUntil([&] { return second.log().find("helper starting") != std::string::npos; }));
-  EXPECT_FALSE(first.leaseFileExists());
-  RigClient another(first.socketPath);
-  EXPECT_EQ(another.ask("revoke\n"), "");
+  RigProcess replacement(std::vector<std::string>{"--rig", "--socket", dead.socketPath, "--rig-file", dead.leasePath});
+  ASSERT_TRUE(replacement.waitUntil([&] { return replacement.log().find("helper starting") != std::string::npos; }));
+  EXPECT_FALSE(dead.leaseFileExists());
+  RigClient newcomer(dead.socketPath);
+  EXPECT_EQ(newcomer.ask("revoke\n"), "");
 }
 
 TEST(LeaseRigStartTest, AHelperRunningAsRootServesTheUserItAllows) {

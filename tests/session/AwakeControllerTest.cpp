@@ -222,7 +222,7 @@ TEST_F(AwakeControllerTest, ObserversHearOnlyRealChangesAndSessionObserversTheNe
 
 // Start-up: what each stored form does at launch.
 
-TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadlineWithoutSavingIt) {
+TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadlineWithoutSavingItButCleansALapsedUnreadableOrUnusableOneWhenRestoring) {
   struct CountingStore final : AwakeIntentStore {
     StoredAwakeIntent load() const override { return StoredAwakeIntent::intent(AwakeIntent::indefinite()); }
     void save(const AwakeIntent&) override { ++saves; }
@@ -242,22 +242,21 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   EXPECT_EQ(timed->activeUntil(), deadline);
   EXPECT_EQ(scheduler->pending, deadline);
   EXPECT_EQ(timed->remaining(), 900);
-}
 
-TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableDeadlineUnlessNotRestoring) {
+  const int engaged = blocker->engageCalls, released = blocker->releaseCalls;
   for (const auto stored : {StoredAwakeIntent::intent(AwakeIntent::until(now().adding(-1))),
                             StoredAwakeIntent::intent(AwakeIntent::until(now())),  // due now counts as lapsed
                             StoredAwakeIntent::unreadableDeadline(),
                             StoredAwakeIntent::intent(AwakeIntent::until(Date{INFINITY})),
                             StoredAwakeIntent::intent(AwakeIntent::until(Date::distantFuture().adding(1)))}) {
     store->stored = stored;
-    auto awake = make();
-    EXPECT_FALSE(awake->isOn());
-    EXPECT_FALSE(awake->isRequested());
+    auto cleaned = make();
+    EXPECT_FALSE(cleaned->isOn());
+    EXPECT_FALSE(cleaned->isRequested());
     EXPECT_EQ(saved(), AwakeIntent::off());
   }
-  EXPECT_EQ(blocker->engageCalls, 0);
-  EXPECT_EQ(blocker->releaseCalls, 0);
+  EXPECT_EQ(blocker->engageCalls, engaged);
+  EXPECT_EQ(blocker->releaseCalls, released);
 
   store->stored = StoredAwakeIntent::unreadableDeadline();
   const int calls = sessionCalls;

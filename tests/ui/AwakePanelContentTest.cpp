@@ -251,7 +251,7 @@ TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOr
   EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
 }
 
-TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPane) {
+TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPaneOneOutsideApplicationsIsToldToMoveAndARefusalShowsTheSystemsWords) {
   app.loginItemService->setState(LoginItemState::requiresApproval);
   app.start();
   auto panel = content(sonoma);
@@ -266,12 +266,10 @@ TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPane) {
   panel = content(sequoia);
   EXPECT_EQ(panel.login.approval->link->title.english(), "Open Login Items & Extensions\u2026");
   EXPECT_EQ(panel.login.toggle.action(false), PanelAction::setOpenAtLogin(false));
-}
 
-TEST_F(AwakePanelContentTest, AnAppOutsideApplicationsIsToldToMoveAndARefusalShowsTheSystemsWords) {
   app.loginItemService = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, /*isAtStableLocation=*/false);
   app.start();
-  auto panel = content();
+  panel = content();
   EXPECT_TRUE(panel.login.toggle.isOn);
   ASSERT_TRUE(panel.login.location);
   EXPECT_EQ(panel.login.location->text.english(),
