@@ -61,7 +61,7 @@ TEST_F(LeaseRigTest, AGrantedLeaseIsHeldInTheRigFileUntilRevokedAndTwoClientsMer
   EXPECT_FALSE(rig.leaseFileExists());
 }
 
-TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTermAndALapsedLeaseEndsWithoutAnyRequest) {
+TEST_F(LeaseRigTest, ALeaseEndsWithItsClientOrItsTermAsksForSleepWithTheLidShutAndSigtermPutsTheSettingBack) {
   RigClient stays(rig.socketPath);
   {
     RigClient vanishes(rig.socketPath);
@@ -75,6 +75,23 @@ TEST_F(LeaseRigTest, AClientThatVanishesReleasesItsTermAndALapsedLeaseEndsWithou
   EXPECT_EQ(stays.ask(RigWire::renewLine(inSeconds(0.5))), "");
   EXPECT_TRUE(rig.leaseFileExists());
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s));
+
+  RigClient client(rig.socketPath);
+  std::ofstream(rig.lidPath) << "open\n";
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_EQ(rig.log().find("sleep"), std::string::npos) << rig.log();
+
+  std::ofstream(rig.lidPath) << "closed\n";
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  EXPECT_EQ(rig.log().find("asked the system to sleep"), std::string::npos);
+  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
+  EXPECT_NE(rig.log().find("asked the system to sleep"), std::string::npos) << rig.log();
+
+  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
+  kill(rig.pid, SIGTERM);
+  EXPECT_EQ(rig.waitForExit(5s), 0);
+  EXPECT_FALSE(rig.leaseFileExists());
 }
 
 TEST_F(LeaseRigTest, RefusalsComeBackAsTheirReasonTextAForeignLineClosesTheConnectionAndARemovedFileEndsTheLease) {
@@ -108,25 +125,6 @@ TEST_F(LeaseRigTest, RefusalsComeBackAsTheirReasonTextAForeignLineClosesTheConne
   EXPECT_FALSE(rig.leaseFileExists());
   EXPECT_EQ(second.ask(RigWire::renewLine(inSeconds(20))), "");
   EXPECT_TRUE(rig.leaseFileExists());
-}
-
-TEST_F(LeaseRigTest, ALeaseEndingWithTheLidShutAsksForSleepAndSigtermPutsTheSettingBack) {
-  RigClient client(rig.socketPath);
-  std::ofstream(rig.lidPath) << "open\n";
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
-  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
-  EXPECT_EQ(rig.log().find("sleep"), std::string::npos) << rig.log();
-
-  std::ofstream(rig.lidPath) << "closed\n";
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
-  EXPECT_EQ(rig.log().find("asked the system to sleep"), std::string::npos);
-  EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
-  EXPECT_NE(rig.log().find("asked the system to sleep"), std::string::npos) << rig.log();
-
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
-  kill(rig.pid, SIGTERM);
-  EXPECT_EQ(rig.waitForExit(5s), 0);
-  EXPECT_FALSE(rig.leaseFileExists());
 }
 
 TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2AndAnUnusableSocketPathAClearErrorAndStatus1) {

@@ -564,7 +564,7 @@ TEST_F(LidGuardrailTest, TheBatteryFloorLowPowerModeAndCriticalHeatStopALeaseBut
   EXPECT_TRUE(controller->isOn());
 }
 
-TEST_F(LidGuardrailTest, OpeningTheLidStopsDeepwakeOnlyWhenChosen) {
+TEST_F(LidGuardrailTest, OpeningTheLidStopsDeepwakeOnlyWhenChosenAndTurningOnWhileARuleHoldsSaysWhy) {
   machine->current.isLidClosed = false;
   for (const bool chosen : {false, true}) {
     guardrails->setSettings({.stopsWhenLidOpens = chosen});
@@ -576,6 +576,20 @@ TEST_F(LidGuardrailTest, OpeningTheLidStopsDeepwakeOnlyWhenChosen) {
     if (chosen) expectStoppedBy(*controller, Stop{Rule::lidOpened});
     controller->turnOff();
   }
+  awake->turnOff();
+
+  machine->current = {.isOnBattery = true, .batteryCharge = 10};
+  auto controller = make();
+  const int prepared = lid->prepareCount;
+  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->guardrailStop(), (Stop{Rule::batteryFloor, 20, /*whenTurningOn=*/true}));
+  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(lid->prepareCount, prepared);
+
+  // With the floor off it goes on, and the reason goes.
+  controller->setGuardrailSettings({.batteryFloor = 0});
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  EXPECT_EQ(controller->guardrailStop(), std::nullopt);
 }
 
 TEST_F(LidGuardrailTest, OnlyOnPowerGivesTheLeaseBackOnBatteryAndTakesItAgainWithPower) {
@@ -622,21 +636,6 @@ TEST_F(LidGuardrailTest, ARestartWhilePausedComesBackOffAndHoldsNothing) {
   change([](auto& c) { c.isOnBattery = false; });
   EXPECT_FALSE(relaunched->isWanted());
   EXPECT_FALSE(lid->isEngaged());
-}
-
-TEST_F(LidGuardrailTest, TurningOnWhileARuleHoldsSaysWhyInsteadOfFlippingOff) {
-  machine->current = {.isOnBattery = true, .batteryCharge = 10};
-  auto controller = make();
-  const int prepared = lid->prepareCount;
-  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->guardrailStop(), (Stop{Rule::batteryFloor, 20, /*whenTurningOn=*/true}));
-  EXPECT_FALSE(awake->isRequested());
-  EXPECT_EQ(lid->prepareCount, prepared);
-
-  // With the floor off it goes on, and the reason goes.
-  controller->setGuardrailSettings({.batteryFloor = 0});
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->guardrailStop(), std::nullopt);
 }
 
 }  // namespace

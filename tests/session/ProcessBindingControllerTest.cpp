@@ -88,7 +88,7 @@ TEST_F(ProcessBindingControllerTest, ASessionHeldForAProcessEndsWithItOrItsDeadl
   EXPECT_EQ(awake->activeUntil(), std::nullopt);
 }
 
-TEST_F(ProcessBindingControllerTest, AnyOtherStartOrStopOfTheSessionLetsGoOfTheProcess) {
+TEST_F(ProcessBindingControllerTest, AnyOtherStartOrStopOfTheSessionLetsGoOfTheProcessAndALaunchTakesUpOnlyTheVeryOne) {
   processes->start(4242, 7, "make");
   start();
   const std::vector<std::pair<std::function<void()>, bool>> actions = {
@@ -109,9 +109,7 @@ TEST_F(ProcessBindingControllerTest, AnyOtherStartOrStopOfTheSessionLetsGoOfTheP
   awake->turnOn(1800);
   oldEnd();
   EXPECT_TRUE(awake->isOn());
-}
 
-TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessItWasBoundTo) {
   // What was stored, the start time of what runs under its pid now, the
   // session asked for, and whether the binding is taken up.
   const auto until = AwakeIntent::until(clocks.now().adding(60));

@@ -26,7 +26,7 @@ class AutomationHandlerTest : public ::testing::Test {
   std::vector<std::string> logged;
 };
 
-TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDo) {
+TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDoAndWhatCannotBeReadOrFollowedChangesNothingAndIsLogged) {
   open("wakeloft://start?for=90m");
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(5400));
   open("wakeloft://start");
@@ -60,6 +60,19 @@ TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDo) {
   EXPECT_FALSE(app.awake->isOn());
   EXPECT_EQ(panelShown, 0);
   EXPECT_TRUE(logged.empty());
+
+  app.awake->turnOn(1800);
+  const Date end = app.clocks.now().adding(1800);
+  for (const auto* address : {"wakeloft://sleep", "wakeloft://hold?pid=1", "wakeloft://hold?pid=99",
+                              "wakeloft://start?for=9h", "wakeloft://st\xC3\xA4rt"}) {
+    open(address);
+    EXPECT_EQ(app.awake->activeUntil(), end) << address;
+  }
+  EXPECT_EQ(app.binding->boundProcess(), std::nullopt);
+  EXPECT_EQ(panelShown, 0);
+  ASSERT_EQ(logged.size(), 5u);
+  EXPECT_EQ(logged[0], "wakeloft address not followed: unknown action \"sleep\"");
+  EXPECT_EQ(logged[2], "wakeloft address not followed: there is no process 99");
 }
 
 TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNothingOn) {
@@ -79,21 +92,6 @@ TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNot
   EXPECT_EQ(panelShown, 3);
   EXPECT_FALSE(app.lid->isOn());
   EXPECT_EQ(app.lid->lastFailure(), AwakeFailure(AwakeFailure::LidHelperRequiresApproval{}));
-}
-
-TEST_F(AutomationHandlerTest, WhatCannotBeReadOrFollowedChangesNothingAndIsLogged) {
-  app.awake->turnOn(1800);
-  const Date end = app.clocks.now().adding(1800);
-  for (const auto* address : {"wakeloft://sleep", "wakeloft://hold?pid=1", "wakeloft://hold?pid=99",
-                              "wakeloft://start?for=9h", "wakeloft://st\xC3\xA4rt"}) {
-    open(address);
-    EXPECT_EQ(app.awake->activeUntil(), end) << address;
-  }
-  EXPECT_EQ(app.binding->boundProcess(), std::nullopt);
-  EXPECT_EQ(panelShown, 0);
-  ASSERT_EQ(logged.size(), 5u);
-  EXPECT_EQ(logged[0], "wakeloft address not followed: unknown action \"sleep\"");
-  EXPECT_EQ(logged[2], "wakeloft address not followed: there is no process 99");
 }
 
 }  // namespace
