@@ -24,7 +24,6 @@ TEST(UserDefaultsLidAwakeStoreTest, AcknowledgementIsABooleanUnderItsKeyAndOther
   EXPECT_FALSE(store.hasAcknowledgedHeatWarning());
 
   // Other kinds are read as the platform reads them, and stay as they are.
-
   defaults.set(key, "YES");
   EXPECT_TRUE(store.hasAcknowledgedHeatWarning());
   defaults.set(key, 1);
