@@ -191,14 +191,24 @@ void checkPresets(InMemoryDefaultsDomain& defaults) {
   require(PresetDurationsController(store).pinned() == controller.pinned(), "presets written show the same");
 }
 
-// The process a session was bound to: a dictionary of its pid, start time
-// and name, often enough with those keys for the fuzzer to meet its rules.
+// The processes a session is held for: a dictionary of holds, each a
+// dictionary of pid, start time, name and end, often enough with those keys
+// for the fuzzer to meet their rules.
+DefaultsValue hold(FuzzedDataProvider& input) {
+  if (input.ConsumeBool()) return value(input, 1);
+  DefaultsValue::Dictionary dictionary;
+  for (int n = input.ConsumeIntegralInRange(0, 5); n > 0; --n) {
+    dictionary.emplace_back(input.PickValueInArray({"pid", "startTime", "name", "until", "pids"}), value(input, 3));
+  }
+  return dictionary;
+}
+
 DefaultsValue binding(FuzzedDataProvider& input) {
   if (input.ConsumeBool()) return value(input, 0);
-  DefaultsValue::Dictionary dictionary;
-  for (int n = input.ConsumeIntegralInRange(0, 4); n > 0; --n) {
-    dictionary.emplace_back(input.PickValueInArray({"pid", "startTime", "name", "pids"}), value(input, 2));
-  }
+  DefaultsValue::Array holds;
+  for (int n = input.ConsumeIntegralInRange(0, 34); n > 0; --n) holds.push_back(hold(input));
+  DefaultsValue::Dictionary dictionary{{"holds", std::move(holds)}};
+  if (input.ConsumeBool()) dictionary.emplace_back(input.PickValueInArray({"user", "users"}), value(input, 1));
   return dictionary;
 }
 
@@ -209,12 +219,15 @@ void checkProcessBinding(InMemoryDefaultsDomain& defaults) {
   require(unchanged(defaults, before), "reading the binding writes nothing");
   const bool present = defaults.object(UserDefaultsProcessBindingStore::key).has_value();
   require(present == (loaded != StoredProcessBinding::none()), "only no record reads as no binding");
-  if (const auto& process = loaded.process()) {
-    require(process->identity.pid > 1 && UserDefaultsProcessBindingStore::isStorableName(process->name),
-            "a binding read names a process that can be held");
+  if (const auto& claims = loaded.claims()) {
+    require(!claims->holds.empty() && claims->holds.size() <= SessionClaims::mostHolds, "a binding read holds 1 to 32");
+    for (const auto& held : claims->holds) {
+      require(held.process.identity.pid > 1 && UserDefaultsProcessBindingStore::isStorableName(held.process.name),
+              "a binding read names processes that can be held");
+    }
     InMemoryDefaultsDomain fresh;
     UserDefaultsProcessBindingStore freshStore(fresh);
-    freshStore.save(process);
+    freshStore.save(claims);
     require(freshStore.load() == loaded, "a binding saved reads back");
   }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "base/Date.h"
@@ -17,10 +18,13 @@ struct Facts {
   StoredAwakeIntent intent = StoredAwakeIntent::intent(AwakeIntent::off());
   StoredProcessBinding binding = StoredProcessBinding::none();
   bool isDeepwakeOn = false;
+  // Whether that very process still runs: a session held only for processes
+  // that are gone does not come back when the app opens.
+  std::function<bool(const ProcessIdentity&)> isRunning = [](const ProcessIdentity&) { return false; };
 };
 
 // Three lines: whether the app runs; whether a session is on, with the
-// panel's countdown for a timed one and the process it is bound to; whether
+// panel's countdown for a timed one and the processes it is held for; whether
 // Deepwake is on. Without the app nothing is on, but a session it will take
 // up again when it opens is told. Durations in `locale`'s words.
 std::string render(const Facts& facts, Date now, const std::string& locale);

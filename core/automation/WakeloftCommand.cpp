@@ -41,7 +41,10 @@ int status(System& system) {
   auto& defaults = system.app.appDefaults();
   const CommandStatus::Facts facts{system.app.isAppRunning(), UserDefaultsAwakeIntentStore(defaults).load(),
                                    UserDefaultsProcessBindingStore(defaults).load(),
-                                   PublishedDeepwake::read(defaults)};
+                                   PublishedDeepwake::read(defaults), [&system](const ProcessIdentity& process) {
+                                     const auto running = system.processes.find(process.pid);
+                                     return running && running->identity == process;
+                                   }};
   system.out << CommandStatus::render(facts, system.now(), statusLocale);
   return 0;
 }

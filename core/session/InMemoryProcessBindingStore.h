@@ -10,8 +10,8 @@ class InMemoryProcessBindingStore final : public ProcessBindingStore {
       : stored(std::move(initial)) {}
 
   StoredProcessBinding load() const override { return stored; }
-  void save(const std::optional<RunningProcess>& process) override {
-    stored = process ? StoredProcessBinding::bound(*process) : StoredProcessBinding::none();
+  void save(const std::optional<SessionClaims>& claims) override {
+    stored = claims && !claims->holds.empty() ? StoredProcessBinding::bound(*claims) : StoredProcessBinding::none();
   }
 
   StoredProcessBinding stored;

@@ -19,6 +19,7 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
   auto dates = parts.dates();
   auto continuous = parts.continuousTime();
   auto scheduler = parts.deadlineScheduler();
+  auto bindingDates = dates;
   auto recheck = parts.recheckNotifier();
   auto awake = std::make_shared<AwakeController>(std::move(blocker), std::move(intents), std::move(dates),
                                                  std::move(continuous), std::move(scheduler), std::move(recheck),
@@ -37,7 +38,7 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
   auto watcher = parts.processExitWatcher();
   auto binding = std::make_shared<ProcessBindingController>(
       awake, std::make_shared<UserDefaultsProcessBindingStore>(defaults), std::move(processes), std::move(watcher),
-      /*restoringPreviousState=*/true);
+      std::move(bindingDates), parts.deadlineScheduler(), /*restoringPreviousState=*/true);
 
   return {std::move(awake), std::move(lid), std::move(loginItem), std::move(presets), std::move(binding)};
 }

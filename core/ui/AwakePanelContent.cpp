@@ -15,8 +15,10 @@ namespace {
 
 // The name of the process the session also ends with, when automation bound one.
 std::optional<std::string> boundProcessName(const Controllers& controllers) {
-  if (!controllers.binding || !controllers.binding->boundProcess()) return std::nullopt;
-  return controllers.binding->boundProcess()->name;
+  if (!controllers.binding) return std::nullopt;
+  const auto processes = controllers.binding->endingLast();
+  if (processes.size() != 1) return std::nullopt;
+  return processes.front().name;
 }
 
 LocalizedText spokenStatus(const AwakeController& awake, const std::optional<std::string>& bound,

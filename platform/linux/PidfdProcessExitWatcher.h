@@ -2,6 +2,9 @@
 
 #include <glib.h>
 
+#include <map>
+#include <memory>
+
 #include "base/ProcessExitWatcher.h"
 
 namespace wakeloft {
@@ -10,22 +13,20 @@ namespace wakeloft {
 // readable when the process exits, watched on GLib's default main context.
 class PidfdProcessExitWatcher final : public ProcessExitWatcher {
  public:
-  PidfdProcessExitWatcher() = default;
+  PidfdProcessExitWatcher();
   PidfdProcessExitWatcher(const PidfdProcessExitWatcher&) = delete;
   PidfdProcessExitWatcher& operator=(const PidfdProcessExitWatcher&) = delete;
   ~PidfdProcessExitWatcher() override;
 
   void watch(pid_t pid, std::function<void()> ended) override;
-  void cancel() override;
+  void cancel(pid_t pid) override;
 
  private:
-  static gboolean fdReady(gint fd, GIOCondition condition, gpointer self);
-  static gboolean alreadyEnded(gpointer self);
-  void fire();
+  struct Watch;
+  static gboolean fired(gpointer watch);
+  static gboolean fdReady(gint fd, GIOCondition condition, gpointer watch);
 
-  int fd_ = -1;
-  guint source_ = 0;
-  std::function<void()> ended_;
+  std::map<pid_t, std::unique_ptr<Watch>> watches_;
 };
 
 }  // namespace wakeloft

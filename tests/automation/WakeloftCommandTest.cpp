@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <sstream>
 #include <tuple>
@@ -142,23 +143,31 @@ TEST_F(WakeloftCommandTest, WaitHoldsUntilAnExistingProcessEnds) {
 TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
   UserDefaultsAwakeIntentStore intents(app.defaults);
   UserDefaultsProcessBindingStore binding(app.defaults);
-  // Running, the stored intent, bound to make, Deepwake published on; what is said.
-  using Case = std::tuple<bool, AwakeIntent, bool, bool, std::string>;
+  const RunningProcess gone{{4242, 99}, "make"};
+  const RunningProcess live = *processes.find(getpid());
+  const RunningProcess cc{{4243, 99}, "cc"};
+  const std::string self = live.name + " (pid " + std::to_string(live.identity.pid) + ")";
+  // Running, the stored intent, the processes held, Deepwake published on; what is said.
+  using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, bool, std::string>;
   const std::vector<Case> cases = {
-      {false, AwakeIntent::off(), false, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
-      // Nothing runs without the app, whatever was left behind.
-      {false, AwakeIntent::indefinite(), true, true,
+      {false, AwakeIntent::off(), {}, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
+      // Nothing runs without the app, whatever was left behind; only what
+      // the app takes up again comes back.
+      {false, AwakeIntent::indefinite(), {live}, true,
        "Wakeloft: not running\nAwake: off, back on when Wakeloft opens\nDeepwake: off\n"},
-      {true, AwakeIntent::until(now.adding(5409.5)), true, true,
+      {false, AwakeIntent::indefinite(), {gone}, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
+      {true, AwakeIntent::until(now.adding(5409.5)), {gone}, true,
        "Wakeloft: running\nAwake: on, 1:30:09 left, or until make (pid 4242) ends\nDeepwake: on\n"},
-      {true, AwakeIntent::indefinite(), true, false,
-       "Wakeloft: running\nAwake: on until make (pid 4242) ends\nDeepwake: off\n"},
-      {true, AwakeIntent::until(now.adding(-1)), false, false, "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
+      {true, AwakeIntent::indefinite(), {gone, cc}, false,
+       "Wakeloft: running\nAwake: on until 2 processes end: make (pid 4242), cc (pid 4243)\nDeepwake: off\n"},
+      {true, AwakeIntent::until(now.adding(-1)), {}, false, "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
   };
-  for (const auto& [running, intent, bound, deepwake, text] : cases) {
+  for (const auto& [running, intent, held, deepwake, text] : cases) {
     app.running = running;
     intents.save(intent);
-    binding.save(bound ? std::optional<RunningProcess>({{4242, 99}, "make"}) : std::nullopt);
+    SessionClaims claims;
+    for (const auto& process : held) claims.holds.push_back({process, intent.date()});
+    binding.save(claims);
     app.defaults.set(PublishedDeepwake::key, deepwake);
     EXPECT_EQ(run({}), 0);
     EXPECT_EQ(out.str(), text);

@@ -52,7 +52,7 @@ class AutomationLoopTest : public ::testing::Test {
       dates, std::make_shared<TimerDeadlineScheduler>(), std::make_shared<TimerDeadlineScheduler>());
   std::shared_ptr<ProcessBindingController> binding = std::make_shared<ProcessBindingController>(
       awake, std::make_shared<InMemoryProcessBindingStore>(), std::make_shared<ProcfsProcessTable>(),
-      std::make_shared<PidfdProcessExitWatcher>(), true);
+      std::make_shared<PidfdProcessExitWatcher>(), dates, std::make_shared<TimerDeadlineScheduler>(), true);
   std::vector<std::string> logged;
   AutomationHandler handler{Controllers{awake, lid, nullptr, nullptr, binding}, [] {},
                             [this](const std::string& line) { logged.push_back(line); }};
@@ -67,12 +67,12 @@ TEST_F(AutomationLoopTest, AHeldSessionEndsWithinATenthOfASecondOfItsProcess) {
     ASSERT_TRUE(logged.empty()) << logged.front();
     EXPECT_TRUE(awake->isOn());
     EXPECT_TRUE(lid->isOn() || lid->isTurningOn());
-    ASSERT_EQ(binding->boundProcess()->name, "sleep");
+    ASSERT_EQ(binding->endingLast().at(0).name, "sleep");
 
     if (killed) kill(child.pid, SIGKILL);
     waitForEnd(child.pid);
     ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return !awake->isOn(); }, endedWithin)) << "still on after the end";
-    EXPECT_EQ(binding->boundProcess(), std::nullopt);
+    EXPECT_TRUE(binding->holds().empty());
     EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return !lid->isOn(); }, endedWithin));
   }
 }

@@ -1,4 +1,5 @@
-// Sessions bound to a process, and how the binding is remembered.
+// Sessions held for processes, beside the user's own, and how the claims are
+// remembered.
 
 #include "session/ProcessBindingController.h"
 
@@ -19,122 +20,180 @@ namespace wakeloft {
 namespace {
 
 using testing::ManualDeadlineScheduler;
+using Release = ProcessBindingController::Release;
 
 const RunningProcess make{{4242, 7}, "make"};
+const RunningProcess render{{5000, 1}, "render"};
 
 class ProcessBindingControllerTest : public ::testing::Test {
  protected:
+  ProcessBindingControllerTest() {
+    processes->start(4242, 7, "make");
+    processes->start(5000, 1, "render");
+  }
   void start(StoredAwakeIntent intent = StoredAwakeIntent::intent(AwakeIntent::off())) {
     intents->stored = intent;
     awake = std::make_shared<AwakeController>(std::make_shared<InMemorySleepBlocker>(), intents, clocks.dates,
                                               clocks.continuous, timer,
                                               std::make_shared<testing::ManualRecheckNotifier>(), true);
-    binding = std::make_unique<ProcessBindingController>(awake, store, processes, watcher, true);
+    binding = std::make_unique<ProcessBindingController>(awake, store, processes, watcher, clocks.dates, holdTimer,
+                                                         true);
+    binding->observeReleases([this](const RunningProcess& process, Release why) {
+      released.emplace_back(process.name, why);
+    });
   }
-  // Nothing bound, nothing watched, nothing remembered.
+  std::vector<std::string> held() const {
+    std::vector<std::string> names;
+    for (const auto& hold : binding->holds()) names.push_back(hold.process.name);
+    return names;
+  }
+  // Nothing held, nothing watched, nothing remembered.
   void expectUnbound() {
-    EXPECT_EQ(binding->boundProcess(), std::nullopt);
-    EXPECT_EQ(watcher->watching, std::nullopt);
+    EXPECT_TRUE(binding->holds().empty());
+    EXPECT_TRUE(watcher->watching.empty());
     EXPECT_EQ(store->stored, StoredProcessBinding::none());
   }
 
   testing::ManualMachineClocks clocks;
   std::shared_ptr<InMemoryAwakeIntentStore> intents = std::make_shared<InMemoryAwakeIntentStore>();
   std::shared_ptr<ManualDeadlineScheduler> timer = std::make_shared<ManualDeadlineScheduler>();
+  std::shared_ptr<ManualDeadlineScheduler> holdTimer = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<InMemoryProcessBindingStore> store = std::make_shared<InMemoryProcessBindingStore>();
   std::shared_ptr<testing::SettableProcessTable> processes = std::make_shared<testing::SettableProcessTable>();
   std::shared_ptr<testing::ManualProcessExitWatcher> watcher = std::make_shared<testing::ManualProcessExitWatcher>();
   std::shared_ptr<AwakeController> awake;
   std::unique_ptr<ProcessBindingController> binding;
+  std::vector<std::pair<std::string, Release>> released;
 };
 
-TEST_F(ProcessBindingControllerTest, ASessionHeldForAProcessEndsWithItOrItsDeadlineButOneGoneOrNotWatchedChangesNothing) {
-  processes->start(4242, 7, "make");
+TEST_F(ProcessBindingControllerTest, AHoldEndsWithItsProcessOrItsOwnEndAndOneRefusedChangesNothing) {
   start();
   EXPECT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(awake->activeUntil(), std::nullopt);
-  EXPECT_EQ(binding->boundProcess(), make);
-  EXPECT_EQ(store->stored, StoredProcessBinding::bound(make));
-  EXPECT_EQ(watcher->watching, 4242);
-  watcher->end();
+  EXPECT_EQ(store->stored, StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}));
+  watcher->end(4242);
   EXPECT_FALSE(awake->isRequested());
   expectUnbound();
 
-  // Whichever comes first: here the deadline.
   EXPECT_EQ(binding->hold(4242, 600), std::nullopt);
   EXPECT_EQ(awake->activeUntil(), clocks.now().adding(600));
   clocks.pass(600);
   timer->fire();
   EXPECT_FALSE(awake->isOn());
+  EXPECT_EQ(released, (std::vector<std::pair<std::string, Release>>{{"make", Release::timeRanOut}}));
   expectUnbound();
 
-  processes->start(5000, 1, "render");
   EXPECT_EQ(binding->hold(99, 600), "there is no process 99");
   watcher->refusal = "cannot watch";
   EXPECT_EQ(binding->hold(4242, 600), "cannot watch");
+  EXPECT_EQ(binding->hold(4242, 1e300), "the session cannot last that long");
   // Ended just as the watch began, its pid already another process's.
   watcher->whileWatching = [this] { processes->start(4242, 8, "other"); };
   EXPECT_EQ(binding->hold(4242, 600), "process 4242 has ended");
   EXPECT_FALSE(awake->isRequested());
   expectUnbound();
-
-  // A session already bound stays bound, and watched, when another hold fails.
-  EXPECT_EQ(binding->hold(5000, std::nullopt), std::nullopt);
-  watcher->refusal = "cannot watch";
-  EXPECT_EQ(binding->hold(4242, 600), "cannot watch");
-  EXPECT_EQ(watcher->watching, 5000);
-  EXPECT_EQ(binding->boundProcess()->name, "render");
-  EXPECT_EQ(awake->activeUntil(), std::nullopt);
 }
 
-TEST_F(ProcessBindingControllerTest, AnyOtherStartOrStopOfTheSessionLetsGoOfTheProcessAndALaunchTakesUpOnlyTheVeryOne) {
-  processes->start(4242, 7, "make");
+TEST_F(ProcessBindingControllerTest, SeveralHoldsKeepTheSessionUntilTheLastClaimEnds) {
   start();
-  const std::vector<std::pair<std::function<void()>, bool>> actions = {
-      {[&] { awake->turnOff(); }, false},
-      {[&] { awake->toggle(); }, false},
-      {[&] { awake->turnOn(1800); }, true},
-      {[&] { awake->turnOn(std::nullopt); }, true},
-  };
-  for (const auto& [act, staysOn] : actions) {
-    ASSERT_EQ(binding->hold(4242, 3600), std::nullopt);
-    act();
-    EXPECT_EQ(awake->isOn(), staysOn);
-    expectUnbound();
-  }
-  // The process ending afterwards ends nothing.
-  binding->hold(4242, std::nullopt);
-  const auto oldEnd = watcher->ended;
+  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
+  ASSERT_EQ(binding->hold(5000, 600), std::nullopt);
+  EXPECT_EQ(held(), (std::vector<std::string>{"make", "render"}));
+  EXPECT_EQ(binding->endingLast(), (std::vector<RunningProcess>{make, render}));
+  // The second's own end lets go of it alone.
+  EXPECT_EQ(holdTimer->pending, clocks.now().adding(600));
+  clocks.pass(600);
+  holdTimer->fire();
+  EXPECT_EQ(released, (std::vector<std::pair<std::string, Release>>{{"render", Release::timeRanOut}}));
+  EXPECT_FALSE(watcher->isWatching(5000));
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(binding->endingLast(), std::vector<RunningProcess>{make});
+
+  // The first process ending does not end the second's session.
+  ASSERT_EQ(binding->hold(5000, std::nullopt), std::nullopt);
+  watcher->end(4242);
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(held(), std::vector<std::string>{"render"});
+  // Timed holds: the session lasts until the later end.
+  ASSERT_EQ(binding->hold(5000, 300), std::nullopt);
+  ASSERT_EQ(binding->hold(4242, 900), std::nullopt);
+  EXPECT_EQ(awake->activeUntil(), clocks.now().adding(900));
+  EXPECT_EQ(binding->endingLast(), std::vector<RunningProcess>{make});
+  watcher->end(4242);
+  EXPECT_EQ(awake->activeUntil(), clocks.now().adding(300));
+}
+
+TEST_F(ProcessBindingControllerTest, AHoldNeverEndsTheUsersSessionAndOnlyTheUsersStopEndsTheHolds) {
+  start();
   awake->turnOn(1800);
-  oldEnd();
+  const auto usersEnd = awake->activeUntil();
+  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
+  EXPECT_EQ(awake->activeUntil(), std::nullopt);
+  watcher->end(4242);
+  EXPECT_EQ(awake->activeUntil(), usersEnd);
   EXPECT_TRUE(awake->isOn());
 
-  // What was stored, the start time of what runs under its pid now, the
-  // session asked for, and whether the binding is taken up.
+  // A start of the user's replaces only the user's claim.
+  ASSERT_EQ(binding->hold(4242, 600), std::nullopt);
+  awake->turnOn(60);
+  EXPECT_EQ(held(), std::vector<std::string>{"make"});
+  EXPECT_EQ(awake->activeUntil(), clocks.now().adding(600));
+  awake->turnOn(std::nullopt);
+  EXPECT_EQ(binding->endingLast(), std::vector<RunningProcess>{});
+  watcher->end(4242);
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_EQ(awake->activeUntil(), std::nullopt);
+
+  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
+  ASSERT_EQ(binding->hold(5000, 600), std::nullopt);
+  awake->turnOff();
+  EXPECT_EQ(released, (std::vector<std::pair<std::string, Release>>{{"make", Release::sessionTurnedOff},
+                                                                     {"render", Release::sessionTurnedOff}}));
+  expectUnbound();
+}
+
+TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunning) {
   const auto until = AwakeIntent::until(clocks.now().adding(60));
-  for (const auto& [stored, runningStart, intent, bound] :
-       std::vector<std::tuple<StoredProcessBinding, std::optional<std::uint64_t>, AwakeIntent, bool>>{
-           {StoredProcessBinding::bound(make), 7, AwakeIntent::indefinite(), true},
-           {StoredProcessBinding::bound(make), 8, AwakeIntent::indefinite(), false},  // its pid reused
-           {StoredProcessBinding::bound(make), std::nullopt, until, false},           // ended
-           {StoredProcessBinding::unreadable(), 7, AwakeIntent::indefinite(), false},
-           {StoredProcessBinding::bound(make), 7, AwakeIntent::off(), false},  // its session over
+  const SessionClaims both{std::nullopt, {{make, std::nullopt}, {render, std::nullopt}}};
+  // What was stored, whose pid now runs another process, the session asked
+  // for; the processes taken up and whether the session stays on.
+  using Case = std::tuple<StoredProcessBinding, std::optional<pid_t>, AwakeIntent, std::vector<std::string>, bool>;
+  for (const auto& [stored, reused, intent, kept, on] : std::vector<Case>{
+           {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::indefinite(), {"make", "render"}, true},
+           {StoredProcessBinding::bound(both), 4242, AwakeIntent::indefinite(), {"render"}, true},
+           {StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}), 4242, until, {}, false},
+           {StoredProcessBinding::bound({UserClaim{}, {{make, std::nullopt}}}), 4242, AwakeIntent::indefinite(), {},
+            true},
+           {StoredProcessBinding::unreadable(), std::nullopt, AwakeIntent::indefinite(), {}, false},
+           {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::off(), {}, false},  // its session over
        }) {
-    processes->running.clear();
-    if (runningStart) processes->start(4242, *runningStart, "make");
+    processes->start(4242, 7, "make");
+    if (reused) processes->start(*reused, 8, "other");
     store->stored = stored;
-    watcher->cancel();
+    watcher->watching.clear();
     start(StoredAwakeIntent::intent(intent));
-    EXPECT_EQ(awake->isOn(), bound);
-    EXPECT_EQ(intents->isAwakeRequested(), bound);
-    if (bound) {
-      EXPECT_EQ(binding->boundProcess(), make);
-      EXPECT_EQ(store->stored, StoredProcessBinding::bound(make));
-      watcher->end();
-      EXPECT_FALSE(awake->isOn());
-    }
-    expectUnbound();
+    EXPECT_EQ(held(), kept);
+    EXPECT_EQ(awake->isOn(), on);
+    EXPECT_EQ(intents->isAwakeRequested(), on);
+    EXPECT_EQ(watcher->watching.size(), kept.size());
+  }
+}
+
+TEST(SessionClaimsTest, EndingLastNamesTheProcessesTheSessionMayWaitForLongest) {
+  const Date now{1'700'000'000};
+  const ProcessHold untilEnds{make, std::nullopt};
+  const ProcessHold forAMinute{render, now.adding(60)};
+  const ProcessHold forAnHour{make, now.adding(3600)};
+  using Case = std::tuple<std::optional<UserClaim>, std::vector<ProcessHold>, std::vector<RunningProcess>>;
+  for (const auto& [user, holds, named] : std::vector<Case>{
+           {std::nullopt, {untilEnds}, {make}},
+           {UserClaim{}, {untilEnds}, {}},
+           {UserClaim{now.adding(600)}, {untilEnds, forAMinute}, {make, render}},
+           {UserClaim{now.adding(600)}, {forAMinute}, {}},
+           {UserClaim{now.adding(600)}, {forAMinute, forAnHour}, {make}},
+       }) {
+    EXPECT_EQ((SessionClaims{user, holds}.endingLast()), named);
   }
 }
 
@@ -142,25 +201,36 @@ TEST(UserDefaultsProcessBindingStoreTest, ReadsOnlyWhatItWritesAndNamesItCanShow
   InMemoryDefaultsDomain defaults;
   UserDefaultsProcessBindingStore store(defaults);
   EXPECT_EQ(store.load(), StoredProcessBinding::none());
-  store.save(make);
-  EXPECT_EQ(store.load(), StoredProcessBinding::bound(make));
+  for (const auto& claims : {SessionClaims{std::nullopt, {{make, std::nullopt}}},
+                             SessionClaims{UserClaim{}, {{make, Date{1e9}}, {render, std::nullopt}}},
+                             SessionClaims{UserClaim{Date{2e9}}, {{make, std::nullopt}}}}) {
+    store.save(claims);
+    EXPECT_EQ(store.load(), StoredProcessBinding::bound(claims));
+  }
 
   using Dictionary = DefaultsValue::Dictionary;
-  const auto entry = [](std::int64_t pid, DefaultsValue start, DefaultsValue name) {
+  const auto hold = [](std::int64_t pid, DefaultsValue start, DefaultsValue name) {
     return DefaultsValue(Dictionary{{"pid", pid}, {"startTime", std::move(start)}, {"name", std::move(name)}});
+  };
+  const auto record = [](std::vector<DefaultsValue> holds) {
+    return DefaultsValue(Dictionary{{"holds", DefaultsValue::Array(std::move(holds))}});
   };
   const std::vector<DefaultsValue> garbled = {
       DefaultsValue("make"),
-      DefaultsValue(Dictionary{{"pid", std::int64_t{4242}}, {"name", "make"}}),
-      DefaultsValue(Dictionary{{"pid", 4242.0}, {"startTime", std::int64_t{7}}, {"name", "make"}}),
-      entry(1, std::int64_t{7}, "make"),
-      entry(std::int64_t{1} << 40, std::int64_t{7}, "make"),
-      entry(4242, std::int64_t{-7}, "make"),
-      entry(4242, true, "make"),
-      entry(4242, std::int64_t{7}, ""),
-      entry(4242, std::int64_t{7}, "ma\x01ke"),
-      entry(4242, std::int64_t{7}, "ma\xFFke"),
-      entry(4242, std::int64_t{7}, std::string(65, 'm')),
+      record({}),
+      record(std::vector<DefaultsValue>(33, hold(4242, std::int64_t{7}, "make"))),
+      record({hold(4242, std::int64_t{7}, "make"), hold(4242, std::int64_t{8}, "make")}),
+      record({DefaultsValue(Dictionary{{"pid", std::int64_t{4242}}, {"name", "make"}})}),
+      record({DefaultsValue(Dictionary{{"pid", 4242.0}, {"startTime", std::int64_t{7}}, {"name", "make"}})}),
+      record({hold(1, std::int64_t{7}, "make")}),
+      record({hold(std::int64_t{1} << 40, std::int64_t{7}, "make")}),
+      record({hold(4242, std::int64_t{-7}, "make")}),
+      record({hold(4242, true, "make")}),
+      record({hold(4242, std::int64_t{7}, "")}),
+      record({hold(4242, std::int64_t{7}, "ma\x01ke")}),
+      record({hold(4242, std::int64_t{7}, "ma\xFFke")}),
+      record({hold(4242, std::int64_t{7}, std::string(65, 'm'))}),
+      DefaultsValue(Dictionary{{"holds", DefaultsValue::Array{hold(4242, std::int64_t{7}, "make")}}, {"user", false}}),
   };
   for (const auto& value : garbled) {
     defaults.set(UserDefaultsProcessBindingStore::key, value);

@@ -26,31 +26,28 @@ struct SettableProcessTable final : ProcessTable {
   }
 };
 
-// An exit watcher whose process ends when the test says so.
+// An exit watcher whose processes end when the test says so.
 struct ManualProcessExitWatcher final : ProcessExitWatcher {
-  std::optional<pid_t> watching;
-  std::function<void()> ended;
+  std::map<pid_t, std::function<void()>> watching;
   // Thrown by the next watch, as a system that cannot watch would.
   std::optional<std::string> refusal;
   // Runs as a watch starts: what may happen to the process just then.
   std::function<void()> whileWatching;
 
-  void watch(pid_t pid, std::function<void()> newEnded) override {
-    cancel();
+  void watch(pid_t pid, std::function<void()> ended) override {
     if (auto reason = std::exchange(refusal, std::nullopt)) throw std::runtime_error(*reason);
-    watching = pid;
-    ended = std::move(newEnded);
+    watching[pid] = std::move(ended);
     if (auto happen = std::exchange(whileWatching, nullptr)) happen();
   }
-  void cancel() override {
-    watching.reset();
-    ended = nullptr;
-  }
-  // The watched process ends, as the main loop would report it.
-  void end() {
-    auto fire = std::exchange(ended, nullptr);
-    watching.reset();
-    if (fire) fire();
+  void cancel(pid_t pid) override { watching.erase(pid); }
+  bool isWatching(pid_t pid) const { return watching.contains(pid); }
+  // Process `pid` ends, as the main loop would report it.
+  void end(pid_t pid) {
+    const auto found = watching.find(pid);
+    if (found == watching.end()) return;
+    auto fire = std::move(found->second);
+    watching.erase(found);
+    fire();
   }
 };
 

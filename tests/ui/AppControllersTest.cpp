@@ -111,7 +111,7 @@ class AppControllersTest : public ::testing::Test {
 TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwnAndAHelperPinnedToItsIdentifierAndTheAppsTeam) {
   defaults.set(UserDefaultsLidAwakeStore::key, true);
   const auto controllers = AppControllers::live(parts(), defaults);
-  ASSERT_EQ(schedulers.size(), 3u);
+  ASSERT_EQ(schedulers.size(), 4u);  // the fourth ends holds for processes
 
   ASSERT_TRUE(controllers.lid->turnOnJoiningSessionOr(AwakeDuration::lidClosedDefault.seconds));
   EXPECT_TRUE(controllers.lid->isOn());
@@ -150,7 +150,7 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwnAndAHe
 TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndRestoreWhatTheDefaultsHold) {
   defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
   processes->start(4242, 7, "make");
-  UserDefaultsProcessBindingStore(defaults).save(processes->running[4242]);
+  UserDefaultsProcessBindingStore(defaults).save(SessionClaims{std::nullopt, {{processes->running[4242], std::nullopt}}});
   defaults.set(UserDefaultsPresetDurationStore::key, DefaultsValue::Array{1800.0, 14400.0});
   defaults.set(UserDefaultsLidAwakeStore::key, true);
   defaults.set(UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, 50);
@@ -160,11 +160,12 @@ TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndRestoreWhatTheDefaults
   EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
                                             "recheck notifier", "helper registration", "team", "lid sleep blocker",
                                             "machine conditions", "conditions notifier", "dates", "scheduler",
-                                            "scheduler", "login item", "process table", "process exit watcher"}));
+                                            "scheduler", "login item", "process table", "process exit watcher",
+                                            "scheduler"}));
   EXPECT_TRUE(controllers.awake->isOn());
   EXPECT_EQ(assertions->names, (std::vector<std::string>{"Wakeloft is keeping this Mac awake"}));
   EXPECT_FALSE(controllers.lid->isOn());  // Deepwake is never restored
-  EXPECT_EQ(controllers.binding->boundProcess(), processes->running[4242]);
+  EXPECT_EQ(controllers.binding->endingLast(), std::vector<RunningProcess>{processes->running[4242]});
   EXPECT_EQ(loginItem->registerCount, 1);
   EXPECT_TRUE(controllers.loginItem->isEnabled());
   EXPECT_EQ(controllers.presets->pinned(), (std::vector<AwakeDuration>{{1800}, {14400}}));

@@ -53,10 +53,11 @@ TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDoAndWhatCannotBeR
   EXPECT_TRUE(app.awake->isOn());
 
   // Held for a process, Deepwake joining, until the process ends.
+  open("wakeloft://stop");
   open("wakeloft://hold?pid=4242&for=1h&deepwake=1");
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
   EXPECT_TRUE(app.lid->isOn());
-  app.processWatcher->end();
+  app.processWatcher->end(4242);
   EXPECT_FALSE(app.awake->isOn());
   EXPECT_EQ(panelShown, 0);
   EXPECT_TRUE(logged.empty());
@@ -68,7 +69,7 @@ TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDoAndWhatCannotBeR
     open(address);
     EXPECT_EQ(app.awake->activeUntil(), end) << address;
   }
-  EXPECT_EQ(app.binding->boundProcess(), std::nullopt);
+  EXPECT_TRUE(app.binding->holds().empty());
   EXPECT_EQ(panelShown, 0);
   ASSERT_EQ(logged.size(), 5u);
   EXPECT_EQ(logged[0], "wakeloft address not followed: unknown action \"sleep\"");
@@ -82,7 +83,7 @@ TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNot
   open("wakeloft://hold?pid=4242&deepwake=1");
   EXPECT_EQ(panelShown, 2);
   EXPECT_FALSE(app.awake->isRequested());
-  EXPECT_EQ(app.binding->boundProcess(), std::nullopt);
+  EXPECT_TRUE(app.binding->holds().empty());
   EXPECT_EQ(app.helper->prepareCount, 0);
 
   // Past the warning, the helper's own refusal is the panel's to explain.

@@ -123,7 +123,7 @@ TEST_F(AwakePanelContentTest, ASessionBoundToAProcessNamesItOnScreenAndToVoiceOv
     EXPECT_EQ(content().statusLine.english(), status);
     EXPECT_EQ(content().header.spokenStatus.english(), spoken);
   }
-  app.processWatcher->end();
+  app.processWatcher->end(4242);
   EXPECT_EQ(content().statusLine.english(), "Off");
 }
 

@@ -47,6 +47,7 @@ struct TestControllers {
   std::shared_ptr<InMemoryProcessBindingStore> bindingStore = std::make_shared<InMemoryProcessBindingStore>();
   std::shared_ptr<SettableProcessTable> processes = std::make_shared<SettableProcessTable>();
   std::shared_ptr<ManualProcessExitWatcher> processWatcher = std::make_shared<ManualProcessExitWatcher>();
+  std::shared_ptr<ManualDeadlineScheduler> holdTimer = std::make_shared<ManualDeadlineScheduler>();
 
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
@@ -62,7 +63,8 @@ struct TestControllers {
                                                leaseTimer, deepwakeEnd, guardrails);
     loginItem = std::make_shared<LoginItemController>(loginItemService, /*repairingRegistration=*/true);
     presets = std::make_shared<PresetDurationsController>(presetStore);
-    binding = std::make_shared<ProcessBindingController>(awake, bindingStore, processes, processWatcher, true);
+    binding = std::make_shared<ProcessBindingController>(awake, bindingStore, processes, processWatcher, clocks.dates,
+                                                         holdTimer, true);
   }
 
   Controllers controllers() const { return {awake, lid, loginItem, presets, binding}; }
