@@ -1,9 +1,11 @@
 // wakeloft: the Wakeloft app's command. Everything it decides is
-// WakeloftCommand's; this picks the system's parts and runs a main loop only
-// while it waits for a process that is not its own child.
+// WakeloftCommand's; this picks the system's parts and runs the main loop
+// while it waits for an answer or a process.
 
+#include <cmath>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,7 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include "DispatchProcessExitWatcher.h"
+#include "DistributedAutomationOutcomeListener.h"
 #include "LibprocProcessTable.h"
 #include "WorkspaceAppConnection.h"
 #else
@@ -21,6 +24,7 @@
 
 #include "PidfdProcessExitWatcher.h"
 #include "ProcfsProcessTable.h"
+#include "automation/InProcessAutomationOutcomeChannel.h"
 #include "automation/UnavailableAppConnection.h"
 #endif
 
@@ -31,6 +35,7 @@ namespace {
 #if defined(__APPLE__)
 using SystemProcessTable = LibprocProcessTable;
 using SystemProcessExitWatcher = DispatchProcessExitWatcher;
+using SystemOutcomeListener = DistributedAutomationOutcomeListener;
 
 // A cold launch of the app is part of handing an address over.
 constexpr double deliveryTimeout = 15;
@@ -39,28 +44,36 @@ std::unique_ptr<AppConnection> appConnection() {
   return std::make_unique<WorkspaceAppConnection>("com.wakeloft.app", deliveryTimeout);
 }
 
-// The exit event comes on the main queue, which the main run loop serves.
-void waitUntilEnded(pid_t pid) {
-  SystemProcessExitWatcher watcher;
-  bool ended = false;
-  watcher.watch(pid, [&ended] {
-    ended = true;
-    CFRunLoopStop(CFRunLoopGetMain());
-  });
-  while (!ended) CFRunLoopRun();
+// Events come on the main queue and the main run loop, which this serves.
+bool loopUntil(const std::function<bool()>& done, std::optional<double> seconds) {
+  const CFAbsoluteTime deadline = CFAbsoluteTimeGetCurrent() + seconds.value_or(0);
+  while (!done()) {
+    const double left = seconds ? deadline - CFAbsoluteTimeGetCurrent() : 1e10;
+    if (left <= 0) break;
+    CFRunLoopRunInMode(kCFRunLoopDefaultMode, left, true);
+  }
+  return done();
 }
 #else
 using SystemProcessTable = ProcfsProcessTable;
 using SystemProcessExitWatcher = PidfdProcessExitWatcher;
+// Nothing publishes on Linux; the command still listens as it does on macOS.
+using SystemOutcomeListener = InProcessAutomationOutcomeChannel;
 
 std::unique_ptr<AppConnection> appConnection() { return std::make_unique<UnavailableAppConnection>(); }
 
-void waitUntilEnded(pid_t pid) {
-  SystemProcessExitWatcher watcher;
-  GMainLoop* loop = g_main_loop_new(nullptr, FALSE);
-  watcher.watch(pid, [loop] { g_main_loop_quit(loop); });
-  g_main_loop_run(loop);
-  g_main_loop_unref(loop);
+bool loopUntil(const std::function<bool()>& done, std::optional<double> seconds) {
+  bool timedOut = false;
+  guint limit = 0;
+  if (seconds) {
+    limit = g_timeout_add(static_cast<guint>(std::ceil(*seconds * 1000)), [](gpointer flag) {
+      *static_cast<bool*>(flag) = true;
+      return G_SOURCE_REMOVE;
+    }, &timedOut);
+  }
+  while (!done() && !timedOut) g_main_context_iteration(nullptr, TRUE);
+  if (limit != 0 && !timedOut) g_source_remove(limit);
+  return done();
 }
 #endif
 
@@ -68,9 +81,11 @@ void waitUntilEnded(pid_t pid) {
 
 int main(int argc, char** argv) {
   const auto app = appConnection();
+  SystemOutcomeListener outcomes;
   const SystemProcessTable processes;
+  SystemProcessExitWatcher exits;
   const SystemDateProvider dates;
-  WakeloftCommand::System system{*app,      processes,  waitUntilEnded, [&dates] { return dates.now(); },
+  WakeloftCommand::System system{*app,       outcomes,  processes,      exits, loopUntil, [&dates] { return dates.now(); },
                                  std::cout, std::cerr, WAKELOFT_VERSION};
   const int status = WakeloftCommand::run(std::vector<std::string>(argv + 1, argv + argc), system);
   std::cout.flush();

@@ -1,5 +1,6 @@
 #include "automation/AutomationAddress.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -30,6 +31,15 @@ constexpr std::array<ActionName, 5> actions = {{
     {"hold", Action::hold, {"pid", "for", "deepwake"}, 1},
 }};
 
+// Every action takes it: the id the app's answer names.
+constexpr std::string_view idKey = "id";
+
+std::string lowered(std::string_view text) {
+  std::string lower(text);
+  for (auto& c : lower) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  return lower;
+}
+
 std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 std::variant<bool, AutomationError> switchPosition(std::string_view key, std::string_view value) {
@@ -50,6 +60,14 @@ std::variant<pid_t, AutomationError> processID(std::string_view value) {
   return static_cast<pid_t>(pid);
 }
 
+std::variant<std::string, AutomationError> requestID(std::string_view value) {
+  if (!isRequestID(value)) {
+    return AutomationError{"id must be 1 to " + std::to_string(longestRequestID) +
+                           " letters, digits or hyphens, not " + quoted(value)};
+  }
+  return std::string(value);
+}
+
 template <typename T>
 bool take(std::variant<T, AutomationError> parsed, T& into, std::optional<AutomationError>& failure) {
   if (auto* error = std::get_if<AutomationError>(&parsed)) {
@@ -62,6 +80,12 @@ bool take(std::variant<T, AutomationError> parsed, T& into, std::optional<Automa
 
 }  // namespace
 
+bool isRequestID(std::string_view text) {
+  return !text.empty() && text.size() <= longestRequestID && std::all_of(text.begin(), text.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
+  });
+}
+
 std::variant<AutomationRequest, AutomationError> parse(std::string_view address) {
   if (address.size() > longest) return AutomationError{"the address is longer than any Wakeloft reads"};
   for (const char c : address) {
@@ -70,9 +94,7 @@ std::variant<AutomationRequest, AutomationError> parse(std::string_view address)
     if (byte <= 0x20 || byte == 0x7F) return AutomationError{"the address has a space or a control character"};
   }
   const auto separator = address.find("://");
-  std::string lowerScheme(address.substr(0, separator == std::string_view::npos ? 0 : separator));
-  for (auto& c : lowerScheme) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-  if (separator == std::string_view::npos || lowerScheme != scheme) {
+  if (separator == std::string_view::npos || lowered(address.substr(0, separator)) != scheme) {
     return AutomationError{"the address does not start with wakeloft://"};
   }
 
@@ -87,9 +109,10 @@ std::variant<AutomationRequest, AutomationError> parse(std::string_view address)
   if (pathStart != std::string_view::npos && location.substr(pathStart) != "/") {
     return AutomationError{"the address has a path after its action: " + quoted(location.substr(pathStart))};
   }
+  // Hosts are case-insensitive (RFC 3986).
   const ActionName* named = nullptr;
   for (const auto& candidate : actions) {
-    if (candidate.name == host) named = &candidate;
+    if (candidate.name == lowered(host)) named = &candidate;
   }
   if (host.empty()) return AutomationError{"the address names no action"};
   if (!named) return AutomationError{"unknown action " + quoted(host)};
@@ -106,7 +129,7 @@ std::variant<AutomationRequest, AutomationError> parse(std::string_view address)
         return AutomationError{"the query part " + quoted(pair) + " is not KEY=VALUE"};
       }
       const std::string_view key = pair.substr(0, equals);
-      bool known = false;
+      bool known = key == idKey;
       for (const auto& allowed : named->keys) known = known || (!allowed.empty() && allowed == key);
       if (!known) return AutomationError{std::string(named->name) + " takes no key " + quoted(key)};
       if (!values.emplace(key, pair.substr(equals + 1)).second) return AutomationError{quoted(key) + " is given twice"};
@@ -128,6 +151,8 @@ std::variant<AutomationRequest, AutomationError> parse(std::string_view address)
       AwakeDuration duration;
       ok = take(AutomationDuration::parse(value), duration, failure);
       request.duration = duration;
+    } else if (key == idKey) {
+      ok = take(requestID(value), request.requestId, failure);
     } else if (key == "pid") {
       ok = take(processID(value), request.pid, failure);
     } else {
@@ -158,6 +183,7 @@ std::string write(const AutomationRequest& request) {
     case Action::stop:
     case Action::toggle: break;
   }
+  if (!request.requestId.empty()) add(idKey, request.requestId);
   return address + query;
 }
 

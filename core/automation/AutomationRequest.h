@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <optional>
+#include <string>
 
 #include "session/AwakeDuration.h"
 
@@ -28,6 +29,9 @@ struct AutomationRequest {
   bool on = false;
   pid_t pid = 0;
   bool deepwake = false;
+  // The id= key the command sends so the app's answer can name this request;
+  // empty when the address carried none.
+  std::string requestId;
 
   static AutomationRequest of(Action action) {
     AutomationRequest request;

@@ -25,13 +25,22 @@ const char* const CommandOptions::help =
     "  stop      ends the session and Deepwake\n"
     "  deepwake  turns Deepwake on or off, as the panel's switch does\n"
     "  run       runs COMMAND with this terminal, keeps the Mac awake until it ends and exits\n"
-    "            with its status; Ctrl-C and SIGTERM are passed on to it\n"
+    "            with its status; Ctrl-C, Ctrl-\\, Ctrl-Z, hang-ups and the signals INT, TERM,\n"
+    "            HUP and QUIT sent to wakeloft reach COMMAND once\n"
     "  wait      keeps the Mac awake until process PID ends, and waits for that\n"
+    "\n"
+    "  start, stop and deepwake wait up to 2 seconds for the app's answer (15 when it had to\n"
+    "  open). run and wait go on when the app refuses or lets go, and say so.\n"
     "\n"
     "  --for DURATION  also ends the session after DURATION, whichever comes first\n"
     "  --deepwake      with Deepwake, so the Mac stays awake with the lid closed\n"
     "\n"
-    "DURATION is like 90m, 1h30m, 45s or a number of seconds, up to 8h.\n";
+    "DURATION is like 90m, 1h30m, 45s or a number of seconds, up to 8h.\n"
+    "\n"
+    "Exit status: 0 done (or delivered, when the app did not answer in time); 1 no process\n"
+    "PID; 64 a usage error; 69 the app could not be reached; 77 the app refused. run exits\n"
+    "with COMMAND's status, 128 + the signal that ended it, 126 when it cannot be run and\n"
+    "127 when it is not found.\n";
 
 namespace {
 

@@ -9,6 +9,16 @@ namespace {
 
 using Request = AutomationRequest;
 
+TEST(AutomationAddressTest, EveryActionCarriesAnIdBackAndForth) {
+  for (auto request : {Request::start(std::nullopt), Request::stop(), Request::toggle(), Request::switchDeepwake(true),
+                       Request::hold(42, AwakeDuration{60}, true)}) {
+    request.requestId = "F00D-" + std::string(31, '9');
+    const auto address = AutomationAddress::write(request);
+    EXPECT_TRUE(address.ends_with("id=" + request.requestId)) << address;
+    EXPECT_EQ(std::get<Request>(AutomationAddress::parse(address)), request) << address;
+  }
+}
+
 TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotReadAndSaysWhy) {
   const std::vector<std::pair<std::string, Request>> cases = {
       {"wakeloft://start", Request::start(std::nullopt)},
@@ -24,6 +34,7 @@ TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotR
       {"wakeloft://hold?pid=4242", Request::hold(4242, std::nullopt, false)},
       {"wakeloft://hold?deepwake=1&for=2h&pid=2", Request::hold(2, AwakeDuration{7200}, true)},
       {"wakeloft://hold?pid=77&deepwake=0", Request::hold(77, std::nullopt, false)},
+      {"wakeloft://START?for=1h", Request::start(AwakeDuration{3600})},
   };
   for (const auto& [address, request] : cases) {
     SCOPED_TRACE(address);
@@ -35,6 +46,7 @@ TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotR
   }
   EXPECT_EQ(AutomationAddress::write(Request::hold(9, AwakeDuration{5400}, true)),
             "wakeloft://hold?pid=9&for=1h30m&deepwake=1");
+  EXPECT_EQ(std::get<Request>(AutomationAddress::parse("wakeloft://Stop")), Request::stop());
 
   const std::vector<std::pair<std::string, std::string>> refusals = {
       {"wakeloft://sleep", "unknown action \"sleep\""},
@@ -66,6 +78,9 @@ TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotR
       {"wakeloft://hold?pid=-7", "process number"},
       {"wakeloft://hold?pid=99999999999", "process number"},
       {"wakeloft://hold?pid=5&deepwake=2", "deepwake must be 1 or 0"},
+      {"wakeloft://stop?id=a_b", "id must be 1 to 36"},
+      {"wakeloft://stop?id=" + std::string(37, 'a'), "id must be 1 to 36"},
+      {"wakeloft://stop?id=1&id=2", "\"id\" is given twice"},
       {"wakeloft://st\xC3\xA4rt", "outside ASCII"},
       {"wakeloft://start?for=1h 30m", "space or a control character"},
       {"wakeloft://start?for=" + std::string(300, '1'), "longer than any"},

@@ -4,10 +4,16 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <fstream>
 #include <sstream>
 #include <tuple>
 
+#include "automation/AutomationAddress.h"
 #include "automation/CommandOptions.h"
+#include "automation/InProcessAutomationOutcomeChannel.h"
 #include "automation/PublishedDeepwake.h"
 #include "automation/WakeloftCommand.h"
 #include "base/InMemoryDefaultsDomain.h"
@@ -46,19 +52,33 @@ class WakeloftCommandTest : public ::testing::Test {
     return WakeloftCommand::run(arguments, system);
   }
 
-  void waitUntilEnded(pid_t pid) {
-    bool ended = false;
-    watcher.watch(pid, [&] { ended = true; });
-    testing::pumpMainLoopUntil([&] { return ended; }, 10);
+  // The app answers the last address it was handed.
+  void answer(AutomationOutcome::Kind kind, std::string reason = {}, pid_t released = 0) {
+    const auto request = std::get<AutomationRequest>(AutomationAddress::parse(app.opened.back()));
+    channel.publish({kind, request.requestId, released, std::move(reason)});
   }
 
   RecordingApp app;
+  InProcessAutomationOutcomeChannel channel;
   testing::SystemProcessTable processes;
   testing::SystemProcessExitWatcher watcher;
   Date now{1'700'000'000};
   std::ostringstream out, err;
-  WakeloftCommand::System system{
-      app, processes, [this](pid_t pid) { waitUntilEnded(pid); }, [this] { return now; }, out, err, "1.2.3"};
+  // Waits are bounded here, so a lost event fails the test instead of hanging it.
+  std::optional<double> waited;
+  WakeloftCommand::System system{app,
+                                 channel,
+                                 processes,
+                                 watcher,
+                                 [this](const std::function<bool()>& done, std::optional<double> seconds) {
+                                   // The command's own timeouts are only noted: a missing answer shows at once.
+                                   waited = seconds;
+                                   return testing::pumpMainLoopUntil(done, seconds ? 0.05 : 10);
+                                 },
+                                 [this] { return now; },
+                                 out,
+                                 err,
+                                 "1.2.3"};
 };
 
 TEST_F(WakeloftCommandTest, RunHoldsTheMacAwakeAndExitsAsItsCommandDidPassingOnWhatWasNotIgnored) {
@@ -71,14 +91,15 @@ TEST_F(WakeloftCommandTest, RunHoldsTheMacAwakeAndExitsAsItsCommandDidPassingOnW
     app.opened.clear();
     EXPECT_EQ(run(arguments), status) << arguments.back();
     ASSERT_EQ(app.opened.size(), 1u);
-    EXPECT_TRUE(app.opened[0].starts_with("wakeloft://hold?pid=")) << app.opened[0];
-    EXPECT_EQ(app.opened[0].ends_with("&for=1h&deepwake=1"), status == 3) << app.opened[0];
+    const auto held = std::get<AutomationRequest>(AutomationAddress::parse(app.opened[0]));
+    EXPECT_EQ(held.action, AutomationRequest::Action::hold);
+    EXPECT_EQ(held.duration == AwakeDuration{3600} && held.deepwake, status == 3) << app.opened[0];
   }
   EXPECT_EQ(run({"run", "wakeloft-test-no-such-command"}), 127);
   EXPECT_NE(err.str().find("wakeloft-test-no-such-command: No such file or directory"), std::string::npos);
   EXPECT_EQ(run({"run", "/dev/null"}), 126);
 
-  for (const int signal : {SIGINT, SIGTERM}) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
     app.whenOpened = [signal] { raise(signal); };
     EXPECT_EQ(run({"run", "sleep", "10"}), 128 + signal);
   }
@@ -91,6 +112,14 @@ TEST_F(WakeloftCommandTest, RunHoldsTheMacAwakeAndExitsAsItsCommandDidPassingOnW
   sigaction(SIGINT, &previous, nullptr);
 }
 
+TEST_F(WakeloftCommandTest, RunsAScriptWithoutInterpreterLineWithTheShell) {
+  const std::string script = ::testing::TempDir() + "wakeloft-test-script";
+  std::ofstream(script) << "exit 7\n";
+  chmod(script.c_str(), 0700);
+  EXPECT_EQ(run({"run", script}), 7) << err.str();
+  std::remove(script.c_str());
+}
+
 TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
   struct Case {
     std::vector<std::string> arguments;
@@ -98,6 +127,7 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
     std::string opened, said;
   };
   const std::string usage = CommandOptions::usage;
+  app.whenOpened = [this] { answer(AutomationOutcome::Kind::accepted); };
   for (const auto& c : std::vector<Case>{
            {{"start"}, 0, "wakeloft://start", ""},
            {{"start", "5400"}, 0, "wakeloft://start?for=1h30m", ""},
@@ -109,7 +139,14 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
        }) {
     app.opened.clear();
     EXPECT_EQ(run(c.arguments), c.status);
-    EXPECT_EQ(app.opened, c.opened.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.opened});
+    std::vector<std::string> opened;
+    for (const auto& address : app.opened) {
+      auto request = std::get<AutomationRequest>(AutomationAddress::parse(address));
+      EXPECT_EQ(request.requestId.size(), AutomationAddress::longestRequestID) << address;
+      request.requestId.clear();
+      opened.push_back(AutomationAddress::write(request));
+    }
+    EXPECT_EQ(opened, c.opened.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.opened});
     EXPECT_EQ(err.str(), c.said);
   }
   EXPECT_EQ(run({"--version"}), 0);
@@ -125,11 +162,66 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
   EXPECT_EQ(err.str(), "wakeloft: the app could not be reached: no app\n");
 }
 
+TEST_F(WakeloftCommandTest, WaitsForTheAppsAnswerToItsOwnRequest) {
+  using Kind = AutomationOutcome::Kind;
+  struct Case {
+    std::string name;
+    std::function<void()> app;
+    bool running;
+    int status;
+    std::string said;
+    double waited;
+  };
+  const std::string refusal = "Deepwake is not allowed for scripts yet";
+  for (const auto& c : std::vector<Case>{
+           {"accepted", [this] { answer(Kind::accepted); }, true, 0, "", 2},
+           {"refused", [&] { answer(Kind::refused, refusal); }, true, 77, "wakeloft: Wakeloft refused: " + refusal + "\n", 2},
+           {"silent", [] {}, true, 0, "wakeloft: the request was delivered, but Wakeloft did not answer\n", 2},
+           {"silent after a cold launch", [] {}, false, 0, "wakeloft: the request was delivered, but Wakeloft did not answer\n", 15},
+           {"answering another command",
+            [this] { channel.publish({Kind::refused, "another-request", 0, "no"}); }, true, 0,
+            "wakeloft: the request was delivered, but Wakeloft did not answer\n", 2},
+       }) {
+    SCOPED_TRACE(c.name);
+    app.whenOpened = c.app;
+    app.running = c.running;
+    EXPECT_EQ(run({"deepwake", "on"}), c.status);
+    EXPECT_EQ(err.str(), c.said);
+    EXPECT_EQ(waited, c.waited);
+  }
+}
+
+TEST_F(WakeloftCommandTest, RunAndWaitGoOnWhenTheAppRefusesOrLetsGo) {
+  using Kind = AutomationOutcome::Kind;
+  app.whenOpened = [this] { answer(Kind::refused, "the process cannot be seen"); };
+  EXPECT_EQ(run({"run", "sh", "-c", "sleep 0.2; exit 4"}), 4);
+  EXPECT_EQ(err.str(), "wakeloft: Wakeloft refused to keep the Mac awake for sh: the process cannot be seen\n");
+
+  app.whenOpened = [this] {
+    answer(Kind::accepted);
+    const auto held = std::get<AutomationRequest>(AutomationAddress::parse(app.opened.back()));
+    channel.publish({Kind::released, "", held.pid, "you turned Wakeloft off"});
+  };
+  TestChild child({"sleep", "0.3"});
+  const std::string name = std::to_string(child.pid);
+  EXPECT_EQ(run({"wait", name}), 0);
+  EXPECT_EQ(err.str(), "wakeloft: Wakeloft no longer keeps the Mac awake for sleep (pid " + name +
+                           "): you turned Wakeloft off\n");
+  EXPECT_FALSE(processes.find(child.pid)) << "returned before the process ended";
+
+  // Without the app (on Linux) wait waits all the same.
+  app.unreachable = "no app";
+  TestChild another({"sleep", "0.2"});
+  EXPECT_EQ(run({"wait", std::to_string(another.pid)}), 0);
+  EXPECT_FALSE(processes.find(another.pid)) << "returned before the process ended";
+}
+
 TEST_F(WakeloftCommandTest, WaitHoldsUntilAnExistingProcessEnds) {
   TestChild child({"sleep", "0.3"});
   ASSERT_GT(child.pid, 0);
   EXPECT_EQ(run({"wait", std::to_string(child.pid), "--for", "2h"}), 0);
-  EXPECT_EQ(app.opened, std::vector<std::string>{"wakeloft://hold?pid=" + std::to_string(child.pid) + "&for=2h"});
+  ASSERT_EQ(app.opened.size(), 1u);
+  EXPECT_TRUE(app.opened[0].starts_with("wakeloft://hold?pid=" + std::to_string(child.pid) + "&for=2h&id="));
   EXPECT_FALSE(processes.find(child.pid)) << "returned before the process ended";
 
   const pid_t gone = child.pid;
