@@ -8,6 +8,7 @@
 
 #include "lid/LidAwakeController.h"
 #include "session/AwakeController.h"
+#include "session/ProcessBindingController.h"
 
 // The application delegate: asks before a quit that would end a session or
 // Deepwake, never questions the system's own quits or the relaunch after an
@@ -20,9 +21,11 @@
 
 - (instancetype)init NS_DESIGNATED_INITIALIZER;
 
-// Gives the delegate the two awake controllers; later calls change nothing.
+// Gives the delegate the awake controllers and the processes a session is
+// held for; later calls change nothing.
 - (void)attachAwake:(std::shared_ptr<wakeloft::AwakeController>)awake
-                lid:(std::shared_ptr<wakeloft::LidAwakeController>)lid;
+                lid:(std::shared_ptr<wakeloft::LidAwakeController>)lid
+            binding:(std::shared_ptr<const wakeloft::ProcessBindingController>)binding;
 @property(nonatomic, readonly) BOOL hasControllers;
 
 // Where the addresses go, in the order they come; those that came before

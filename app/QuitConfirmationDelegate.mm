@@ -97,9 +97,11 @@ NSApplicationTerminateReply applicationReply(TerminateReply reply) {
   return self;
 }
 
-- (void)attachAwake:(std::shared_ptr<AwakeController>)awake lid:(std::shared_ptr<LidAwakeController>)lid {
+- (void)attachAwake:(std::shared_ptr<AwakeController>)awake
+                lid:(std::shared_ptr<LidAwakeController>)lid
+            binding:(std::shared_ptr<const ProcessBindingController>)binding {
   requireMainThread("QuitConfirmationDelegate attach");
-  _flow->attach(std::move(awake), std::move(lid));
+  _flow->attach(std::move(awake), std::move(lid), std::move(binding));
 }
 
 - (BOOL)hasControllers {

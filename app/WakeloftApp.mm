@@ -106,7 +106,9 @@ WakeloftApp* theApp = nil;
   _controllers = [WakeloftApp live];
 
   // A second app value must never swap the controllers the delegate quits with.
-  if (!_quitConfirmation.hasControllers) [_quitConfirmation attachAwake:_controllers.awake lid:_controllers.lid];
+  if (!_quitConfirmation.hasControllers) {
+    [_quitConfirmation attachAwake:_controllers.awake lid:_controllers.lid binding:_controllers.binding];
+  }
 
   // The command reads Deepwake's state, which nothing else stores.
   _publishedDeepwake = std::make_unique<PublishedDeepwake>(_controllers.lid, standardDefaults());

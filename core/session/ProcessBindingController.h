@@ -48,6 +48,9 @@ class ProcessBindingController {
 
   // The processes the session is held for.
   const std::vector<ProcessHold>& holds() const { return holds_; }
+  // Whether the session lasts only for the processes, which a later launch
+  // takes up again only if they still run.
+  bool isHeldOnlyForProcesses() const { return !holds_.get().empty() && !user_.get(); }
   // The processes the panel names: see SessionClaims::endingLast.
   std::vector<RunningProcess> endingLast() const { return SessionClaims{user_, holds_}.endingLast(); }
 

@@ -6,9 +6,42 @@
 
 namespace wakeloft {
 
+namespace {
+
+// For the terminal, in English as the command's own words are.
+std::string whyDeepwakeIsOff(const LidAwakeController& lid) {
+  if (lid.refusal()) return "Deepwake waits until its heat warning is read in Wakeloft's panel";
+  if (const auto& stop = lid.guardrailStop()) {
+    using Rule = DeepwakeGuardrails::Stop::Rule;
+    switch (stop->rule) {
+      case Rule::batteryFloor:
+        return "Deepwake stops at " + std::to_string(stop->batteryFloor) + "% battery, and the battery is there";
+      case Rule::lowPowerMode: return "Deepwake stops in Low Power Mode, which is on";
+      case Rule::criticalHeat: return "Deepwake stops while the Mac is too hot";
+      case Rule::lidOpened: return "Deepwake stopped because the lid was opened";
+    }
+  }
+  return "Deepwake could not start; Wakeloft's panel says why";
+}
+
+}  // namespace
+
 AutomationHandler::AutomationHandler(Controllers controllers, std::function<void()> showPanel,
-                                     std::function<void(const std::string&)> log)
-    : controllers_(std::move(controllers)), showPanel_(std::move(showPanel)), log_(std::move(log)) {}
+                                     std::function<void(const std::string&)> log,
+                                     std::shared_ptr<AutomationOutcomePublisher> outcomes)
+    : controllers_(std::move(controllers)),
+      showPanel_(std::move(showPanel)),
+      log_(std::move(log)),
+      outcomes_(std::move(outcomes)) {
+  if (!controllers_.binding) return;
+  // Only this handler's own holds are ever let go of here, and it lives as long as the app.
+  controllers_.binding->observeReleases(
+      [outcomes = outcomes_](const RunningProcess& process, ProcessBindingController::Release why) {
+        const bool ranOut = why == ProcessBindingController::Release::timeRanOut;
+        outcomes->publish({AutomationOutcome::Kind::released, "", process.identity.pid,
+                           ranOut ? "its time ran out" : "the session was turned off"});
+      });
+}
 
 void AutomationHandler::open(std::string_view address) {
   requireMainThread("AutomationHandler");
@@ -18,48 +51,48 @@ void AutomationHandler::open(std::string_view address) {
     return;
   }
   const auto& request = std::get<AutomationRequest>(parsed);
+  const auto refusal = follow(request);
+  if (refusal) log_("wakeloft address not followed: " + *refusal);
+  using Kind = AutomationOutcome::Kind;
+  outcomes_->publish({refusal ? Kind::refused : Kind::accepted, request.requestId, 0, refusal.value_or("")});
+}
+
+std::optional<std::string> AutomationHandler::follow(const AutomationRequest& request) {
   const auto act = [this](const PanelAction& action) { perform(action, controllers_, nullptr); };
   using Action = AutomationRequest::Action;
   switch (request.action) {
-    case Action::start: act(PanelAction::turnOnAwakeMode(request.duration)); return;
-    case Action::toggle: act(PanelAction::toggleAwakeMode()); return;
+    case Action::start: act(PanelAction::turnOnAwakeMode(request.duration)); return std::nullopt;
+    case Action::toggle: act(PanelAction::toggleAwakeMode()); return std::nullopt;
     case Action::stop:
       // Deepwake first, as the main button does; a refused session's request
       // goes too.
       controllers_.lid->turnOff();
       controllers_.awake->turnOff();
-      return;
+      return std::nullopt;
     case Action::deepwake:
-      if (request.on) {
-        turnOnDeepwake();
-      } else {
-        act(PanelAction::setDeepwake(false));
-      }
-      return;
+      if (request.on) return turnOnDeepwake();
+      act(PanelAction::setDeepwake(false));
+      return std::nullopt;
     case Action::hold: break;
   }
-  // Nothing starts while Deepwake, asked for with it, waits for the warning.
-  if (request.deepwake && controllers_.lid->refusal()) {
-    showPanel_();
-    return;
-  }
-  if (!controllers_.binding) {
-    log_("wakeloft address not followed: this app cannot bind a session to a process");
-    return;
-  }
+  if (!controllers_.binding) return "this app cannot bind a session to a process";
   const auto seconds = request.duration ? std::optional(request.duration->seconds) : std::nullopt;
-  if (const auto failure = controllers_.binding->hold(request.pid, seconds)) {
-    log_("wakeloft address not followed: " + *failure);
-    return;
-  }
-  if (request.deepwake) turnOnDeepwake();
+  if (auto failure = controllers_.binding->hold(request.pid, seconds)) return failure;
+  // The process is held whatever becomes of Deepwake: the user's work
+  // matters more.
+  if (!request.deepwake) return std::nullopt;
+  if (auto refused = turnOnDeepwake()) return "the session is held, but " + *refused;
+  return std::nullopt;
 }
 
-void AutomationHandler::turnOnDeepwake() {
+std::optional<std::string> AutomationHandler::turnOnDeepwake() {
   auto& lid = *controllers_.lid;
   if (!lid.refusal()) perform(PanelAction::setDeepwake(true), controllers_, nullptr);
+  // Paused for power is on as far as the user is concerned.
+  if (lid.isWanted()) return std::nullopt;
   // The panel says why not: the heat warning, the helper's approval, a refusal.
-  if (!lid.isOn() && !lid.isTurningOn()) showPanel_();
+  showPanel_();
+  return whyDeepwakeIsOff(lid);
 }
 
 }  // namespace wakeloft

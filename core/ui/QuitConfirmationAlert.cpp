@@ -11,8 +11,12 @@ std::optional<QuitConfirmationAlert> QuitConfirmationAlert::make(const QuitConfi
   std::optional<Wording> wording;
   switch (confirmation.kind()) {
     case QuitConfirmation::Kind::quitNow: return std::nullopt;
-    case QuitConfirmation::Kind::awakeMode: wording = awakeMode(confirmation.remaining(), locale); break;
-    case QuitConfirmation::Kind::deepwake: wording = deepwake(confirmation.remaining(), locale); break;
+    case QuitConfirmation::Kind::awakeMode:
+      wording = awakeMode(confirmation.remaining(), locale, confirmation.comesBack());
+      break;
+    case QuitConfirmation::Kind::deepwake:
+      wording = deepwake(confirmation.remaining(), locale, confirmation.comesBack());
+      break;
   }
   return QuitConfirmationAlert{
       wording->title,
@@ -23,14 +27,17 @@ std::optional<QuitConfirmationAlert> QuitConfirmationAlert::make(const QuitConfi
 }
 
 QuitConfirmationAlert::Wording QuitConfirmationAlert::awakeMode(std::optional<double> remaining,
-                                                                const std::string& locale) {
-  return {TextCatalog::quitAndStopAwakeMode, sentences(remaining, locale, TextCatalog::awakeModeQuitConsequence),
-          TextCatalog::quit};
+                                                                const std::string& locale, bool comesBack) {
+  const auto consequence =
+      comesBack ? TextCatalog::awakeModeQuitConsequence : TextCatalog::awakeModeQuitConsequenceForProcesses;
+  return {TextCatalog::quitAndStopAwakeMode, sentences(remaining, locale, consequence), TextCatalog::quit};
 }
 
 QuitConfirmationAlert::Wording QuitConfirmationAlert::deepwake(std::optional<double> remaining,
-                                                               const std::string& locale) {
-  return {TextCatalog::quitAndEndDeepwakeQuestion, sentences(remaining, locale, TextCatalog::deepwakeQuitConsequence),
+                                                               const std::string& locale, bool comesBack) {
+  const auto consequence =
+      comesBack ? TextCatalog::deepwakeQuitConsequence : TextCatalog::deepwakeQuitConsequenceForProcesses;
+  return {TextCatalog::quitAndEndDeepwakeQuestion, sentences(remaining, locale, consequence),
           TextCatalog::quitAndEndDeepwake};
 }
 

@@ -48,8 +48,8 @@ struct QuitConfirmationAlert {
   static std::optional<QuitConfirmationAlert> make(const QuitConfirmation& confirmation, const std::string& locale,
                                                    LayoutDirection layoutDirection);
 
-  static Wording awakeMode(std::optional<double> remaining, const std::string& locale);
-  static Wording deepwake(std::optional<double> remaining, const std::string& locale);
+  static Wording awakeMode(std::optional<double> remaining, const std::string& locale, bool comesBack);
+  static Wording deepwake(std::optional<double> remaining, const std::string& locale, bool comesBack);
   // The time left, when there is any, before the consequence.
   static LocalizedSentences sentences(std::optional<double> remaining, const std::string& locale,
                                       LocalizedText consequence);

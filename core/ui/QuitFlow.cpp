@@ -7,10 +7,12 @@ namespace wakeloft {
 QuitFlow::QuitFlow(Ask ask, IsSystemQuit isSystemQuit, Reply reply, After after)
     : ask_(std::move(ask)), isSystemQuit_(std::move(isSystemQuit)), reply_(std::move(reply)), after_(std::move(after)) {}
 
-void QuitFlow::attach(std::shared_ptr<AwakeController> awake, std::shared_ptr<LidAwakeController> lid) {
+void QuitFlow::attach(std::shared_ptr<AwakeController> awake, std::shared_ptr<LidAwakeController> lid,
+                      std::shared_ptr<const ProcessBindingController> binding) {
   if (awake_) return;
   awake_ = std::move(awake);
   lid_ = std::move(lid);
+  binding_ = std::move(binding);
 }
 
 TerminateReply QuitFlow::shouldTerminate() {
@@ -34,7 +36,8 @@ TerminateReply QuitFlow::shouldTerminate() {
   if (!awake_) return quitOnceTheHelperHasAnswered();
 
   const auto confirmation =
-      QuitConfirmation::asked(awake_->isOn(), lid_ ? lid_->isOn() : false, awake_->remaining());
+      QuitConfirmation::asked(awake_->isOn(), lid_ ? lid_->isOn() : false, awake_->remaining(),
+                              !binding_ || !binding_->isHeldOnlyForProcesses());
   if (confirmation.kind() == QuitConfirmation::Kind::quitNow) return quitOnceTheHelperHasAnswered();
 
   isAsking_ = true;

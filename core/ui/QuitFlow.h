@@ -7,6 +7,7 @@
 #include "clock/MainRunLoop.h"
 #include "lid/LidAwakeController.h"
 #include "session/AwakeController.h"
+#include "session/ProcessBindingController.h"
 #include "status/QuitConfirmation.h"
 
 namespace wakeloft {
@@ -42,7 +43,8 @@ class QuitFlow {
 
   // Gives the flow its controllers, once: later calls change nothing, so a
   // second start of the interface cannot swap them.
-  void attach(std::shared_ptr<AwakeController> awake, std::shared_ptr<LidAwakeController> lid);
+  void attach(std::shared_ptr<AwakeController> awake, std::shared_ptr<LidAwakeController> lid,
+              std::shared_ptr<const ProcessBindingController> binding = nullptr);
   bool hasControllers() const { return awake_ != nullptr; }
 
   // Set just before an update relaunches the app: that quit is not questioned.
@@ -67,6 +69,7 @@ class QuitFlow {
   After after_;
   std::shared_ptr<AwakeController> awake_;
   std::shared_ptr<LidAwakeController> lid_;
+  std::shared_ptr<const ProcessBindingController> binding_;
   bool isRelaunchingForUpdate_ = false;
   bool isAsking_ = false;
   bool isWaitingForHelper_ = false;

@@ -84,11 +84,13 @@ std::span<const TextKey> TextCatalog::all() {
       heatAlwaysStops,
       quitAndStopAwakeMode,
       awakeModeQuitConsequence,
+      awakeModeQuitConsequenceForProcesses,
       quit,
       cancel,
       leftInThisSession,
       quitAndEndDeepwakeQuestion,
       deepwakeQuitConsequence,
+      deepwakeQuitConsequenceForProcesses,
       quitAndEndDeepwake,
       // Sessions bound to a process
       statusOnUntilProcessEnds,

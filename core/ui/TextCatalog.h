@@ -154,6 +154,11 @@ class TextCatalog {
       "Wakeloft. Deepwake stays off.",
       TextTable::deepwake};
   static constexpr TextKey quitAndEndDeepwake{"Quit and end Deepwake", TextTable::deepwake};
+  // A session held only for processes may not come back: no promise.
+  static constexpr TextKey awakeModeQuitConsequenceForProcesses{"Your Mac can fall asleep on its own again.",
+                                                                TextTable::standard};
+  static constexpr TextKey deepwakeQuitConsequenceForProcesses{
+      "Your Mac can sleep again with the lid open or closed. Deepwake stays off.", TextTable::deepwake};
 
   // --- Sessions bound to a process (automation); %@ last is the process's name ---
   static constexpr TextKey statusOnUntilProcessEnds{"On \u00B7 until \u201C%@\u201D ends", TextTable::standard};

@@ -21,6 +21,7 @@
 #include "support/ManualMachineConditions.h"
 #include "support/ManualScheduling.h"
 #include "support/SystemProcesses.h"
+#include "automation/InProcessAutomationOutcomeChannel.h"
 #include "ui/AutomationHandler.h"
 
 namespace wakeloft {
@@ -55,7 +56,8 @@ class AutomationLoopTest : public ::testing::Test {
       std::make_shared<PidfdProcessExitWatcher>(), dates, std::make_shared<TimerDeadlineScheduler>(), true);
   std::vector<std::string> logged;
   AutomationHandler handler{Controllers{awake, lid, nullptr, nullptr, binding}, [] {},
-                            [this](const std::string& line) { logged.push_back(line); }};
+                            [this](const std::string& line) { logged.push_back(line); },
+                            std::make_shared<InProcessAutomationOutcomeChannel>()};
 };
 
 TEST_F(AutomationLoopTest, AHeldSessionEndsWithinATenthOfASecondOfItsProcess) {

@@ -10,17 +10,29 @@
 namespace wakeloft {
 namespace {
 
+// What the app told the commands.
+struct RecordedOutcomes final : AutomationOutcomePublisher {
+  std::vector<AutomationOutcome> published;
+  void publish(const AutomationOutcome& outcome) override { published.push_back(outcome); }
+};
+
 class AutomationHandlerTest : public ::testing::Test {
  protected:
   void SetUp() override {
     app.processes->start(4242, 7, "make");
     app.start();
     handler = std::make_unique<AutomationHandler>(
-        app.controllers(), [this] { ++panelShown; }, [this](const std::string& line) { logged.push_back(line); });
+        app.controllers(), [this] { ++panelShown; }, [this](const std::string& line) { logged.push_back(line); },
+        outcomes);
   }
   void open(const std::string& address) { handler->open(address); }
+  AutomationOutcome lastOutcome() const {
+    EXPECT_FALSE(outcomes->published.empty());
+    return outcomes->published.empty() ? AutomationOutcome{} : outcomes->published.back();
+  }
 
   testing::TestControllers app;
+  std::shared_ptr<RecordedOutcomes> outcomes = std::make_shared<RecordedOutcomes>();
   std::unique_ptr<AutomationHandler> handler;
   int panelShown = 0;
   std::vector<std::string> logged;
@@ -76,14 +88,30 @@ TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDoAndWhatCannotBeR
   EXPECT_EQ(logged[2], "wakeloft address not followed: there is no process 99");
 }
 
-TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNothingOn) {
+TEST_F(AutomationHandlerTest, EachAddressIsAnsweredUnderItsIdAndEachHoldLetGoOfIsTold) {
+  using Kind = AutomationOutcome::Kind;
+  open("wakeloft://hold?pid=99&id=a1");
+  EXPECT_EQ(lastOutcome(), (AutomationOutcome{Kind::refused, "a1", 0, "there is no process 99"}));
+  open("wakeloft://hold?pid=4242&id=b2");
+  EXPECT_EQ(lastOutcome(), (AutomationOutcome{Kind::accepted, "b2", 0, ""}));
+  open("wakeloft://stop?id=c3");
+  ASSERT_EQ(outcomes->published.size(), 4u);
+  EXPECT_EQ(outcomes->published[2], (AutomationOutcome{Kind::released, "", 4242, "the session was turned off"}));
+  EXPECT_EQ(outcomes->published[3], (AutomationOutcome{Kind::accepted, "c3", 0, ""}));
+}
+
+TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndIsRefusedButAProcessIsHeldAnyway) {
   app.heatWarning->acknowledged = false;
   app.lid->refresh();
   open("wakeloft://deepwake?on=1");
-  open("wakeloft://hold?pid=4242&deepwake=1");
-  EXPECT_EQ(panelShown, 2);
+  EXPECT_EQ(lastOutcome().reason, "Deepwake waits until its heat warning is read in Wakeloft's panel");
   EXPECT_FALSE(app.awake->isRequested());
-  EXPECT_TRUE(app.binding->holds().empty());
+  open("wakeloft://hold?pid=4242&deepwake=1");
+  EXPECT_EQ(lastOutcome().kind, AutomationOutcome::Kind::refused);
+  EXPECT_EQ(lastOutcome().reason,
+            "the session is held, but Deepwake waits until its heat warning is read in Wakeloft's panel");
+  EXPECT_EQ(panelShown, 2);
+  EXPECT_EQ(app.binding->endingLast().size(), 1u);
   EXPECT_EQ(app.helper->prepareCount, 0);
 
   // Past the warning, the helper's own refusal is the panel's to explain.
@@ -93,6 +121,15 @@ TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndSwitchesNot
   EXPECT_EQ(panelShown, 3);
   EXPECT_FALSE(app.lid->isOn());
   EXPECT_EQ(app.lid->lastFailure(), AwakeFailure(AwakeFailure::LidHelperRequiresApproval{}));
+}
+
+TEST_F(AutomationHandlerTest, DeepwakePausedForPowerIsNoRefusalAndShowsNoPanel) {
+  app.machine->current.isOnBattery = true;
+  app.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
+  open("wakeloft://hold?pid=4242&deepwake=1&id=p");
+  EXPECT_TRUE(app.lid->isPausedForPower());
+  EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::accepted, "p", 0, ""}));
+  EXPECT_EQ(panelShown, 0);
 }
 
 }  // namespace

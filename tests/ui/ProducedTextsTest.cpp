@@ -183,7 +183,8 @@ KeySet produced() {
   collect(keys, about.name);
   collect(keys, *about.version);
   collect(keys, about.copyright);
-  for (const auto& question : {QuitConfirmation::awakeMode(600), QuitConfirmation::deepwake(600)}) {
+  for (const auto& question : {QuitConfirmation::awakeMode(600), QuitConfirmation::deepwake(600),
+                               QuitConfirmation::awakeMode(600, false), QuitConfirmation::deepwake(600, false)}) {
     const auto alert = QuitConfirmationAlert::make(question, "en_US", LayoutDirection::leftToRight);
     collect(keys, alert->title);
     for (const auto& sentence : alert->message.sentences()) collect(keys, sentence);

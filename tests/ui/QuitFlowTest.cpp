@@ -14,8 +14,9 @@ using testing::TestControllers;
 class QuitFlowTest : public ::testing::Test {
  protected:
   void SetUp() override {
+    app.processes->start(4242, 7, "make");
     app.start();
-    flow->attach(app.awake, app.lid);
+    flow->attach(app.awake, app.lid, app.binding);
   }
 
   // Runs the delayed closures, as the main loop would once their time is up.
@@ -79,6 +80,12 @@ TEST_F(QuitFlowTest, NothingRunningQuitsAtOnceButARunningSessionIsQuestionedAndC
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_EQ(asked.size(), 2u);
   EXPECT_TRUE(app.intents->isAwakeRequested());  // restored at the next launch
+
+  // A session held only for a process promises no return: it may be gone.
+  app.awake->turnOff();
+  ASSERT_EQ(app.binding->hold(4242, std::nullopt), std::nullopt);
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  EXPECT_EQ(asked.back(), QuitConfirmation::awakeMode(std::nullopt, /*comesBack=*/false));
 }
 
 TEST_F(QuitFlowTest, ConfirmingDeepwakeEndsItAndWaitsForTheHelperButAFlowThatIsGoneRepliesNothing) {
