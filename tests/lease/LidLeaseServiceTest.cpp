@@ -107,6 +107,13 @@ TEST_F(LidLeaseServiceTest, AFailedRestoreIsReportedToTheLastClientLoggedAndRetr
   EXPECT_FALSE(setting->value);
 }
 
+TEST_F(LidLeaseServiceTest, ARevocationWhileAnotherClientHoldsATermHearsNothingOfAFailingWrite) {
+  setting->writeError = "busy";
+  service.renew(in(30), 1);
+  service.renew(in(30), 2);
+  EXPECT_EQ(service.revoke(1), std::nullopt);
+}
+
 TEST_F(LidLeaseServiceTest, TheHeldLeaseTakesTheLatestOfEachEndEvenFromDifferentClients) {
   const Date start = clocks.now();
   service.renew(in(30), 1);  // wall start+30, uptime 1030
