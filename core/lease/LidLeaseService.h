@@ -43,7 +43,8 @@ class LidLeaseService {
   Reply renew(double until, std::uint64_t from);
   Reply revoke(std::uint64_t from);
   Reply handle(const LidLeaseRequest& request, std::uint64_t from);
-  // Drops lapsed terms and brings the setting in line with the rest.
+  // Drops lapsed terms and brings the setting in line with the rest; the
+  // helper's tick.
   void checkLease();
 
   // Queues each request to the main loop, handles it there in arrival order

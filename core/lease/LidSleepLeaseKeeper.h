@@ -20,8 +20,11 @@ namespace wakeloft {
 // write no more often than every LidSleepLease::retrySpacing, and gives way to
 // anything else that changes the setting.
 //
-// Passive: no timer, no thread. The lease service drives it on each request
-// and the helper's tick calls checkLease() in between, on one thread; no lock.
+// Passive: no timer, no thread. The lease service drives it through hold()
+// and revoke(), on each request and on the helper's tick, where the service's
+// own checkLease() re-settles every client's term. The keeper's checkLease()
+// re-checks only the one lease it holds, for a caller without a service; the
+// helper does not call it. One thread; no lock.
 class LidSleepLeaseKeeper {
  public:
   // Writes 0 at once: a 1 left by an earlier helper that died must not
@@ -40,7 +43,7 @@ class LidSleepLeaseKeeper {
   void renew(Date until);
   // Drops the lease and writes 0.
   void revoke();
-  // Ends a lapsed lease and retries a failing write; the helper's tick.
+  // Ends a lapsed lease and retries a failing write.
   void checkLease();
   // Reads the setting unless the keeper's own write is failing; adopts a 0
   // written by something else, and never overrides a 1 it did not write.

@@ -43,6 +43,9 @@ class LidHelperDaemonTest : public ::testing::Test {
     EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return answer.has_value(); }, 2));
     return answer.value_or("no answer");
   }
+  LidLeaseRequest renewFor(double seconds) const {
+    return LidLeaseRequest::renew(clocks.now().adding(seconds).secondsSince1970);
+  }
 
   ManualMachineClocks clocks;
   std::shared_ptr<InMemorySleepSetting> setting = std::make_shared<InMemorySleepSetting>();
@@ -56,11 +59,9 @@ class LidHelperDaemonTest : public ::testing::Test {
   int settledCalls = 0;
 };
 
-TEST_F(LidHelperDaemonTest, TheTickIsArmedOnlyForTheEarliestLapseWhichAClockSetBackDoesNotMoveAndOneSetForwardEnds) {
-  EXPECT_FALSE(tick->pending.has_value());
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
-  EXPECT_EQ(ask(2, LidLeaseRequest::renew(clocks.now().adding(10).secondsSince1970)), std::nullopt);
-  EXPECT_TRUE(setting->value);
+TEST_F(LidHelperDaemonTest, TheTickIsArmedForTheEarliestLapseAndEndsEachTermInTurn) {
+  EXPECT_EQ(ask(1, renewFor(20)), std::nullopt);
+  EXPECT_EQ(ask(2, renewFor(10)), std::nullopt);
   EXPECT_EQ(tick->pending, clocks.now().adding(10));
   EXPECT_EQ(settledCalls, 2);
 
@@ -68,33 +69,43 @@ TEST_F(LidHelperDaemonTest, TheTickIsArmedOnlyForTheEarliestLapseWhichAClockSetB
   tick->fire();
   EXPECT_TRUE(setting->value);  // the other client's term runs on
   EXPECT_EQ(tick->pending, clocks.now().adding(10));
-
   clocks.pass(10);
   tick->fire();
   EXPECT_FALSE(setting->value);
   EXPECT_FALSE(tick->pending.has_value());
+}
 
-  // Idle, it arms nothing.
+TEST_F(LidHelperDaemonTest, AnIdleHelperArmsNoTick) {
+  EXPECT_FALSE(tick->pending.has_value());
+  EXPECT_EQ(ask(1, renewFor(20)), std::nullopt);
   EXPECT_EQ(ask(1, LidLeaseRequest::revoke()), std::nullopt);
   EXPECT_FALSE(tick->pending.has_value());
+}
 
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(30).secondsSince1970)), std::nullopt);
-  clocks.setWallClock(-3600);  // the wall end moves an hour away; the uptime end does not
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(3700).secondsSince1970)), std::nullopt);
+// A hung app stays connected but stops renewing.
+TEST_F(LidHelperDaemonTest, AClockSetBackAfterTheLastRenewalStillEndsTheLeaseAtItsUptimeEnd) {
+  EXPECT_EQ(ask(1, renewFor(30)), std::nullopt);
+  clocks.setWallClock(-3600);
+  recheck->post();
   ASSERT_TRUE(tick->pending.has_value());
   EXPECT_LE(tick->pending->secondsSince(clocks.now()), 30);
+  clocks.pass(30);
+  tick->fire();
+  EXPECT_FALSE(setting->value);
+}
 
-  // The tick's timer does not see the wall clock: the jump itself must.
-  clocks.setWallClock(3640);
+// The tick's timer does not see the wall clock: the jump itself must.
+TEST_F(LidHelperDaemonTest, AClockSetForwardPastTheWallEndEndsTheLeaseAtTheRecheck) {
+  EXPECT_EQ(ask(1, renewFor(30)), std::nullopt);
+  clocks.setWallClock(40);
   recheck->post();
   EXPECT_FALSE(setting->value);
   EXPECT_FALSE(tick->pending.has_value());
 }
 
-TEST_F(LidHelperDaemonTest, AFailingWriteIsRetriedAtItsSpacingAndStoppingGivesUpWhenTimeIsUp) {
+TEST_F(LidHelperDaemonTest, AFailingWriteArmsTheTickForItsRetryAndThenForTheLapse) {
   setting->writeError = "Read-only file system";
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)),
-            "The sleep setting could not be written: Read-only file system");
+  EXPECT_EQ(ask(1, renewFor(20)), "The sleep setting could not be written: Read-only file system");
   EXPECT_EQ(tick->pending, clocks.now().adding(0.25));
 
   setting->writeError.reset();
@@ -102,10 +113,6 @@ TEST_F(LidHelperDaemonTest, AFailingWriteIsRetriedAtItsSpacingAndStoppingGivesUp
   tick->fire();
   EXPECT_TRUE(setting->value);
   EXPECT_EQ(tick->pending, clocks.now().adding(19.75));
-
-  setting->writeError = "busy";
-  EXPECT_FALSE(daemon->stop([] { return true; }, [] {}));
-  EXPECT_TRUE(setting->value);
 }
 
 TEST_F(LidHelperDaemonTest, AFailingFirstWriteAtStartIsRetriedWithoutAnyRequest) {
@@ -125,24 +132,33 @@ TEST_F(LidHelperDaemonTest, AFailingFirstWriteAtStartIsRetriedWithoutAnyRequest)
   EXPECT_FALSE(otherTick->pending.has_value());
 }
 
-TEST_F(LidHelperDaemonTest, TheLastLeaseEndingWithTheLidShutOrStoppingPutsTheSettingBackAndAsksForSleep) {
+TEST_F(LidHelperDaemonTest, TheLastLeaseEndingWithTheLidShutAsksForSleep) {
   lid->closed = true;
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
+  EXPECT_EQ(ask(1, renewFor(20)), std::nullopt);
   EXPECT_EQ(sleepRequests(*lid), 0);
   EXPECT_EQ(ask(1, LidLeaseRequest::disconnect()), std::nullopt);
   EXPECT_EQ(sleepRequests(*lid), 1);
+}
 
-  EXPECT_EQ(ask(1, LidLeaseRequest::renew(clocks.now().adding(20).secondsSince1970)), std::nullopt);
+TEST_F(LidHelperDaemonTest, StoppingRetriesPuttingTheSettingBackAndThenAsksForSleepWithTheLidShut) {
+  lid->closed = true;
+  EXPECT_EQ(ask(1, renewFor(20)), std::nullopt);
   setting->writeError = "busy";
   int tries = 0;
-  const bool putBack = daemon->stop([&] { return tries >= 3; },
-                                    [&] {
-                                      if (++tries == 2) setting->writeError.reset();
-                                    });
-  EXPECT_TRUE(putBack);
+  EXPECT_TRUE(daemon->stop([&] { return tries >= 3; },
+                           [&] {
+                             if (++tries == 2) setting->writeError.reset();
+                           }));
   EXPECT_FALSE(setting->value);
   EXPECT_FALSE(tick->pending.has_value());
-  EXPECT_EQ(sleepRequests(*lid), 2);
+  EXPECT_EQ(sleepRequests(*lid), 1);
+}
+
+TEST_F(LidHelperDaemonTest, StoppingGivesUpWhenTimeIsUp) {
+  EXPECT_EQ(ask(1, renewFor(20)), std::nullopt);
+  setting->writeError = "busy";
+  EXPECT_FALSE(daemon->stop([] { return true; }, [] {}));
+  EXPECT_TRUE(setting->value);
 }
 
 }  // namespace

@@ -13,32 +13,19 @@ namespace {
 
 using testing::TemporaryDirectory;
 
-TEST(LidHelperServiceTest, LaunchdPlistIsTheDaemonFileTheBundleCarriesAndTheCodeRequirementPinsIdentifierAndTeam) {
-  EXPECT_EQ(PropertyListXMLWriter::document(LidHelperService::launchdPlist()),
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-            "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-            "<plist version=\"1.0\">\n"
-            "<dict>\n"
-            "\t<key>Label</key>\n"
-            "\t<string>com.wakeloft.app.lidhelper</string>\n"
-            "\t<key>BundleProgram</key>\n"
-            "\t<string>Contents/Helpers/WakeloftLidHelper</string>\n"
-            "\t<key>MachServices</key>\n"
-            "\t<dict>\n"
-            "\t\t<key>com.wakeloft.app.lidhelper</key>\n"
-            "\t\t<true/>\n"
-            "\t</dict>\n"
-            "\t<key>AssociatedBundleIdentifiers</key>\n"
-            "\t<array>\n"
-            "\t\t<string>com.wakeloft.app</string>\n"
-            "\t</array>\n"
-            "\t<key>RunAtLoad</key>\n"
-            "\t<true/>\n"
-            "\t<key>KeepAlive</key>\n"
-            "\t<true/>\n"
-            "</dict>\n"
-            "</plist>\n");
+TEST(LidHelperServiceTest, LaunchdPlistNamesTheMachServiceAndTheProgramInTheBundleAndKeepsTheHelperRunning) {
+  EXPECT_EQ(LidHelperService::launchdPlist(),
+            PropertyList(PropertyList::Dictionary{
+                {"Label", "com.wakeloft.app.lidhelper"},
+                {"BundleProgram", "Contents/Helpers/WakeloftLidHelper"},
+                {"MachServices", PropertyList::Dictionary{{"com.wakeloft.app.lidhelper", true}}},
+                {"AssociatedBundleIdentifiers", PropertyList::Array{"com.wakeloft.app"}},
+                {"RunAtLoad", true},
+                {"KeepAlive", true},
+            }));
+}
 
+TEST(LidHelperServiceTest, TheCodeRequirementPinsIdentifierAndTeamAndRefusesAnythingElse) {
   EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", "ABCDE12345"),
             "anchor apple generic and identifier \"com.wakeloft.app\" and certificate leaf[subject.OU] = \"ABCDE12345\"");
   EXPECT_EQ(LidHelperService::codeRequirement(LidHelperService::label, "0123456789"),

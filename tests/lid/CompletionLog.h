@@ -76,7 +76,10 @@ class CompletionLog {
     for (const auto& entry : entries) result.push_back(entry.tag);
     return result;
   }
-  const Received& last() const { return entries.back().received; }
+  // A failure that says so when no completion ran, rather than a crash.
+  Received last() const {
+    return entries.empty() ? Received{false, std::nullopt, "no completion ran"} : entries.back().received;
+  }
 };
 
 }  // namespace wakeloft::testing

@@ -100,7 +100,8 @@ TEST(InMemoryLidSleepBlockerTest, HeldRepliesWaitAndAreGivenInOrderButNotThoseAs
   EXPECT_EQ(log.entries.size(), 4u);
   EXPECT_EQ(blocker.unanswered.size(), 1u);
   blocker.answerAll();
-  EXPECT_EQ(log.tags().back(), "renewed again");
+  ASSERT_EQ(log.entries.size(), 5u);
+  EXPECT_EQ(log.entries.back().tag, "renewed again");
 }
 
 TEST(UnavailableLidSleepBlockerTest, RenewalFailsAndRevokeHasNothingToDo) {

@@ -157,6 +157,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, AnUnansweredFirstRenewalDropsTheConnectio
   EXPECT_FALSE(transport->isOpen());
 
   renewAndAnswer(Outcome::replied(std::nullopt));  // a fresh connection
+  ASSERT_FALSE(transport->sent.empty());
   EXPECT_EQ(transport->sent.back().connection, 2);
 
   registration->current = LidHelperStatus::requiresApproval;
@@ -217,6 +218,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesAtOnceEndsDoubtWhenConfi
   loseTrack();
   blocker->revoke(log.record("revoke"));
   EXPECT_FALSE(blocker->isEngaged());
+  ASSERT_FALSE(transport->sent.empty());
   EXPECT_EQ(transport->sent.back().request, LidLeaseRequest::revoke());
   answer(Outcome::replied(std::nullopt));
   EXPECT_EQ(log.last(), success());
@@ -239,6 +241,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesAtOnceEndsDoubtWhenConfi
   renewAndAnswer(Outcome::failed());  // drops the connection
   ASSERT_FALSE(transport->isOpen());
   blocker->revoke(log.record("revoke"));
+  ASSERT_FALSE(transport->sent.empty());
   ASSERT_EQ(transport->sent.back().request, LidLeaseRequest::revoke());
   EXPECT_EQ(transport->sent.back().connection, 2);
   answer(Outcome::replied(std::nullopt));
@@ -284,6 +287,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, ALateAnswerIsIgnoredAfterTheTimeLimitOrWi
   EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
   EXPECT_TRUE(blocker->isResetUnconfirmed());
 
+  ASSERT_FALSE(transport->sent.empty());
   transport->sent.back().reply->finish(Outcome::replied(std::nullopt));
   testing::pumpMainLoopFor(0.1);
   EXPECT_EQ(log.entries.size(), 2u);
@@ -291,6 +295,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, ALateAnswerIsIgnoredAfterTheTimeLimitOrWi
   EXPECT_TRUE(blocker->isResetUnconfirmed());
 
   blocker->renew(noon, log.record("renew"));
+  ASSERT_FALSE(transport->sent.empty());
   auto reply = transport->sent.back().reply;
   blocker.reset();
   reply->finish(Outcome::replied(std::nullopt));
