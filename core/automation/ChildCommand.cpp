@@ -164,6 +164,14 @@ void giveTerminal(int terminal, pid_t group) {
   pthread_sigmask(SIG_SETMASK, &previous, nullptr);
 }
 
+// The kernel drops a terminal's stop signals for a group that no shell of
+// its session watches (an orphaned group); SIGSTOP cannot be dropped.
+int ownStopSignal(int commandStop) {
+  const pid_t parent = getppid();
+  const bool watched = getsid(parent) == getsid(0) && getpgid(parent) != getpgrp();
+  return watched ? commandStop : SIGSTOP;
+}
+
 // Follows the command until it ends, as a shell follows a job: its stops
 // stop this process too. Returns its wait status.
 int follow(pid_t pid) {
@@ -177,7 +185,7 @@ int follow(pid_t pid) {
     const int terminal = handedTerminal.load();
     if (terminal >= 0 && tcgetpgrp(terminal) == pid) giveTerminal(terminal, getpgrp());
     // Returns once this process has been continued (fg, bg or SIGCONT).
-    ::raise(WSTOPSIG(status));
+    ::raise(ownStopSignal(WSTOPSIG(status)));
     // Only a foreground job takes the terminal; after bg it stays the shell's.
     if (const int foreground = foregroundTerminal(); foreground >= 0) {
       giveTerminal(foreground, pid);
