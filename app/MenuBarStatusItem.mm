@@ -45,9 +45,12 @@ using namespace wakeloft;
                                           checkForUpdates:^{
                                             [SoftwareUpdate.shared checkForUpdates];
                                           }];
+  // Each lambda copies a weak reference of its own: copying one into several
+  // would read it again each time.
+  __weak MenuBarStatusItem* weakPerformer = self;
   _panel = [[AwakePanel alloc]
-      initWithPerform:[weakSelf](const PanelAction& action) {
-        MenuBarStatusItem* strongSelf = weakSelf;
+      initWithPerform:[weakPerformer](const PanelAction& action) {
+        MenuBarStatusItem* strongSelf = weakPerformer;
         if (strongSelf) strongSelf->_scene->perform(action);
       }
                footer:_settings.view];
@@ -70,23 +73,33 @@ using namespace wakeloft;
   _popover.contentViewController = _panel;
   _popover.delegate = self;
 
+  __weak MenuBarStatusItem* weakIconShower = self;
+  __weak MenuBarStatusItem* weakPanelShower = self;
   MenuBarScene::Views views{
       .showIcon =
-          [weakSelf](const MenuBarIcon& icon, const LocalizedText& label) {
-            MenuBarStatusItem* strongSelf = weakSelf;
+          [weakIconShower](const MenuBarIcon& icon, const LocalizedText& label) {
+            MenuBarStatusItem* strongSelf = weakIconShower;
             if (!strongSelf) return;
             NSStatusBarButton* button = strongSelf->_statusItem.button;
             button.image = GlyphImages::menuBarIcon(icon, RunningAppLanguage::layoutDirection());
             [button setAccessibilityLabel:BundleTexts::string(label)];
           },
       .showPanel =
-          [weakSelf](const AwakePanelContent& content) {
-            MenuBarStatusItem* strongSelf = weakSelf;
+          [weakPanelShower](const AwakePanelContent& content) {
+            MenuBarStatusItem* strongSelf = weakPanelShower;
             if (strongSelf) [strongSelf->_panel render:content];
           },
-      .openLoginItemsSettings = [] { [SMAppService openSystemSettingsLoginItems]; },
+      .openLoginItemsSettings =
+          [] {
+            // The pane's address, since the call alone is reported to do
+            // nothing for an app without a Dock icon.
+            NSURL* pane = [NSURL URLWithString:@"x-apple.systempreferences:com.apple.LoginItems-Settings.extension"];
+            if (!pane || ![NSWorkspace.sharedWorkspace openURL:pane]) [SMAppService openSystemSettingsLoginItems];
+          },
+      .lookup = BundleTexts::lookup(),
   };
-  _scene = std::make_unique<MenuBarScene>(std::move(controllers), RunningAppLanguage::locale(), runningSystemVersion(),
+  _scene = std::make_unique<MenuBarScene>(std::move(controllers), SoftwareUpdate.shared.reminder,
+                                          RunningAppLanguage::locale(), runningSystemVersion(),
                                           std::make_shared<SystemDateProvider>(),
                                           std::make_shared<TimerDeadlineScheduler>(), std::move(views));
   return self;

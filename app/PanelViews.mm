@@ -8,6 +8,27 @@
 #include "RunningAppLanguage.h"
 #include "ui/AwakePanelContent.h"
 
+// The panel's controls act on the first click even while its window is not
+// key: a panel opened by an address may be refused the front, and then a
+// click that only brought the window forward would be lost.
+@interface FirstClickButton : NSButton
+@end
+
+@implementation FirstClickButton
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+  return YES;
+}
+@end
+
+@interface FirstClickSwitch : NSSwitch
+@end
+
+@implementation FirstClickSwitch
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+  return YES;
+}
+@end
+
 namespace wakeloft::PanelViews {
 
 namespace {
@@ -53,7 +74,7 @@ NSTextField* wrappingLabel(NSString* text, NSFont* labelFont, NSColor* color, CG
 }
 
 NSButton* pushButton(const PanelButton& button, NSControlSize size, const Perform& perform) {
-  NSButton* control = [NSButton buttonWithTitle:BundleTexts::string(button.title) target:nil action:nil];
+  NSButton* control = [FirstClickButton buttonWithTitle:BundleTexts::string(button.title) target:nil action:nil];
   control.translatesAutoresizingMaskIntoConstraints = NO;
   control.controlSize = size;
   control.font = [NSFont systemFontOfSize:[NSFont systemFontSizeForControlSize:size]];
@@ -83,7 +104,7 @@ NSView* switchRow(const PanelSwitch& toggle, NSControlSize size, CGFloat width, 
   // The switch speaks for itself; the title beside it is not a second element.
   [titleField setAccessibilityElement:NO];
 
-  NSSwitch* flip = [[NSSwitch alloc] init];
+  NSSwitch* flip = [[FirstClickSwitch alloc] init];
   flip.controlSize = size;
   flip.enabled = toggle.isEnabled;
   [flip setAccessibilityLabel:title];

@@ -16,7 +16,8 @@
 // setting back (5 seconds at most). Every decision is the portable QuitFlow's;
 // this turns AppKit's questions and answers into its terms. It also hands
 // the addresses the app is asked to open (wakeloft://) to the automation
-// handler. Main thread only.
+// handler, and gives the keyboard back to the user's app when one of them
+// brought Wakeloft to the front with nothing to show. Main thread only.
 @interface QuitConfirmationDelegate : NSObject <NSApplicationDelegate>
 
 - (instancetype)init NS_DESIGNATED_INITIALIZER;

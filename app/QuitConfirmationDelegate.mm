@@ -84,6 +84,9 @@ NSApplicationTerminateReply applicationReply(TerminateReply reply) {
   std::unique_ptr<QuitFlow> _flow;
   std::function<void(std::string_view)> _followAddress;
   std::vector<std::string> _waitingAddresses;
+  // The app that was in front before this one, which gets the keyboard back.
+  NSRunningApplication* _previousApp;
+  id<NSObject> _activationObserver;
 }
 
 - (instancetype)init {
@@ -93,8 +96,47 @@ NSApplicationTerminateReply applicationReply(TerminateReply reply) {
     _flow = std::make_unique<QuitFlow>(
         askByAlert, [] { return QuitAppleEvent::isSystemQuit(currentAppleEvent()); },
         [](bool quit) { [NSApp replyToApplicationShouldTerminate:quit]; });
+    [self followActivations];
   }
   return self;
+}
+
+- (void)dealloc {
+  if (_activationObserver) [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:_activationObserver];
+}
+
+- (void)followActivations {
+  NSRunningApplication* me = NSRunningApplication.currentApplication;
+  NSRunningApplication* front = NSWorkspace.sharedWorkspace.frontmostApplication;
+  if (front && ![front isEqual:me]) _previousApp = front;
+  __weak QuitConfirmationDelegate* weakSelf = self;
+  void (^activated)(NSNotification*) = ^(NSNotification* note) {
+    NSRunningApplication* app = note.userInfo[NSWorkspaceApplicationKey];
+    QuitConfirmationDelegate* strongSelf = weakSelf;
+    if (strongSelf && [app isKindOfClass:NSRunningApplication.class] && ![app isEqual:me]) {
+      strongSelf->_previousApp = app;
+    }
+  };
+  _activationObserver =
+      [NSWorkspace.sharedWorkspace.notificationCenter addObserverForName:NSWorkspaceDidActivateApplicationNotification
+                                                                  object:nil
+                                                                   queue:NSOperationQueue.mainQueue
+                                                              usingBlock:activated];
+}
+
+// Launch Services brings the app to the front with an address unless its
+// sender asked it not to (`open -g`, the wakeloft command). Wakeloft itself
+// asks to be in front only to show a window: the panel, an alert, an update.
+// In front with none of them, the user's app gets the keyboard back.
+- (void)applicationDidBecomeActive:(NSNotification*)notification {
+  for (NSWindow* window in NSApp.windows) {
+    // The status item's own window can never become key.
+    if (window.visible && window.canBecomeKeyWindow) return;
+  }
+  NSRunningApplication* previous = _previousApp;
+  if (!previous || previous.terminated) return;
+  [NSApp yieldActivationToApplication:previous];
+  [previous activateFromApplication:NSRunningApplication.currentApplication options:0];
 }
 
 - (void)attachAwake:(std::shared_ptr<AwakeController>)awake

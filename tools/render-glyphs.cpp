@@ -8,8 +8,8 @@
 // its own size in both layout directions, each at 1x and 2x. The images are
 // templates: black ink on a transparent ground.
 //
-// Linux has no SF Symbols, so the system's "mug", "mug.fill" and
-// "clock.fill" are drawn here as simple look-alikes of about the system's
+// Linux has no SF Symbols, so the system's "mug", "mug.fill", "clock.fill"
+// and "circle.fill" are drawn here as simple look-alikes of about the system's
 // size; the vessel on the laptop is the app's own drawing, exactly as the
 // Mac draws it.
 
@@ -36,13 +36,14 @@ using namespace wakeloft;
 
 namespace {
 
-// Look-alikes of the three system symbols, in proportion to the point size.
+// Look-alikes of the four system symbols, in proportion to the point size.
 class LookAlikeSymbols final : public SymbolMetrics {
  public:
   std::optional<GlyphSize> size(const SystemSymbol& symbol) const override {
     if (!(symbol.pointSize > 0)) return std::nullopt;
     if (symbol.name == "mug" || symbol.name == "mug.fill") return GlyphSize{symbol.pointSize * 1.17, symbol.pointSize * 0.93};
     if (symbol.name == "clock.fill") return GlyphSize{symbol.pointSize * 1.08, symbol.pointSize * 1.08};
+    if (symbol.name == "circle.fill") return GlyphSize{symbol.pointSize * 1.08, symbol.pointSize * 1.08};
     return std::nullopt;
   }
 
@@ -50,6 +51,11 @@ class LookAlikeSymbols final : public SymbolMetrics {
   static GlyphDrawing drawing(const SystemSymbol& symbol, GlyphRect frame) {
     GlyphDrawing drawing(1, {0, 0});
     const double line = frame.height * 0.1;
+    if (symbol.name == "circle.fill") {
+      drawing.ellipse(frame);
+      drawing.fill();
+      return drawing;
+    }
     if (symbol.name == "clock.fill") {
       drawing.ellipse(frame);
       drawing.fill();
@@ -224,6 +230,9 @@ int main(int argc, char** argv) {
       {"on-timer", {true, true, false}},
       {"deepwake", {true, false, true}},
       {"deepwake-timer", {true, true, true}},
+      {"off-update", {false, false, false, true}},
+      {"on-timer-update", {true, true, false, true}},
+      {"deepwake-timer-update", {true, true, true, true}},
   };
   for (const auto& state : states) {
     for (const auto direction : {LayoutDirection::leftToRight, LayoutDirection::rightToLeft}) {

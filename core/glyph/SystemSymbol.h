@@ -13,6 +13,7 @@ struct SystemSymbol {
   static SystemSymbol mug(double pointSize) { return {"mug", pointSize}; }
   static SystemSymbol mugFill(double pointSize) { return {"mug.fill", pointSize}; }
   static SystemSymbol clockFill(double pointSize) { return {"clock.fill", pointSize}; }
+  static SystemSymbol circleFill(double pointSize) { return {"circle.fill", pointSize}; }
 
   friend bool operator==(const SystemSymbol&, const SystemSymbol&) = default;
 };

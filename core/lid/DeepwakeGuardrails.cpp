@@ -24,7 +24,11 @@ std::optional<DeepwakeGuardrails::Stop> DeepwakeGuardrails::holding(const Settin
 std::optional<DeepwakeGuardrails::Stop> DeepwakeGuardrails::stopping(const Settings& settings,
                                                                      const MachineConditionsSnapshot& before,
                                                                      const MachineConditionsSnapshot& now) {
-  if (auto stop = holding(settings, now)) return stop;
+  // Paused for power, no lease is held and nothing needs stopping: the rules
+  // are judged again when power returns.
+  if (!pausesForPower(settings, now)) {
+    if (auto stop = holding(settings, now)) return stop;
+  }
   if (settings.stopsWhenLidOpens && before.isLidClosed == true && now.isLidClosed == false) {
     return Stop{Stop::Rule::lidOpened};
   }

@@ -51,8 +51,8 @@ class DeepwakeGuardrails {
   // came before: critical heat, then Low Power Mode, then the battery floor.
   static std::optional<Stop> holding(const Settings& settings, const MachineConditionsSnapshot& now);
   // The rule that ends a wanted Deepwake as the conditions change from
-  // `before` to `now`: one that holds now, or the lid going from closed to
-  // open.
+  // `before` to `now`: one that holds now, unless Deepwake pauses for power
+  // now, or the lid going from closed to open.
   static std::optional<Stop> stopping(const Settings& settings, const MachineConditionsSnapshot& before,
                                       const MachineConditionsSnapshot& now);
   // On battery under "only on a power adapter": the lease is given back

@@ -57,7 +57,9 @@ bool LidAwakeController::start(std::optional<double> length, bool joining) {
   // Turning on again clears the reason a guardrail gave last time. One that
   // still holds says so now, rather than letting Deepwake flip on and off.
   refreshConditions();
-  if (auto stop = DeepwakeGuardrails::holding(guardrailSettings_, machineConditions_)) {
+  const bool pauses = DeepwakeGuardrails::pausesForPower(guardrailSettings_, machineConditions_);
+  // A pause holds no lease: the rules are judged when power returns.
+  if (auto stop = pauses ? std::nullopt : DeepwakeGuardrails::holding(guardrailSettings_, machineConditions_)) {
     stop->whenTurningOn = true;
     guardrailStop_.set(*stop);
     return false;
@@ -83,7 +85,7 @@ bool LidAwakeController::start(std::optional<double> length, bool joining) {
     recordStartFailure(awake_->lastFailure());
     return false;
   }
-  if (DeepwakeGuardrails::pausesForPower(guardrailSettings_, machineConditions_)) {
+  if (pauses) {
     if (!isPausedForPower_) pauseForPower();
     return true;
   }

@@ -4,11 +4,13 @@
 
 namespace wakeloft::MenuBarItem {
 
-MenuBarIcon icon(const AwakeController& awake, const LidAwakeController& lid) {
-  return MenuBarIcon::current(awake.isOn(), awake.activeUntil(), lid.isOn());
+MenuBarIcon icon(const AwakeController& awake, const LidAwakeController& lid, bool isUpdateWaiting) {
+  return MenuBarIcon::current(awake.isOn(), awake.activeUntil(), lid.isOn(), isUpdateWaiting);
 }
 
-LocalizedText iconLabel(const MenuBarIcon& icon) {
+namespace {
+
+LocalizedText stateLabel(const MenuBarIcon& icon) {
   using Label = MenuBarIcon::SpokenLabel;
   switch (icon.spokenLabel()) {
     case Label::off: return TextCatalog::iconOff;
@@ -18,6 +20,14 @@ LocalizedText iconLabel(const MenuBarIcon& icon) {
     case Label::onWithLidClosedAndTimerRunning: return TextCatalog::iconOnWithLidClosedAndTimerRunning;
   }
   return TextCatalog::iconOff;
+}
+
+}  // namespace
+
+LocalizedText iconLabel(const MenuBarIcon& icon, const TextLookup& lookup) {
+  auto state = stateLabel(icon);
+  if (!icon.showsUpdateDot) return state;
+  return LocalizedText(TextCatalog::iconWithUpdateWaiting, {state.resolved(lookup)});
 }
 
 }  // namespace wakeloft::MenuBarItem

@@ -11,8 +11,10 @@ namespace wakeloft {
 // The image is the icon's own, drawn for the app's layout direction.
 namespace MenuBarItem {
 
-MenuBarIcon icon(const AwakeController& awake, const LidAwakeController& lid);
-LocalizedText iconLabel(const MenuBarIcon& icon);
+MenuBarIcon icon(const AwakeController& awake, const LidAwakeController& lid, bool isUpdateWaiting = false);
+// A waiting update is said after the awake state, whose words `lookup`
+// finds in the app's language.
+LocalizedText iconLabel(const MenuBarIcon& icon, const TextLookup& lookup = {});
 
 }  // namespace MenuBarItem
 }  // namespace wakeloft

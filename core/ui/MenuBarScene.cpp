@@ -8,10 +8,12 @@
 
 namespace wakeloft {
 
-MenuBarScene::MenuBarScene(Controllers controllers, std::string locale, OperatingSystemVersion system,
+MenuBarScene::MenuBarScene(Controllers controllers, std::shared_ptr<UpdateReminder> updateReminder,
+                           std::string locale, OperatingSystemVersion system,
                            std::shared_ptr<const DateProvider> dates, std::shared_ptr<DeadlineScheduler> ticks,
                            Views views, Defer defer)
     : controllers_(std::move(controllers)),
+      updateReminder_(std::move(updateReminder)),
       locale_(std::move(locale)),
       system_(system),
       dates_(std::move(dates)),
@@ -25,6 +27,7 @@ MenuBarScene::MenuBarScene(Controllers controllers, std::string locale, Operatin
   subscriptions_.push_back(controllers_.loginItem->observe(onChange));
   subscriptions_.push_back(controllers_.presets->observe(onChange));
   if (controllers_.binding) subscriptions_.push_back(controllers_.binding->observe(onChange));
+  if (updateReminder_) subscriptions_.push_back(updateReminder_->changed().observe(onChange));
   showIcon();
 }
 
@@ -88,10 +91,11 @@ void MenuBarScene::render() {
 }
 
 void MenuBarScene::showIcon() {
-  const auto icon = MenuBarItem::icon(*controllers_.awake, *controllers_.lid);
+  const bool updateWaiting = updateReminder_ && updateReminder_->waitingVersion();
+  const auto icon = MenuBarItem::icon(*controllers_.awake, *controllers_.lid, updateWaiting);
   if (shownIcon_ == icon) return;
   shownIcon_ = icon;
-  if (views_.showIcon) views_.showIcon(icon, MenuBarItem::iconLabel(icon));
+  if (views_.showIcon) views_.showIcon(icon, MenuBarItem::iconLabel(icon, views_.lookup));
 }
 
 void MenuBarScene::showPanel(bool always) {

@@ -16,12 +16,13 @@
 #include "ui/AwakePanelContent.h"
 #include "ui/Controllers.h"
 #include "ui/LocalizedText.h"
+#include "ui/UpdateReminder.h"
 
 namespace wakeloft {
 
 // The app's one scene: the status item, shown for the life of the app, and
 // the awake panel while it is open. Keeps both in step with the four
-// controllers: a change is rendered once, in the next turn of the main loop
+// controllers and the update reminder: a change is rendered once, in the next turn of the main loop
 // however many properties changed together, and only when what the view
 // shows really differs. While the panel is open and a timer runs, the
 // countdown ticks each time its shown second changes; otherwise nothing
@@ -35,16 +36,19 @@ class MenuBarScene {
     std::function<void(const AwakePanelContent& content)> showPanel;
     // The system's login-item settings, which no controller opens.
     std::function<void()> openLoginItemsSettings;
+    // The app's texts, for the icon's label that holds another (English
+    // without).
+    TextLookup lookup = {};
   };
   // Runs the work in a later turn of the main loop.
   using Defer = std::function<void(std::function<void()>)>;
 
   // The panel's durations are put into words for `locale`, the app's
   // resolved one. The icon is shown before this returns. `ticks` is the
-  // scene's own scheduler.
-  MenuBarScene(Controllers controllers, std::string locale, OperatingSystemVersion system,
-               std::shared_ptr<const DateProvider> dates, std::shared_ptr<DeadlineScheduler> ticks, Views views,
-               Defer defer = MainRunLoop::perform);
+  // scene's own scheduler. A waiting update puts its dot into the icon.
+  MenuBarScene(Controllers controllers, std::shared_ptr<UpdateReminder> updateReminder, std::string locale,
+               OperatingSystemVersion system, std::shared_ptr<const DateProvider> dates,
+               std::shared_ptr<DeadlineScheduler> ticks, Views views, Defer defer = MainRunLoop::perform);
   MenuBarScene(const MenuBarScene&) = delete;
   MenuBarScene& operator=(const MenuBarScene&) = delete;
   ~MenuBarScene();
@@ -76,6 +80,7 @@ class MenuBarScene {
   void updateTicking();
 
   Controllers controllers_;
+  std::shared_ptr<UpdateReminder> updateReminder_;
   std::string locale_;
   OperatingSystemVersion system_;
   std::shared_ptr<const DateProvider> dates_;

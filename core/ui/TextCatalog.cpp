@@ -20,6 +20,7 @@ std::span<const TextKey> TextCatalog::all() {
       iconOnWithTimerRunning,
       iconOnWithLidClosed,
       iconOnWithLidClosedAndTimerRunning,
+      iconWithUpdateWaiting,
       wakeloft,
       spokenOff,
       spokenOn,

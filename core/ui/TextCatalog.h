@@ -48,6 +48,7 @@ class TextCatalog {
   static constexpr TextKey iconOnWithLidClosed{"Wakeloft: Deepwake on", TextTable::deepwake};
   static constexpr TextKey iconOnWithLidClosedAndTimerRunning{"Wakeloft: Deepwake on, timer running",
                                                               TextTable::deepwake};
+  static constexpr TextKey iconWithUpdateWaiting{"%@, update waiting", TextTable::standard};
 
   // --- Awake panel ---
   static constexpr TextKey wakeloft{"Wakeloft", TextTable::standard};

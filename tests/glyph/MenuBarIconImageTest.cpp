@@ -13,7 +13,8 @@ using Blend = GlyphImage::Part::Blend;
 
 FixedSymbolMetrics systemSymbols(double badgeWidth = 9) {
   FixedSymbolMetrics symbols;
-  symbols.sizes = {{"mug", {17.5, 14}}, {"mug.fill", {17.5, 14}}, {"clock.fill", {badgeWidth, 9}}};
+  symbols.sizes = {
+      {"mug", {17.5, 14}}, {"mug.fill", {17.5, 14}}, {"clock.fill", {badgeWidth, 9}}, {"circle.fill", {5, 5}}};
   return symbols;
 }
 
@@ -103,6 +104,27 @@ TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselOrTheDeepwakeMugPairOverlapp
   for (size_t i = 0; i < plain.parts.size(); ++i) {
     EXPECT_EQ(deepwakeRightToLeft.parts[i].frame, plain.parts[i].frame.offsetBy(6, 2));
   }
+}
+
+TEST(MenuBarIconImageTest, UpdateDotSitsLevelWithTheGlyphsTopAtTheBadgesSideAfterItInEitherDirection) {
+  const auto symbols = systemSymbols();
+  // Alone: round(21 + 5 − 2) wide; the 14-point glyph centred, so its top is at 16.
+  const auto alone = MenuBarIcon{false, false, false, true}.image(LayoutDirection::leftToRight, symbols);
+  EXPECT_EQ(alone.size, (GlyphSize{24, 18}));
+  ASSERT_EQ(alone.parts.size(), 3u);
+  EXPECT_EQ(std::get<SystemSymbol>(alone.parts[2].content), SystemSymbol::circleFill(5));
+  EXPECT_EQ(alone.parts[1].blend, Blend::erase);
+  EXPECT_EQ(alone.parts[2].frame, (GlyphRect{19, 11, 5, 5}));
+
+  // With the badge it takes the badge's column, above it.
+  const auto leftToRight = MenuBarIcon{true, true, false, true}.image(LayoutDirection::leftToRight, symbols);
+  EXPECT_EQ(leftToRight.size, (GlyphSize{28, 18}));
+  ASSERT_EQ(leftToRight.parts.size(), 5u);
+  EXPECT_EQ(leftToRight.parts[2].frame, (GlyphRect{19, 2, 9, 9}));
+  EXPECT_EQ(leftToRight.parts[4].frame, (GlyphRect{23, 11, 5, 5}));
+  const auto rightToLeft = MenuBarIcon{true, true, false, true}.image(LayoutDirection::rightToLeft, symbols);
+  EXPECT_EQ(rightToLeft.parts[2].frame, (GlyphRect{0, 2, 9, 9}));
+  EXPECT_EQ(rightToLeft.parts[4].frame, (GlyphRect{0, 11, 5, 5}));
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <fstream>
+
 #include "clock/ClockChangeNotifier.h"
 #include "RigLidHelperRegistration.h"
 #include "RigProcess.h"
@@ -16,7 +18,6 @@
 #include "helper/RigLeaseFile.h"
 #include "lid/InMemoryLidAwakeStore.h"
 #include "lid/LidAwakeController.h"
-#include "lid/StaticMachineConditions.h"
 #include "session/AwakeController.h"
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemorySleepBlocker.h"
@@ -41,8 +42,7 @@ class DeepwakeRigTest : public ::testing::Test {
         awake,
         std::make_shared<SocketLidSleepBlocker>(std::make_shared<RigLidHelperRegistration>(), rig->socketPath,
                                                 getuid()),
-        std::make_shared<InMemoryLidAwakeStore>(true), std::make_shared<StaticMachineConditions>(false, true),
-        std::make_shared<testing::ManualConditionsNotifier>(), dates, std::make_shared<TimerDeadlineScheduler>(),
+        std::make_shared<InMemoryLidAwakeStore>(true), machine, conditionsNotifier, dates, std::make_shared<TimerDeadlineScheduler>(),
         std::make_shared<TimerDeadlineScheduler>());
   }
 
@@ -50,6 +50,10 @@ class DeepwakeRigTest : public ::testing::Test {
   bool waitFor(const std::function<bool()>& done, double seconds) { return pumpMainLoopUntil(done, seconds); }
 
   std::unique_ptr<RigProcess> rig = std::make_unique<RigProcess>();
+  std::shared_ptr<testing::SettableMachineConditions> machine =
+      std::make_shared<testing::SettableMachineConditions>();
+  std::shared_ptr<testing::ManualConditionsNotifier> conditionsNotifier =
+      std::make_shared<testing::ManualConditionsNotifier>();
   std::shared_ptr<const SystemDateProvider> dates = std::make_shared<SystemDateProvider>();
   std::shared_ptr<AwakeController> awake;
   std::unique_ptr<LidAwakeController> deepwake;
@@ -80,6 +84,20 @@ TEST_F(DeepwakeRigTest, DeepwakeHoldsARenewedLeaseAndGivesItBackWhenTurnedOffOrI
   awake->turnOff();
   ASSERT_TRUE(waitFor([&] { return !rig->leaseFileExists() && deepwake->isSettled(); }, 3));
   EXPECT_FALSE(deepwake->isOn());
+}
+
+TEST_F(DeepwakeRigTest, CriticalHeatGivesTheLeaseBackAndTheHelperAsksAClosedMacToSleep) {
+  std::ofstream(rig->lidPath) << "closed\n";
+  machine->current.isLidClosed = true;
+  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
+  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
+  ASSERT_TRUE(rig->leaseFileExists());
+
+  machine->current.thermalState = ThermalState::critical;
+  conditionsNotifier->post();
+  ASSERT_TRUE(waitFor([&] { return !rig->leaseFileExists() && deepwake->isSettled(); }, 3)) << rig->log();
+  EXPECT_EQ(deepwake->guardrailStop(), DeepwakeGuardrails::Stop{DeepwakeGuardrails::Stop::Rule::criticalHeat});
+  EXPECT_NE(rig->log().find("asked the system to sleep"), std::string::npos) << rig->log();
 }
 
 }  // namespace

@@ -622,6 +622,46 @@ TEST_F(LidGuardrailTest, OnlyOnPowerGivesTheLeaseBackOnBatteryAndTakesItAgainWit
   EXPECT_FALSE(controller->isWanted());
 }
 
+TEST_F(LidGuardrailTest, ARuleComingOnWhilePausedForPowerIsJudgedWhenPowerReturns) {
+  using Edit = void (*)(MachineConditionsSnapshot&);
+  struct Case {
+    const char* name;
+    Edit whilePaused;
+    Edit withPower;  // what plugging back in brings, beyond power
+    std::optional<Stop> stop;
+  };
+  const Case cases[] = {
+      {"Low Power Mode only on battery", [](auto& c) { c.isLowPowerModeOn = true; },
+       [](auto& c) { c.isLowPowerModeOn = false; }, std::nullopt},
+      {"Low Power Mode left on", [](auto& c) { c.isLowPowerModeOn = true; }, [](auto&) {}, Stop{Rule::lowPowerMode}},
+      {"the battery floor", [](auto& c) { c.batteryCharge = 20; }, [](auto&) {}, std::nullopt},
+      {"critical heat", [](auto& c) { c.thermalState = ThermalState::critical; }, [](auto&) {},
+       Stop{Rule::criticalHeat}},
+  };
+  guardrails->setSettings({.onlyOnPowerAdapter = true});
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.name);
+    machine->current = {.batteryCharge = 60};
+    auto controller = makeOn();
+    change([](auto& c) { c.isOnBattery = true; });
+    change(test.whilePaused);
+    EXPECT_TRUE(controller->isPausedForPower());
+    EXPECT_EQ(controller->guardrailStop(), std::nullopt);
+
+    change([&](auto& c) {
+      c.isOnBattery = false;
+      test.withPower(c);
+    });
+    if (test.stop) {
+      expectStoppedBy(*controller, *test.stop);
+    } else {
+      EXPECT_TRUE(controller->isOn());
+      EXPECT_TRUE(lid->isEngaged());
+    }
+    controller->turnOff();
+  }
+}
+
 TEST_F(LidGuardrailTest, ARestartWhilePausedComesBackOffAndHoldsNothing) {
   guardrails->setSettings({.onlyOnPowerAdapter = true});
   machine->current.isOnBattery = true;

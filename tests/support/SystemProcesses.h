@@ -2,6 +2,7 @@
 
 // The platform's own process table and exit watcher, and child processes,
 // for tests with real processes.
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "AppTables.h"
 #include "TestControllers.h"
 
 namespace wakeloft {
@@ -32,6 +33,21 @@ TEST(MenuBarItemTest, TheIconFollowsSessionTimerAndDeepwake) {
 
   app.awake->turnOff();
   EXPECT_EQ(label(app), "Wakeloft: off");  // whatever Deepwake has not yet noticed
+}
+
+TEST(MenuBarItemTest, AWaitingUpdateShowsItsDotInAnyStateAndIsSaidAfterTheStateInTheSameLanguage) {
+  TestControllers app;
+  app.start();
+  const auto off = MenuBarItem::icon(*app.awake, *app.lid, /*isUpdateWaiting=*/true);
+  EXPECT_EQ(off, (MenuBarIcon{false, false, false, true}));
+  EXPECT_EQ(MenuBarItem::iconLabel(off).english(), "Wakeloft: off, update waiting");
+
+  app.awake->turnOn(600);
+  const auto timed = MenuBarItem::icon(*app.awake, *app.lid, true);
+  EXPECT_EQ(timed, (MenuBarIcon{true, true, false, true}));
+  const testing::LanguageTables german("de");
+  EXPECT_EQ(MenuBarItem::iconLabel(timed, german.lookup()).resolved(german.lookup()),
+            "Wakeloft: ein, Timer läuft, Update wartet");
 }
 
 

@@ -21,7 +21,7 @@ class MenuBarSceneTest : public ::testing::Test {
 
   void makeScene() {
     scene = std::make_unique<MenuBarScene>(
-        app.controllers(), "en_US", OperatingSystemVersion{14, 5, 0}, app.clocks.dates, ticks,
+        app.controllers(), reminder, "en_US", OperatingSystemVersion{14, 5, 0}, app.clocks.dates, ticks,
         MenuBarScene::Views{[this](const MenuBarIcon& icon, const LocalizedText& label) {
                               icons.push_back(icon);
                               iconLabels.push_back(label.english());
@@ -43,6 +43,7 @@ class MenuBarSceneTest : public ::testing::Test {
   std::string shownStatusLine() const { return panels.back().statusLine.english(); }
 
   TestControllers app;
+  std::shared_ptr<UpdateReminder> reminder = std::make_shared<UpdateReminder>();
   std::shared_ptr<ManualDeadlineScheduler> ticks = std::make_shared<ManualDeadlineScheduler>();
   std::vector<MenuBarIcon> icons;
   std::vector<std::string> iconLabels;
@@ -77,6 +78,20 @@ TEST_F(MenuBarSceneTest, TheIconShowsAtOnceAndAgainOnlyWhenItChanges) {
   app.clocks.pass(3600);
   app.sessionTimer->fire();
   runDeferred();
+  EXPECT_EQ(iconLabels.back(), "Wakeloft: off");
+}
+
+TEST_F(MenuBarSceneTest, TheUpdateDotComesAndGoesWithTheReminder) {
+  makeScene();
+  reminder->willShowUpdate(/*updaterShowsIt=*/false, /*userInitiated=*/false, "1.4");
+  runDeferred();
+  ASSERT_EQ(icons.size(), 2u);
+  EXPECT_TRUE(icons.back().showsUpdateDot);
+  EXPECT_EQ(iconLabels.back(), "Wakeloft: off, update waiting");
+
+  reminder->sessionFinished();
+  runDeferred();
+  EXPECT_FALSE(icons.back().showsUpdateDot);
   EXPECT_EQ(iconLabels.back(), "Wakeloft: off");
 }
 

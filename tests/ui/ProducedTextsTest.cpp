@@ -155,6 +155,7 @@ KeySet produced() {
     }
   }
   collect(keys, MenuBarItem::iconLabel({}));
+  collect(keys, MenuBarItem::iconLabel({.showsUpdateDot = true}));
 
   collect(keys, SettingsMenu::buttonTitle());
   for (const auto& waitingUpdate : {std::optional<std::string>(), std::optional<std::string>("2.1")}) {
