@@ -49,7 +49,8 @@ std::string AppcastItem::xml(std::string_view indent, std::string_view step) con
   const auto element = [&](std::string_view name, std::string_view value) {
     return inner + "<" + std::string(name) + ">" + escaped(value) + "</" + std::string(name) + ">";
   };
-  return "<item>" + element("title", title) + element("pubDate", rfc822Date(publicationDate)) +
+  return "<item>" + element("title", title) + (description.empty() ? "" : element("description", description)) +
+         element("pubDate", rfc822Date(publicationDate)) +
          element("sparkle:version", version) + element("sparkle:shortVersionString", shortVersion) +
          element("sparkle:minimumSystemVersion", minimumSystemVersion) + inner + "<enclosure url=\"" + escaped(url) +
          "\" length=\"" + std::to_string(length) + "\" type=\"application/octet-stream\" sparkle:edSignature=\"" +

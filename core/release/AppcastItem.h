@@ -12,6 +12,8 @@ namespace wakeloft {
 // documentation puts them) and the archive in its enclosure.
 struct AppcastItem {
   std::string title;
+  // The release notes as HTML; no element when empty.
+  std::string description;
   // sparkle:version, the build's CFBundleVersion, which Sparkle compares.
   std::string version;
   // sparkle:shortVersionString, the version the user sees.

@@ -10,6 +10,7 @@
 #include "base/RegularFile.h"
 #include "release/Appcast.h"
 #include "release/Base64.h"
+#include "release/Changelog.h"
 #include "release/SparkleSigningKey.h"
 #include "release/SparkleVersionOrder.h"
 
@@ -20,7 +21,7 @@ namespace {
 // Every option takes a value.
 constexpr std::string_view valueOptions[] = {
     "--feed",          "--new-feed",    "--archive",     "--url",       "--version",
-    "--short-version", "--minimum-system-version",      "--private-key", "--public-key",
+    "--short-version", "--minimum-system-version",      "--private-key", "--public-key", "--changelog",
 };
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -78,6 +79,7 @@ std::variant<AppcastRelease, AppcastRelease::Error> AppcastRelease::parse(const 
   release.minimumSystemVersion = values["--minimum-system-version"];
   release.privateKeyPath = values["--private-key"];
   release.publicKey = values["--public-key"];
+  release.changelogPath = values["--changelog"];
   release.publicationDate = now;
   if (values.contains("--new-feed")) release.newFeedLink = values["--new-feed"];
 
@@ -104,13 +106,14 @@ std::variant<AppcastRelease, AppcastRelease::Error> AppcastRelease::parse(const 
 std::variant<AppcastItem, AppcastRelease::Error> AppcastRelease::add() const {
   const auto keyText = RegularFile::read(privateKeyPath, maxKeyFileBytes);
   if (!keyText) return Error{"cannot read the private key file " + privateKeyPath};
-  auto key = SparkleSigningKey::fromExportedKey(*keyText);
+  auto key = SparkleSigningKey::forPublicKey(*keyText, publicKey);
   if (const auto* error = std::get_if<SparkleSigningKey::Error>(&key)) return Error{error->message};
   const auto& signingKey = std::get<SparkleSigningKey>(key);
-  if (signingKey.publicKey() != publicKey) {
-    return Error{"the private key does not belong to the public key " + publicKey + " (its own is " +
-                 signingKey.publicKey() + ")"};
-  }
+
+  const auto changelog = RegularFile::read(changelogPath, maxChangelogBytes);
+  if (!changelog) return Error{"cannot read the changelog " + changelogPath};
+  auto notes = Changelog::releaseNotes(*changelog, shortVersion);
+  if (const auto* error = std::get_if<Changelog::Error>(&notes)) return Error{error->message};
 
   const auto archive = RegularFile::read(archivePath, maxArchiveBytes);
   if (!archive) return Error{"cannot read the archive " + archivePath + " (a regular file of at most 1 GiB)"};
@@ -146,6 +149,7 @@ std::variant<AppcastItem, AppcastRelease::Error> AppcastRelease::add() const {
 
   AppcastItem item;
   item.title = "Version " + shortVersion;
+  item.description = std::move(std::get<std::string>(notes));
   item.version = version;
   item.shortVersion = shortVersion;
   item.minimumSystemVersion = minimumSystemVersion;

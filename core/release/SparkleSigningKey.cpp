@@ -44,6 +44,20 @@ std::variant<SparkleSigningKey, SparkleSigningKey::Error> SparkleSigningKey::fro
   return SparkleSigningKey(key);
 }
 
+std::variant<SparkleSigningKey, SparkleSigningKey::Error> SparkleSigningKey::forPublicKey(std::string_view text,
+                                                                                        std::string_view publicKey) {
+  const auto expected = Base64::decode(publicKey);
+  if (!expected || expected->size() != 32) {
+    return Error{"the public key needs to be the base64 of a 32-byte Ed25519 key, as SUPublicEDKey holds it"};
+  }
+  auto key = fromExportedKey(text);
+  if (const auto* signingKey = std::get_if<SparkleSigningKey>(&key); signingKey && signingKey->publicKey() != publicKey) {
+    return Error{"the private key does not belong to the public key " + std::string(publicKey) + " (its own is " +
+                 signingKey->publicKey() + ")"};
+  }
+  return key;
+}
+
 std::string SparkleSigningKey::publicKey() const {
   unsigned char bytes[32];
   std::size_t size = sizeof bytes;

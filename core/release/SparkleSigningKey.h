@@ -28,6 +28,11 @@ class SparkleSigningKey {
   // ignored.
   static std::variant<SparkleSigningKey, Error> fromExportedKey(std::string_view text);
 
+  // The key from the file's text, refused unless its public key is
+  // `publicKey` (the app's SUPublicEDKey, base64): a release signed with any
+  // other key would be refused by every installed copy.
+  static std::variant<SparkleSigningKey, Error> forPublicKey(std::string_view text, std::string_view publicKey);
+
   // The base64 of the 32-byte public key: the app's SUPublicEDKey.
   std::string publicKey() const;
 

@@ -19,6 +19,10 @@ class SMAppServiceLidHelperRegistration final : public LidHelperRegistration {
   LidHelperStatus status() const override;
   // Throws std::runtime_error carrying the system's own description.
   void registerHelper() override;
+  // Removes the helper from Login Items and stops it; a helper that is not
+  // registered is no failure. Throws std::runtime_error carrying the
+  // system's own description.
+  void unregisterHelper();
 
  private:
   SMAppService* service_;

@@ -28,4 +28,14 @@ void SMAppServiceLidHelperRegistration::registerHelper() {
   throw std::runtime_error(description ? description : "The helper could not be registered.");
 }
 
+void SMAppServiceLidHelperRegistration::unregisterHelper() {
+  NSError* error = nil;
+  if ([service_ unregisterAndReturnError:&error]) return;
+  // Unregistering an unregistered service fails (kSMErrorJobNotFound); what
+  // matters is that nothing is registered.
+  if (service_.status == SMAppServiceStatusNotRegistered) return;
+  const char* description = error.localizedDescription.UTF8String;
+  throw std::runtime_error(description ? description : "The helper could not be unregistered.");
+}
+
 }  // namespace wakeloft

@@ -37,6 +37,7 @@ class AppcastReleaseTest : public ::testing::Test {
     release.archivePath = directory.write("Wakeloft-1.2.zip", archive);
     release.privateKeyPath = directory.write("key", std::string(testing::rfcSeed) + "\n");
     release.publicKey = rfcPublicKey;
+    release.changelogPath = directory.write("CHANGELOG.md", "# Changelog\n\n## [1.2] - 2026-05-01\n- Fixed <b> & `x`\n\n## [1.1]\n- Old\n");
     release.url = "https://github.com/wakeloft/wakeloft/releases/download/v1.2/Wakeloft-1.2.zip";
     release.version = "1.2";
     release.shortVersion = "1.2";
@@ -70,8 +71,14 @@ TEST_F(AppcastReleaseTest, TheReleaseIsAddedKeepingEveryEarlierByteAndTheFileMod
   EXPECT_TRUE(written.ends_with(earlierFeed.substr(firstItem)));
   EXPECT_EQ(written.substr(firstItem, 8), "\t\t<item>");
   EXPECT_EQ(std::get<Appcast>(Appcast::read(written)).versions(), (std::vector<std::string>{"1.2", "1.1", "1.0"}));
+  // The notes are the version's section alone, escaped so the feed still reads.
+  EXPECT_NE(written.find("<description>&lt;ul&gt;&lt;li&gt;Fixed &amp;lt;b&amp;gt; &amp;amp; &lt;code&gt;x&lt;/code&gt;"
+                         "&lt;/li&gt;&lt;/ul&gt;</description>"),
+            std::string::npos)
+      << written;
+  EXPECT_EQ(written.find("Old"), std::string::npos);
   EXPECT_EQ(std::filesystem::status(release.feedPath).permissions(), std::filesystem::perms(0640));
-  EXPECT_EQ(files(), 3u);
+  EXPECT_EQ(files(), 4u);
 
   std::filesystem::remove(release.feedPath);
   release.newFeedLink = "https://wakeloft.app/appcast.xml";
@@ -104,6 +111,7 @@ TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {
       {[this](AppcastRelease& r) { r.privateKeyPath = directory.write("old", std::string(128, 'A')); },
        "older 96-byte form"},
       {[this](AppcastRelease& r) { r.privateKeyPath = directory.path() / "absent"; }, "cannot read the private key"},
+      {[](AppcastRelease& r) { r.shortVersion = "1.3"; }, "CHANGELOG.md has no section \"## [1.3]\""},
       {[this](AppcastRelease& r) { r.archivePath = directory.path(); }, "cannot read the archive"},
       {[this](AppcastRelease& r) { r.archivePath = directory.write("empty.zip", ""); }, "is empty"},
       {[](AppcastRelease& r) { r.newFeedLink = "https://wakeloft.app"; }, "is already there"},
@@ -128,7 +136,8 @@ TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {
 TEST_F(AppcastReleaseTest, CommandLineNamesEachOptionAndChecksItsValue) {
   const std::vector<std::string> full = {
       "--feed", "f.xml", "--archive", "a.zip", "--url", "https://x/a.zip", "--version", "120", "--short-version", "1.2",
-      "--minimum-system-version", "14.0", "--private-key", "k", "--public-key", std::string(rfcPublicKey)};
+      "--minimum-system-version", "14.0", "--private-key", "k", "--public-key", std::string(rfcPublicKey),
+      "--changelog", "CHANGELOG.md"};
   const auto parsed = AppcastRelease::parse(full, 7);
   ASSERT_TRUE(std::holds_alternative<AppcastRelease>(parsed));
   EXPECT_EQ(std::get<AppcastRelease>(parsed).version, "120");

@@ -36,6 +36,9 @@ TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTermsAndRefusesValuesItCann
   EXPECT_NE(cask.output.find("  url \"https://github.com/wakeloft/wakeloft/releases/download/v#{version}/"
                              "Wakeloft-#{version}.zip\",\n      verified: \"github.com/wakeloft/wakeloft/\"\n"),
             std::string::npos);
+  EXPECT_NE(cask.output.find("    url \"https://github.com/wakeloft/wakeloft/releases/latest/download/appcast.xml\"\n"
+                             "    strategy :sparkle\n"),
+            std::string::npos);
   EXPECT_EQ(cask.output.find('@'), std::string::npos) << "a placeholder is left";
 
   const std::tuple<std::string, std::string, std::string, std::string> refused[] = {
