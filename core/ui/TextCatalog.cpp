@@ -49,6 +49,7 @@ std::span<const TextKey> TextCatalog::all() {
       notInApplications,
       openLoginItemsAndExtensions,
       openLoginItems,
+      spokenError,
       settings,
       choosePresetDurations,
       aboutWakeloft,
@@ -58,6 +59,7 @@ std::span<const TextKey> TextCatalog::all() {
       sendFeedback,
       quitWakeloft,
       presetDurations,
+      showsInPanel,
       presetDurationsHint,
       version,
       stoppedAtBatteryFloor,
@@ -74,6 +76,7 @@ std::span<const TextKey> TextCatalog::all() {
       safety,
       batteryFloor,
       batteryFloorPercent,
+      batteryFloorNever,
       batteryFloorHint,
       stopInLowPowerMode,
       stopInLowPowerModeHint,
@@ -96,6 +99,7 @@ std::span<const TextKey> TextCatalog::all() {
       spokenOnUntilProcessEnds,
       spokenTimeLeftOrUntilProcessEnds,
       spokenLessThanAMinuteLeftOrUntilProcessEnds,
+      untilProcessesEnd,
   };
   return keys;
 }
