@@ -22,7 +22,8 @@ StringsDictFile countedTexts(TextTable table) {
   NSData* data = url ? [NSData dataWithContentsOfURL:url] : nil;
   if (!data) return none;
   try {
-    const auto list = CFPropertyListParser().parse(std::span(static_cast<const std::uint8_t*>(data.bytes), data.length));
+    const std::span<const std::uint8_t> bytes(static_cast<const std::uint8_t*>(data.bytes), data.length);
+    const auto list = CFPropertyListParser().parse(bytes);
     return StringsDictFile::from(list).value_or(none);
   } catch (const PropertyListError&) {
     return none;
