@@ -10,8 +10,9 @@
 namespace wakeloft {
 
 // The interface's words as the app's bundle has them for the user's
-// language: each key is looked up in its table, then the placeholders are
-// filled by the portable format code. Main thread or not, the bundle's
+// language: each key is looked up in its table, a counted text's plural form
+// in the table's strings dictionary, then the placeholders are filled by the
+// portable format code. Main thread or not, the bundle's
 // tables do not change while the app runs.
 namespace BundleTexts {
 

@@ -144,7 +144,9 @@ NSView* note(const PanelNote& content, NSColor* color, CGFloat width, const Perf
   [mark.widthAnchor constraintEqualToConstant:symbolWidth].active = YES;
 
   NSMutableArray<NSView*>* lines = [NSMutableArray array];
-  [lines addObject:wrappingLabel(BundleTexts::string(content.text), footnote, color, width - symbolWidth - gap)];
+  NSTextField* text = wrappingLabel(BundleTexts::string(content.text), footnote, color, width - symbolWidth - gap);
+  [text setAccessibilityLabel:BundleTexts::string(content.spokenLabel(BundleTexts::lookup()))];
+  [lines addObject:text];
   if (content.link) [lines addObject:linkButton(*content.link, perform)];
 
   NSStackView* marked = row(@[ mark, column(lines, 2) ], gap);

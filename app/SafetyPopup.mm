@@ -5,6 +5,7 @@
 #import "ActionHandler.h"
 #include "BundleTexts.h"
 #include "PanelViews.h"
+#include "RunningAppLanguage.h"
 #include "base/MainThread.h"
 #include "base/Observation.h"
 #include "ui/SafetyPopupContent.h"
@@ -39,7 +40,7 @@ NSTextField* hintLabel(const LocalizedText& text) {
 
 // The layout never changes; render only sets the values.
 - (void)loadView {
-  const auto content = SafetyPopupContent::current(*_lid);
+  const auto content = SafetyPopupContent::current(*_lid, RunningAppLanguage::locale());
   __weak SafetyPopup* weakSelf = self;
 
   NSTextField* title =
@@ -75,8 +76,12 @@ NSTextField* hintLabel(const LocalizedText& text) {
                        const bool on = static_cast<NSButton*>(sender).state == NSControlStateValueOn;
                        SafetyPopupContent::set(setting, on, *strongSelf->_lid);
                      }];
+    // The line under the switch is its help, not an element of its own.
+    NSTextField* hint = hintLabel(row.hint);
+    [hint setAccessibilityElement:NO];
+    [box setAccessibilityHelp:hint.stringValue];
     [_switches addObject:box];
-    [views addObject:PanelViews::column(@[ box, hintLabel(row.hint) ], SafetyPopupContent::rowSpacing)];
+    [views addObject:PanelViews::column(@[ box, hint ], SafetyPopupContent::rowSpacing)];
   }
   [views addObject:hintLabel(content.heatNote)];
 
@@ -89,7 +94,7 @@ NSTextField* hintLabel(const LocalizedText& text) {
 
 - (void)render {
   requireMainThread("SafetyPopup render");
-  const auto content = SafetyPopupContent::current(*_lid);
+  const auto content = SafetyPopupContent::current(*_lid, RunningAppLanguage::locale());
   for (std::size_t i = 0; i < _floorPercents.size(); ++i) {
     if (_floorPercents[i] == content.chosenFloor) [_floors selectItemAtIndex:static_cast<NSInteger>(i)];
   }

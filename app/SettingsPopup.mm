@@ -68,7 +68,8 @@ constexpr CGFloat width = 240;
   NSArray<NSView*>* oldRows = [_rows.arrangedSubviews copy];
   const NSUInteger focusedRow = [oldRows indexOfObjectIdenticalTo:(id)self.view.window.firstResponder];
   for (NSView* old in oldRows) [old removeFromSuperview];
-  for (const auto& row : content.rows) [_rows addArrangedSubview:[self starButton:row]];
+  NSString* help = BundleTexts::string(content.rowHelp);
+  for (const auto& row : content.rows) [_rows addArrangedSubview:[self starButton:row help:help]];
   // Rebuilt rows keep the keyboard on the row it was on.
   if (focusedRow != NSNotFound && focusedRow < _rows.arrangedSubviews.count) {
     [self.view.window makeFirstResponder:_rows.arrangedSubviews[focusedRow]];
@@ -79,9 +80,10 @@ constexpr CGFloat width = 240;
 }
 
 // A toggle drawn as a star, yellow and filled when on, before the duration.
-- (NSButton*)starButton:(const SettingsPopupContent::Row&)row {
+- (NSButton*)starButton:(const SettingsPopupContent::Row&)row help:(NSString*)help {
   NSButton* star = [NSButton buttonWithTitle:BundleTexts::string(row.label) target:nil action:nil];
   [star setAccessibilityLabel:BundleTexts::string(row.spokenLabel)];
+  [star setAccessibilityHelp:help];
   [star setButtonType:NSButtonTypePushOnPushOff];
   star.bordered = NO;
   star.image = PanelViews::symbol(row.symbolName(), NSFontTextStyleBody);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/NumberWords.h"
 #include "status/AwakeExplanation.h"
 #include "status/CountdownText.h"
 #include "status/MenuBarIcon.h"
@@ -95,8 +96,8 @@ std::optional<PanelNote> precautionNote(LidClosePrecaution precaution) {
 
 using Rule = DeepwakeGuardrails::Stop::Rule;
 
-LocalizedText stopText(const DeepwakeGuardrails::Stop& stop) {
-  const auto floor = static_cast<std::int32_t>(stop.batteryFloor);
+LocalizedText stopText(const DeepwakeGuardrails::Stop& stop, const std::string& locale) {
+  const auto floor = NumberWords::percent(stop.batteryFloor, locale);
   switch (stop.rule) {
     case Rule::batteryFloor:
       return {stop.whenTurningOn ? TextCatalog::refusedAtBatteryFloor : TextCatalog::stoppedAtBatteryFloor, {floor}};
@@ -108,9 +109,10 @@ LocalizedText stopText(const DeepwakeGuardrails::Stop& stop) {
   return TextCatalog::stoppedWhenLidOpened;
 }
 
-std::optional<PanelNote> guardrailNote(const LidAwakeController& lid) {
+std::optional<PanelNote> guardrailNote(const LidAwakeController& lid, const std::string& locale) {
   if (const auto& stop = lid.guardrailStop()) {
-    return PanelNote{stop->rule == Rule::criticalHeat ? NoteSymbol::heat : NoteSymbol::information, stopText(*stop)};
+    return PanelNote{stop->rule == Rule::criticalHeat ? NoteSymbol::heat : NoteSymbol::information,
+                     stopText(*stop, locale)};
   }
   const auto& conditions = lid.machineConditions();
   switch (lid.guardrailNotice()) {
@@ -122,8 +124,8 @@ std::optional<PanelNote> guardrailNote(const LidAwakeController& lid) {
   }
   return PanelNote{NoteSymbol::information,
                    {TextCatalog::onBatteryWithFloor,
-                    {static_cast<std::int32_t>(conditions.batteryCharge.value_or(0)),
-                     static_cast<std::int32_t>(lid.guardrailSettings().batteryFloor)}}};
+                    {NumberWords::percent(conditions.batteryCharge.value_or(0), locale),
+                     NumberWords::percent(lid.guardrailSettings().batteryFloor, locale)}}};
 }
 
 // The charge on battery is there to see; what ended, paused or warns of
@@ -190,7 +192,7 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
                    TextCatalog::deepwakeCaption,
                    precautionNote(lid.precaution()),
                    failureNote(lid.lastFailure()),
-                   guardrailNote(lid)},
+                   guardrailNote(lid, locale)},
       .retry = {},
       .login = loginSection(*controllers.loginItem, system),
   };

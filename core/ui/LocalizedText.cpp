@@ -32,8 +32,18 @@ LocalizedText LocalizedText::verbatim(std::string text) { return {std::nullopt, 
 std::string LocalizedText::resolved(const TextLookup& lookup) const {
   if (!key_) return words_;
   if (lookup) {
-    if (const auto translation = lookup(*key_)) {
-      if (auto text = StringFormat::formatted(*translation, arguments_)) return std::move(*text);
+    std::vector<TextKey> keys;
+    for (const auto& argument : arguments_) {
+      if (const auto* count = std::get_if<TextCount>(&argument)) {
+        keys.push_back(key_->inPluralForm(count->category));
+        break;
+      }
+    }
+    keys.push_back(*key_);
+    for (const auto key : keys) {
+      if (const auto translation = lookup(key)) {
+        if (auto text = StringFormat::formatted(*translation, arguments_)) return std::move(*text);
+      }
     }
   }
   return english();

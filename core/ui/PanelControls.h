@@ -1,10 +1,12 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "ui/LocalizedText.h"
 #include "ui/PanelAction.h"
+#include "ui/TextCatalog.h"
 
 namespace wakeloft {
 
@@ -54,6 +56,13 @@ struct PanelNote {
   NoteSymbol symbol;
   LocalizedText text;
   std::optional<PanelButton> link = std::nullopt;
+
+  // What VoiceOver reads for the text: an error says it is one, since its
+  // symbol, the only other sign, is not read.
+  std::string spokenLabel(const TextLookup& lookup) const {
+    if (symbol != NoteSymbol::error) return text.resolved(lookup);
+    return LocalizedText(TextCatalog::spokenError, {text.resolved(lookup)}).resolved(lookup);
+  }
 
   friend bool operator==(const PanelNote&, const PanelNote&) = default;
 };

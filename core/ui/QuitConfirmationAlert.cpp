@@ -44,7 +44,7 @@ QuitConfirmationAlert::Wording QuitConfirmationAlert::deepwake(std::optional<dou
 LocalizedSentences QuitConfirmationAlert::sentences(std::optional<double> remaining, const std::string& locale,
                                                     LocalizedText consequence) {
   if (!remaining) return {{std::move(consequence)}};
-  return {{LocalizedText(TextCatalog::leftInThisSession, {AwakeDuration{*remaining}.label(locale)}),
+  return {{LocalizedText(TextCatalog::leftInThisSession, {AwakeDuration{*remaining}.spokenLabel(locale)}),
            std::move(consequence)}};
 }
 

@@ -44,7 +44,8 @@ struct QuitConfirmationAlert {
   LayoutDirection layoutDirection = LayoutDirection::leftToRight;
 
   // Nothing for `quitNow`: there is nothing to ask. Durations are put into
-  // words for `locale`, the app's resolved one.
+  // full words for `locale`, the app's resolved one: VoiceOver reads the
+  // alert whole.
   static std::optional<QuitConfirmationAlert> make(const QuitConfirmation& confirmation, const std::string& locale,
                                                    LayoutDirection layoutDirection);
 

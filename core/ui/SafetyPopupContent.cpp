@@ -1,7 +1,6 @@
 #include "ui/SafetyPopupContent.h"
 
-#include <cstdint>
-
+#include "base/NumberWords.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
@@ -19,14 +18,14 @@ bool& field(DeepwakeGuardrails::Settings& settings, SafetyPopupContent::Setting 
 
 }  // namespace
 
-SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid) {
+SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, const std::string& locale) {
   auto settings = lid.guardrailSettings();
   SafetyPopupContent content{TextCatalog::safety, TextCatalog::batteryFloor, {}, settings.batteryFloor,
                              TextCatalog::batteryFloorHint, {}, TextCatalog::heatAlwaysStops};
   for (const int floor : DeepwakeGuardrails::Settings::batteryFloors) {
-    content.floors.push_back({floor, floor == 0 ? LocalizedText(TextCatalog::statusOff)
+    content.floors.push_back({floor, floor == 0 ? LocalizedText(TextCatalog::batteryFloorNever)
                                                 : LocalizedText(TextCatalog::batteryFloorPercent,
-                                                                {static_cast<std::int32_t>(floor)})});
+                                                                {NumberWords::percent(floor, locale)})});
   }
   const auto row = [&](Setting setting, TextKey title, TextKey hint) {
     content.switches.push_back({setting, title, field(settings, setting), hint});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "lid/DeepwakeGuardrails.h"
@@ -17,7 +18,7 @@ struct SafetyPopupContent {
   static constexpr double sectionSpacing = 12;
 
   struct FloorChoice {
-    // 0 is off.
+    // 0 is off: "Never".
     int percent;
     LocalizedText label;
     friend bool operator==(const FloorChoice&, const FloorChoice&) = default;
@@ -27,6 +28,8 @@ struct SafetyPopupContent {
     Setting setting;
     LocalizedText title;
     bool isOn;
+    // Shown under the switch, and the switch's accessibility help, where
+    // VoiceOver reads it instead of as a text of its own.
     LocalizedText hint;
     friend bool operator==(const Switch&, const Switch&) = default;
   };
@@ -40,7 +43,8 @@ struct SafetyPopupContent {
   // Heat has no switch: it always stops Deepwake.
   LocalizedText heatNote;
 
-  static SafetyPopupContent current(const LidAwakeController& lid);
+  // Percentages are written for `locale`, the app's resolved one.
+  static SafetyPopupContent current(const LidAwakeController& lid, const std::string& locale);
 
   static void chooseFloor(int percent, LidAwakeController& lid);
   static void set(Setting setting, bool on, LidAwakeController& lid);

@@ -10,7 +10,8 @@ namespace wakeloft {
 SettingsPopupContent SettingsPopupContent::current(const PresetDurationsController& presets,
                                                    const std::string& locale) {
   const auto& pinned = presets.pinned();
-  SettingsPopupContent content{TextCatalog::presetDurations, {}, TextCatalog::presetDurationsHint};
+  SettingsPopupContent content{TextCatalog::presetDurations, {}, TextCatalog::presetDurationsHint,
+                               TextCatalog::showsInPanel};
   for (const auto& duration : PresetDurations::candidates) {
     const bool starred = std::find(pinned.begin(), pinned.end(), duration) != pinned.end();
     content.rows.push_back({duration, LocalizedText::verbatim(duration.label(locale)),

@@ -29,6 +29,8 @@ struct SettingsPopupContent {
   LocalizedText title;
   std::vector<Row> rows;
   LocalizedText hint;
+  // Every row's accessibility help: what a star does.
+  LocalizedText rowHelp;
 
   // Durations are put into words for `locale`, the app's resolved one.
   static SettingsPopupContent current(const PresetDurationsController& presets, const std::string& locale);

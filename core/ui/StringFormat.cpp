@@ -14,12 +14,13 @@ struct Piece {
 
 struct Parsed {
   std::vector<Piece> pieces;
-  std::vector<Conversion> conversions;
+  // By position; a gap is a position no placeholder names.
+  std::vector<std::optional<Conversion>> conversions;
 };
 
 std::optional<Parsed> parse(std::string_view format) {
   Parsed parsed;
-  std::vector<std::optional<Conversion>> byPosition;
+  auto& byPosition = parsed.conversions;
   bool positional = false;
   bool plain = false;
   std::size_t nextPlain = 0;
@@ -76,31 +77,37 @@ std::optional<Parsed> parse(std::string_view format) {
     parsed.pieces.push_back({{}, index});
   }
 
-  for (const auto& conversion : byPosition) {
-    if (!conversion) return std::nullopt;
-    parsed.conversions.push_back(*conversion);
-  }
   return parsed;
 }
 
 bool fits(Conversion conversion, const TextArgument& argument) {
   return conversion == Conversion::words ? std::holds_alternative<std::string>(argument)
-                                         : std::holds_alternative<std::int32_t>(argument);
+                                         : !std::holds_alternative<std::string>(argument);
 }
 
 }  // namespace
 
 std::optional<std::vector<Conversion>> conversions(std::string_view format) {
-  auto parsed = parse(format);
+  const auto parsed = parse(format);
   if (!parsed) return std::nullopt;
-  return std::move(parsed->conversions);
+  std::vector<Conversion> result;
+  for (const auto& conversion : parsed->conversions) {
+    if (!conversion) return std::nullopt;
+    result.push_back(*conversion);
+  }
+  return result;
 }
 
 std::optional<std::string> formatted(std::string_view format, std::span<const TextArgument> arguments) {
   const auto parsed = parse(format);
-  if (!parsed || parsed->conversions.size() != arguments.size()) return std::nullopt;
+  if (!parsed || parsed->conversions.size() > arguments.size()) return std::nullopt;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
-    if (!fits(parsed->conversions[i], arguments[i])) return std::nullopt;
+    const auto conversion = i < parsed->conversions.size() ? parsed->conversions[i] : std::nullopt;
+    // Only a count may go unsaid: a plural form can put it in words ("one
+    // process").
+    if (conversion ? !fits(*conversion, arguments[i]) : !std::holds_alternative<TextCount>(arguments[i])) {
+      return std::nullopt;
+    }
   }
 
   std::string text;
@@ -112,6 +119,8 @@ std::optional<std::string> formatted(std::string_view format, std::span<const Te
     const auto& argument = arguments[*piece.argument];
     if (const auto* words = std::get_if<std::string>(&argument)) {
       text += *words;
+    } else if (const auto* count = std::get_if<TextCount>(&argument)) {
+      text += count->digits;
     } else {
       text += std::to_string(std::get<std::int32_t>(argument));
     }

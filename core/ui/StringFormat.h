@@ -11,9 +11,9 @@
 namespace wakeloft {
 
 // The small part of the platform's printf-style format strings that the
-// app's texts use: "%@" for words, "%d" for a number, "%%" for a percent
-// sign, and positional forms such as "%2$@", which a translation needs when
-// its word order differs from the English one.
+// app's texts use: "%@" for words, "%d" for a code or a count, "%%" for a
+// percent sign, and positional forms such as "%2$@", which a translation
+// needs when its word order differs from the English one.
 namespace StringFormat {
 
 enum class Conversion { words, number };
@@ -25,7 +25,8 @@ enum class Conversion { words, number };
 std::optional<std::vector<Conversion>> conversions(std::string_view format);
 
 // The format with its placeholders filled. Nothing when the format is
-// malformed or the arguments do not match its conversions in number and kind.
+// malformed or the arguments do not match its conversions in number and
+// kind; a count alone may have no placeholder.
 std::optional<std::string> formatted(std::string_view format, std::span<const TextArgument> arguments);
 
 }  // namespace StringFormat

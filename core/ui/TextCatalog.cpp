@@ -50,6 +50,7 @@ std::span<const TextKey> TextCatalog::all() {
       notInApplications,
       openLoginItemsAndExtensions,
       openLoginItems,
+      spokenError,
       settings,
       choosePresetDurations,
       aboutWakeloft,
@@ -59,6 +60,7 @@ std::span<const TextKey> TextCatalog::all() {
       sendFeedback,
       quitWakeloft,
       presetDurations,
+      showsInPanel,
       presetDurationsHint,
       version,
       stoppedAtBatteryFloor,
@@ -75,6 +77,7 @@ std::span<const TextKey> TextCatalog::all() {
       safety,
       batteryFloor,
       batteryFloorPercent,
+      batteryFloorNever,
       batteryFloorHint,
       stopInLowPowerMode,
       stopInLowPowerModeHint,
@@ -99,6 +102,7 @@ std::span<const TextKey> TextCatalog::all() {
       spokenOnUntilProcessEnds,
       spokenTimeLeftOrUntilProcessEnds,
       spokenLessThanAMinuteLeftOrUntilProcessEnds,
+      untilProcessesEnd,
   };
   return keys;
 }

@@ -9,6 +9,15 @@ namespace wakeloft {
 // Every text the user interface can show, with its table. The English
 // tables in the app's resources hold exactly these keys, which the tests
 // check both ways.
+//
+// Numbers reach a text as words in the locale's digits ("%@", from
+// `NumberWords`), percentages with the locale's sign; only a system's error
+// code is a "%d" of its own. A counted text, whose words change with a
+// number, is a key with one "%d" filled by a `TextCount`: its English
+// "other" wording is the key, in the .strings tables as every key is, and
+// its wording per plural category goes into the same table's .stringsdict
+// in each language (en and de: one, other; ar: zero, one, two, few, many,
+// other). The tests check that each language has its categories.
 class TextCatalog {
  public:
   static std::span<const TextKey> all();
@@ -92,6 +101,7 @@ class TextCatalog {
       TextTable::standard};
   static constexpr TextKey openLoginItemsAndExtensions{"Open Login Items & Extensions\u2026", TextTable::standard};
   static constexpr TextKey openLoginItems{"Open Login Items\u2026", TextTable::standard};
+  static constexpr TextKey spokenError{"Error: %@", TextTable::standard};
 
   // --- Settings menu and its popovers ---
   static constexpr TextKey settings{"Settings", TextTable::standard};
@@ -103,19 +113,20 @@ class TextCatalog {
   static constexpr TextKey sendFeedback{"Send Feedback", TextTable::standard};
   static constexpr TextKey quitWakeloft{"Quit Wakeloft", TextTable::standard};
   static constexpr TextKey presetDurations{"Preset durations", TextTable::standard};
+  static constexpr TextKey showsInPanel{"Shows this duration in the panel", TextTable::standard};
   static constexpr TextKey presetDurationsHint{"Star up to three. If you don't star any, the panel shows no presets.",
                                                TextTable::standard};
   static constexpr TextKey version{"Version %@", TextTable::standard};
 
   // --- Deepwake guardrails: in the panel and in the Safety popover ---
-  static constexpr TextKey stoppedAtBatteryFloor{"Deepwake stopped because the battery fell to %d%%.",
+  static constexpr TextKey stoppedAtBatteryFloor{"Deepwake stopped because the battery fell to %@.",
                                                  TextTable::deepwake};
   static constexpr TextKey stoppedInLowPowerMode{"Deepwake stopped because Low Power Mode came on.",
                                                  TextTable::deepwake};
   static constexpr TextKey stoppedByHeat{
       "Deepwake stopped because your Mac got too hot. With the lid closed, it can sleep now.", TextTable::deepwake};
   static constexpr TextKey stoppedWhenLidOpened{"Deepwake stopped because the lid was opened.", TextTable::deepwake};
-  static constexpr TextKey refusedAtBatteryFloor{"Deepwake can't stay on while the battery is at %d%% or less.",
+  static constexpr TextKey refusedAtBatteryFloor{"Deepwake can't stay on while the battery is at %@ or less.",
                                                  TextTable::deepwake};
   static constexpr TextKey refusedInLowPowerMode{"Deepwake can't stay on while Low Power Mode is on.",
                                                  TextTable::deepwake};
@@ -124,11 +135,12 @@ class TextCatalog {
       "Paused, waiting for power. Deepwake goes on again when your Mac is plugged in.", TextTable::deepwake};
   static constexpr TextKey runningHot{"Your Mac is running hot. Deepwake stops if it gets any hotter.",
                                       TextTable::deepwake};
-  static constexpr TextKey onBatteryWithFloor{"On battery at %1$d%%. Deepwake stops at %2$d%%.", TextTable::deepwake};
+  static constexpr TextKey onBatteryWithFloor{"On battery at %1$@. Deepwake stops at %2$@.", TextTable::deepwake};
   static constexpr TextKey safetyMenuItem{"Safety\u2026", TextTable::standard};
   static constexpr TextKey safety{"Safety", TextTable::standard};
   static constexpr TextKey batteryFloor{"Stop at battery level", TextTable::standard};
-  static constexpr TextKey batteryFloorPercent{"At %d%%", TextTable::standard};
+  static constexpr TextKey batteryFloorPercent{"At %@", TextTable::standard};
+  static constexpr TextKey batteryFloorNever{"Never", TextTable::standard};
   static constexpr TextKey batteryFloorHint{"On battery, Deepwake stops when the charge falls to this level.",
                                             TextTable::deepwake};
   static constexpr TextKey stopInLowPowerMode{"Stop in Low Power Mode", TextTable::standard};
@@ -170,6 +182,8 @@ class TextCatalog {
                                                             TextTable::standard};
   static constexpr TextKey spokenLessThanAMinuteLeftOrUntilProcessEnds{
       "Wakeloft, on, less than a minute left or until \u201C%@\u201D ends", TextTable::standard};
+  // Counted: %d is how many processes the session waits for.
+  static constexpr TextKey untilProcessesEnd{"until %d processes end", TextTable::standard};
 };
 
 }  // namespace wakeloft

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
+#include "base/PluralCategory.h"
 #include "ui/TextTable.h"
 
 namespace wakeloft {
@@ -16,6 +18,15 @@ class TextKey {
   constexpr std::string_view key() const { return key_; }
   constexpr TextTable table() const { return table_; }
 
+  // A counted text's wording for one plural category, which the table's
+  // strings dictionary holds under the same key; nothing for the key itself.
+  constexpr std::optional<PluralCategory> pluralForm() const { return pluralForm_; }
+  constexpr TextKey inPluralForm(PluralCategory category) const {
+    TextKey form = *this;
+    form.pluralForm_ = category;
+    return form;
+  }
+
   friend constexpr bool operator==(TextKey, TextKey) = default;
 
  private:
@@ -24,6 +35,7 @@ class TextKey {
 
   std::string_view key_;
   TextTable table_;
+  std::optional<PluralCategory> pluralForm_;
 };
 
 }  // namespace wakeloft

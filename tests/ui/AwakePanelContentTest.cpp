@@ -237,7 +237,7 @@ TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOr
   panel = content();
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
   EXPECT_EQ(panel.deepwake.guardrail,
-            (PanelNote{NoteSymbol::information, {TextCatalog::stoppedAtBatteryFloor, {std::int32_t{20}}}}));
+            (PanelNote{NoteSymbol::information, {TextCatalog::stoppedAtBatteryFloor, {std::string("20%")}}}));
   EXPECT_EQ(panel.header.spokenLabel(nullptr),
             "Wakeloft, on, 2 hours left. Deepwake stopped because the battery fell to 20%.");
 

@@ -4,11 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "AppTables.h"
 #include "TestControllers.h"
+#include "prefs/PresetDurations.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
 #include "ui/MenuBarItem.h"
@@ -17,6 +20,7 @@
 #include "ui/SafetyPopupContent.h"
 #include "ui/SettingsMenu.h"
 #include "ui/SettingsPopupContent.h"
+#include "base/Utf8.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
@@ -43,7 +47,10 @@ std::vector<AwakeFailure> everyFailure() {
 
 void collect(KeySet& keys, const std::optional<PanelNote>& note) {
   if (!note) return;
-  collect(keys, note->text);
+  note->spokenLabel([&](TextKey key) -> std::optional<std::string> {
+    keys.emplace(std::string(key.key()), key.table());
+    return std::nullopt;
+  });
   if (note->link) {
     collect(keys, note->link->title);
     if (note->link->accessibilityLabel) collect(keys, *note->link->accessibilityLabel);
@@ -169,8 +176,9 @@ KeySet produced() {
   const auto chooser = SettingsPopupContent::current(*app.presets, "en_US");
   collect(keys, chooser.title);
   collect(keys, chooser.hint);
+  collect(keys, chooser.rowHelp);
   for (const auto& row : chooser.rows) collect(keys, row.label);
-  const auto safety = SafetyPopupContent::current(*app.lid);
+  const auto safety = SafetyPopupContent::current(*app.lid, "en_US");
   for (const auto& text : {safety.title, safety.floorTitle, safety.floorHint, safety.heatNote}) collect(keys, text);
   for (const auto& floor : safety.floors) collect(keys, floor.label);
   for (const auto& row : safety.switches) {
@@ -197,9 +205,74 @@ KeySet produced() {
 TEST(ProducedTextsTest, TheCatalogIsExactlyWhatTheInterfaceProduces) {
   KeySet catalog;
   for (const auto& key : TextCatalog::all()) catalog.emplace(std::string(key.key()), key.table());
-  const auto keys = produced();
+  auto keys = produced();
+  // Counted, for the panel's holds on several processes, which come next.
+  keys.emplace(std::string(TextCatalog::untilProcessesEnd.key()), TextCatalog::untilProcessesEnd.table());
   for (const auto& key : keys) EXPECT_TRUE(catalog.contains(key)) << "not in the catalog: " << key.first;
   for (const auto& key : catalog) EXPECT_TRUE(keys.contains(key)) << "produced by nothing: " << key.first;
+}
+
+// Everything VoiceOver reads whole, in `locale`, with sessions of each of
+// `seconds`: the panel's header, labels and help, the preset chooser's rows,
+// the quit alerts.
+std::vector<std::string> spokenTexts(const std::string& locale, const TextLookup& lookup,
+                                     const std::vector<double>& seconds) {
+  std::vector<std::string> texts;
+  const auto say = [&](const std::optional<LocalizedText>& text) { texts.push_back(text ? text->resolved(lookup) : ""); };
+  const auto sayPanel = [&](const testing::TestControllers& app) {
+    const auto panel = AwakePanelContent::current(app.controllers(), locale, {15, 0, 0});
+    texts.push_back(panel.header.spokenLabel(lookup));
+    for (const auto& preset : panel.sessionControls.presets) say(preset.accessibilityLabel);
+    for (const auto* toggle : {&panel.deepwake.toggle, &panel.login.toggle}) say(toggle->accessibilityHelp);
+    for (const auto& note : {panel.deepwake.guardrail, panel.deepwake.failure, panel.retry.failure}) {
+      texts.push_back(note ? note->spokenLabel(lookup) : "");
+    }
+  };
+  testing::TestControllers idle;
+  idle.start();
+  sayPanel(idle);
+  for (const auto& row : SettingsPopupContent::current(*idle.presets, locale).rows) say(row.spokenLabel);
+  for (const double length : seconds) {
+    testing::TestControllers app;
+    app.processes->start(4242, 7, "make");
+    app.start();
+    app.awake->turnOn(length);
+    sayPanel(app);
+    app.binding->hold(4242, length);
+    sayPanel(app);
+    for (const auto& question : {QuitConfirmation::awakeMode(length), QuitConfirmation::deepwake(length)}) {
+      const auto alert = QuitConfirmationAlert::make(question, locale, LayoutDirection::leftToRight);
+      texts.push_back(alert->title.resolved(lookup) + " " + alert->message.resolved(lookup));
+    }
+  }
+  return texts;
+}
+
+// Whether `text` holds `form` as a whole: not the start of a longer word,
+// as the short "25 د" starts the full "25 دقيقة".
+bool holdsWhole(std::string_view text, std::string_view form) {
+  for (auto at = text.find(form); at != std::string_view::npos; at = text.find(form, at + 1)) {
+    const auto rest = text.substr(at + form.size());
+    const char32_t next = rest.empty() ? U' ' : Utf8::front(rest).value;
+    const bool latin = (next < 0x80 && std::isalpha(static_cast<int>(next))) || (next >= 0xC0 && next <= 0x24F);
+    if (!latin && !(next >= 0x0620 && next <= 0x064A)) return true;
+  }
+  return false;
+}
+
+TEST(ProducedTextsTest, NothingVoiceOverReadsHasAShortDurationInAnyLanguage) {
+  const std::vector<double> seconds{600, 1500, 5400};
+  for (const auto& [language, locale] :
+       std::vector<std::pair<std::string, std::string>>{{"en", "en_US"}, {"de", "de_DE"}, {"ar", "ar"}}) {
+    SCOPED_TRACE(locale);
+    std::vector<std::string> shortForms;
+    for (const double length : seconds) shortForms.push_back(AwakeDuration{length}.label(locale));
+    for (const auto& preset : PresetDurations::candidates) shortForms.push_back(preset.label(locale));
+    const testing::LanguageTables tables(language);
+    for (const auto& text : spokenTexts(locale, tables.lookup(), seconds)) {
+      for (const auto& form : shortForms) EXPECT_FALSE(holdsWhole(text, form)) << "\"" << form << "\" in: " << text;
+    }
+  }
 }
 
 }  // namespace

@@ -34,18 +34,18 @@ TEST(QuitConfirmationAlertTest, TheConsequenceAloneWithoutTimeLeftWhichComesFirs
   const auto english =
       QuitConfirmationAlert::make(QuitConfirmation::awakeMode(1500), "en_US", LayoutDirection::leftToRight);
   ASSERT_TRUE(english);
-  EXPECT_EQ(english->message.english(), std::string("25m left in this session. ") + awakeConsequence);
+  EXPECT_EQ(english->message.english(), std::string("25 minutes left in this session. ") + awakeConsequence);
 
   const auto germanLabel = QuitConfirmationAlert::sentences(5400, "de_DE", TextCatalog::quit);
   ASSERT_EQ(germanLabel.sentences().size(), 2u);
-  const LocalizedText timeLeft(TextCatalog::leftInThisSession, {AwakeDuration{5400}.label("de_DE")});
+  const LocalizedText timeLeft(TextCatalog::leftInThisSession, {AwakeDuration{5400}.spokenLabel("de_DE")});
   EXPECT_EQ(germanLabel.sentences()[0], timeLeft);
   EXPECT_EQ(germanLabel.sentences()[1], LocalizedText(TextCatalog::quit));
 
   const auto deepwake = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
   ASSERT_TRUE(deepwake);
   EXPECT_EQ(deepwake->title.english(), "Quit and end Deepwake?");
-  EXPECT_EQ(deepwake->message.english(), std::string("1h left in this session. ") + deepwakeConsequence);
+  EXPECT_EQ(deepwake->message.english(), std::string("1 hour left in this session. ") + deepwakeConsequence);
   EXPECT_EQ(deepwake->buttons[0].title.english(), "Quit and end Deepwake");
   EXPECT_EQ(deepwake->buttons[1].keyEquivalent, std::string(QuitConfirmationAlert::escapeKey));
   EXPECT_EQ(deepwake->layoutDirection, LayoutDirection::rightToLeft);

@@ -13,10 +13,10 @@ TEST(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresAndAppliesChanges) {
   testing::TestControllers app;
   app.guardrails->setSettings({.batteryFloor = 30, .stopsWhenLidOpens = true});
   app.start();
-  auto content = SafetyPopupContent::current(*app.lid);
+  auto content = SafetyPopupContent::current(*app.lid, "en_US");
   EXPECT_EQ(content.chosenFloor, 30);
   ASSERT_EQ(content.floors.size(), 5u);
-  EXPECT_EQ(content.floors[0].label.english(), "Off");
+  EXPECT_EQ(content.floors[0].label.english(), "Never");
   EXPECT_EQ(content.floors[4].label.english(), "At 50%");
   ASSERT_EQ(content.switches.size(), 3u);
   EXPECT_EQ(content.switches[0].title.english(), "Stop in Low Power Mode");
@@ -31,7 +31,7 @@ TEST(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresAndAppliesChanges) {
   const DeepwakeGuardrails::Settings expected{.batteryFloor = 0, .stopsInLowPowerMode = false,
                                               .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true};
   EXPECT_EQ(app.guardrails->settings(), expected);
-  content = SafetyPopupContent::current(*app.lid);
+  content = SafetyPopupContent::current(*app.lid, "en_US");
   EXPECT_EQ(content.chosenFloor, 0);
   EXPECT_FALSE(content.switches[0].isOn);
   EXPECT_TRUE(content.switches[2].isOn);

@@ -34,5 +34,14 @@ TEST(StringFormatTest, FillsPlaceholdersInOrderOrByPositionButArgumentsThatDoNot
   }
 }
 
+TEST(StringFormatTest, ACountIsWrittenInItsDigitsAndAloneMayGoUnsaid) {
+  const TextCount three{3, "٣", PluralCategory::few};
+  EXPECT_EQ(format("until %d end", {three}), "until ٣ end");
+  EXPECT_EQ(format("until one ends", {three}), "until one ends");
+  EXPECT_EQ(format("%2$@ alone", {three, std::string("x")}), "x alone");
+  EXPECT_EQ(format("%2$@ alone", {std::string("a"), std::string("x")}), std::nullopt);
+  EXPECT_EQ(format("%@", {three}), std::nullopt);
+}
+
 }  // namespace
 }  // namespace wakeloft

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "AppTables.h"
+#include "base/NumberWords.h"
 #include "base/Utf8.h"
 #include "ui/StringFormat.h"
 #include "ui/TextCatalog.h"
@@ -121,6 +122,42 @@ TEST(TextTablesTest, ArabicTextsAreArabicAndStartRightToLeft) {
       }
       EXPECT_TRUE(arabic) << entry.key;
       EXPECT_EQ(paragraphDirection(entry.value), Direction::rightToLeft) << entry.key;
+    }
+  }
+}
+
+// The categories the language's plural rules put whole numbers in.
+std::set<PluralCategory> categoriesOf(const std::string& language) {
+  std::set<PluralCategory> categories;
+  for (int count = 0; count <= 1000; ++count) categories.insert(NumberWords::pluralCategory(count, language));
+  return categories;
+}
+
+TEST(TextTablesTest, EveryCountedTextIsACatalogKeyWithAWordingForEachPluralCategoryOfItsLanguage) {
+  for (const std::string language : {"en", "de", "ar"}) {
+    SCOPED_TRACE(language);
+    const auto categories = categoriesOf(language);
+    for (const auto table : allTextTables) {
+      const auto strings = loadTable(language, table);
+      const auto dictionary = testing::loadDictionary(language + ".lproj/" + std::string(tableName(table)));
+      for (const auto& [key, forms] : dictionary.entries()) {
+        EXPECT_TRUE(catalogKeys(table).contains(key) && strings.find(key)) << "not a key of its table: " << key;
+        EXPECT_EQ(StringFormat::conversions(key), std::vector{StringFormat::Conversion::number}) << key;
+        std::set<PluralCategory> found;
+        for (const auto& [category, words] : forms) {
+          found.insert(category);
+          EXPECT_NE(StringFormat::formatted(words, {{TextCount::of(5, language)}}), std::nullopt) << words;
+        }
+        EXPECT_EQ(found, categories) << key;
+      }
+    }
+    // The probe the Mac's plural rules are asked through answers each
+    // category with its own name.
+    const auto probe = testing::loadDictionary(language + ".lproj/PluralCategory");
+    for (const auto category : allPluralCategories) {
+      const auto* words = probe.find("%lld", category);
+      ASSERT_TRUE(words);
+      EXPECT_EQ(*words, pluralCategoryName(categories.contains(category) ? category : PluralCategory::other));
     }
   }
 }

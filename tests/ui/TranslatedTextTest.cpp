@@ -7,6 +7,7 @@
 #include "TestControllers.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/QuitConfirmationAlert.h"
+#include "ui/SafetyPopupContent.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
@@ -42,10 +43,69 @@ TEST(TranslatedTextTest, APanelAndAQuitQuestionInGermanAndArabicWithTheirDuratio
   const auto alert = QuitConfirmationAlert::make(QuitConfirmation::deepwake(1500), "ar", LayoutDirection::rightToLeft);
   ASSERT_TRUE(alert);
   const std::string message = alert->message.resolved(arabic.lookup());
-  const std::string label = AwakeDuration{1500}.label("ar");
+  const std::string label = AwakeDuration{1500}.spokenLabel("ar");
   EXPECT_EQ(message.find("\u064A\u062A\u0628\u0642\u0649 " + label), 0u);  // "%@ left" comes first
   EXPECT_NE(message.find("Deepwake"), std::string::npos);
   EXPECT_EQ(alert->buttons[1].title.resolved(arabic.lookup()), "\u0625\u0644\u063A\u0627\u0621");
+}
+
+struct Language {
+  std::string tables;
+  std::string locale;
+};
+const Language english{"en", "en_US"}, german{"de", "de_DE"}, arabic{"ar", "ar"};
+
+TEST(TranslatedTextTest, TheQuitAlertSaysTheTimeLeftInFullWordsInEachLanguage) {
+  for (const auto& [language, expected] : std::vector<std::pair<Language, std::string>>{
+           {english, "1 hour, 30 minutes left in this session."},
+           {german, "Noch 1 Stunde, 30 Minuten in dieser Sitzung."},
+           {arabic, "\u064A\u062A\u0628\u0642\u0649 \u0633\u0627\u0639\u0629 \u0648\u0663\u0660 "
+                    "\u062F\u0642\u064A\u0642\u0629 \u0641\u064A \u0647\u0630\u0647 \u0627\u0644\u062C\u0644\u0633\u0629."},
+       }) {
+    const auto alert =
+        QuitConfirmationAlert::make(QuitConfirmation::awakeMode(5400), language.locale, LayoutDirection::leftToRight);
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->message.sentences()[0].resolved(LanguageTables(language.tables).lookup()), expected);
+  }
+}
+
+TEST(TranslatedTextTest, PercentagesHaveTheLocalesDigitsAndSign) {
+  TestControllers app;
+  app.start();
+  for (const auto& [language, expected] : std::vector<std::pair<Language, std::string>>{
+           {english, "At 20%"}, {german, "Bei 20\u00A0%"}, {arabic, "\u0639\u0646\u062F \u0662\u0660\u066A\u061C"}}) {
+    const auto floors = SafetyPopupContent::current(*app.lid, language.locale).floors;
+    ASSERT_EQ(floors[2].percent, 20);
+    EXPECT_EQ(floors[2].label.resolved(LanguageTables(language.tables).lookup()), expected);
+  }
+}
+
+TEST(TranslatedTextTest, ACountPicksItsWordingByTheLocalesPluralRules) {
+  struct Case {
+    Language language;
+    int count;
+    PluralCategory category;
+    std::string expected;
+  };
+  const std::string until = "\u062D\u062A\u0649 \u062A\u0646\u062A\u0647\u064A ";  // "until ... end"
+  const std::string process = " \u0639\u0645\u0644\u064A\u0629";
+  for (const auto& [language, count, category, expected] : std::vector<Case>{
+           {arabic, 0, PluralCategory::zero, until + "\u0660" + process},
+           {arabic, 1, PluralCategory::one, until + "\u0639\u0645\u0644\u064A\u0629 \u0648\u0627\u062D\u062F\u0629"},
+           {arabic, 2, PluralCategory::two, until + "\u0639\u0645\u0644\u064A\u062A\u0627\u0646"},
+           {arabic, 3, PluralCategory::few, until + "\u0663 \u0639\u0645\u0644\u064A\u0627\u062A"},
+           {arabic, 11, PluralCategory::many, until + "\u0661\u0661" + process},
+           {arabic, 100, PluralCategory::other, until + "\u0661\u0660\u0660" + process},
+           {german, 1, PluralCategory::one, "bis 1 Prozess endet"},
+           {german, 2, PluralCategory::other, "bis 2 Prozesse enden"},
+           {english, 1, PluralCategory::one, "until 1 process ends"},
+       }) {
+    SCOPED_TRACE(language.locale + " " + std::to_string(count));
+    const auto counted = TextCount::of(count, language.locale);
+    EXPECT_EQ(counted.category, category);
+    const LocalizedText text(TextCatalog::untilProcessesEnd, {counted});
+    EXPECT_EQ(text.resolved(LanguageTables(language.tables).lookup()), expected);
+  }
 }
 
 }  // namespace
