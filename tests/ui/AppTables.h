@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "LibplistPropertyListParser.h"
 #include "base/RegularFile.h"
+#include "support/SystemPropertyListParser.h"
 #include "ui/LocalizedText.h"
 #include "ui/StringsDictFile.h"
 #include "ui/StringsFile.h"
@@ -44,7 +44,7 @@ inline StringsDictFile loadDictionary(const std::string& name) {
   const auto bytes = RegularFile::read(path, 1 << 20);
   if (!bytes) return empty;
   try {
-    const auto list = LibplistPropertyListParser().parse(
+    const auto list = SystemPropertyListParser().parse(
         std::span(reinterpret_cast<const std::uint8_t*>(bytes->data()), bytes->size()));
     if (auto file = StringsDictFile::from(list)) return std::move(*file);
   } catch (const std::exception& error) {

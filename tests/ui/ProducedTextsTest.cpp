@@ -218,7 +218,9 @@ TEST(ProducedTextsTest, TheCatalogIsExactlyWhatTheInterfaceProduces) {
 std::vector<std::string> spokenTexts(const std::string& locale, const TextLookup& lookup,
                                      const std::vector<double>& seconds) {
   std::vector<std::string> texts;
-  const auto say = [&](const std::optional<LocalizedText>& text) { texts.push_back(text ? text->resolved(lookup) : ""); };
+  const auto say = [&](const std::optional<LocalizedText>& text) {
+    texts.push_back(text ? text->resolved(lookup) : "");
+  };
   const auto sayPanel = [&](const testing::TestControllers& app) {
     const auto panel = AwakePanelContent::current(app.controllers(), locale, {15, 0, 0});
     texts.push_back(panel.header.spokenLabel(lookup));
