@@ -7,6 +7,7 @@
 #include "BundleTexts.h"
 #include "CodeSigningIdentity.h"
 #include "DispatchProcessExitWatcher.h"
+#include "DistributedAutomationOutcomePublisher.h"
 #include "IOKitPowerAssertions.h"
 #include "LibprocProcessTable.h"
 #include "SMAppServiceLidHelperRegistration.h"
@@ -119,7 +120,7 @@ WakeloftApp* theApp = nil;
         WakeloftApp* strongApp = weakApp;
         [strongApp showPanelForAutomation];
       },
-      logAutomation);
+      logAutomation, std::make_shared<DistributedAutomationOutcomePublisher>());
   // The delegate lives no longer than this app value, which owns both.
   AutomationHandler* automation = _automation.get();
   [_quitConfirmation followAddressesWith:[automation](std::string_view address) { automation->open(address); }];
