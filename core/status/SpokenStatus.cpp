@@ -12,11 +12,4 @@ SpokenStatus SpokenStatus::describing(bool isOn, std::optional<double> remaining
   return lessThanAMinuteLeft();
 }
 
-SpokenStatus SpokenStatus::describing(bool isOn, std::optional<double> remaining,
-                                      std::optional<std::string> boundProcess) {
-  auto status = describing(isOn, remaining);
-  if (isOn) status.boundProcess_ = std::move(boundProcess);
-  return status;
-}
-
 }  // namespace wakeloft

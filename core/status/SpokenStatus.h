@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #include "session/AwakeDuration.h"
 
@@ -22,21 +21,15 @@ class SpokenStatus {
   // down to whole minutes, so it is never told as more than is left; under a
   // minute, or not a number, is `lessThanAMinuteLeft`.
   static SpokenStatus describing(bool isOn, std::optional<double> remaining);
-  // The same for a session that also ends when a process ends, named by
-  // `boundProcess`; it is told while the session is on.
-  static SpokenStatus describing(bool isOn, std::optional<double> remaining, std::optional<std::string> boundProcess);
 
   Kind kind() const { return kind_; }
   // The time left of `timeLeft`; nothing for the other cases.
   std::optional<AwakeDuration> left() const {
     return kind_ == Kind::timeLeft ? std::optional<AwakeDuration>(left_) : std::nullopt;
   }
-  // The process the session ends with, when it is on.
-  const std::optional<std::string>& boundProcess() const { return boundProcess_; }
 
   friend bool operator==(const SpokenStatus& a, const SpokenStatus& b) {
-    return a.kind_ == b.kind_ && (a.kind_ != Kind::timeLeft || a.left_ == b.left_) &&
-           a.boundProcess_ == b.boundProcess_;
+    return a.kind_ == b.kind_ && (a.kind_ != Kind::timeLeft || a.left_ == b.left_);
   }
 
  private:
@@ -44,7 +37,6 @@ class SpokenStatus {
 
   Kind kind_;
   AwakeDuration left_;
-  std::optional<std::string> boundProcess_;
 };
 
 }  // namespace wakeloft

@@ -9,47 +9,60 @@
 #include "status/SpokenStatus.h"
 #include "ui/FailureText.h"
 #include "ui/TextCatalog.h"
+#include "ui/TextCount.h"
 
 namespace wakeloft {
 
 namespace {
 
-// The name of the process the session also ends with, when automation bound one.
-std::optional<std::string> boundProcessName(const Controllers& controllers) {
-  if (!controllers.binding) return std::nullopt;
+// The processes the session also ends with, when automation bound some:
+// the one's name, or how many.
+struct BoundProcesses {
+  std::size_t count = 0;
+  std::string name;
+};
+
+BoundProcesses boundProcesses(const Controllers& controllers) {
+  if (!controllers.binding) return {};
   const auto processes = controllers.binding->endingLast();
-  if (processes.size() != 1) return std::nullopt;
-  return processes.front().name;
+  if (processes.empty()) return {};
+  return {processes.size(), processes.front().name};
 }
 
-LocalizedText spokenStatus(const AwakeController& awake, const std::optional<std::string>& bound,
-                           const std::string& locale) {
-  const auto status = SpokenStatus::describing(awake.isOn(), awake.remaining(), bound);
-  const auto& process = status.boundProcess();
+// Several processes are named only while none of their holds has an end, so
+// only the texts without time left count them.
+LocalizedText untilBound(const BoundProcesses& bound, TextKey one, TextKey several, const std::string& locale) {
+  if (bound.count == 1) return {one, {bound.name}};
+  return {several, {TextCount::of(static_cast<std::int64_t>(bound.count), locale)}};
+}
+
+LocalizedText spokenStatus(const AwakeController& awake, const BoundProcesses& bound, const std::string& locale) {
+  const auto status = SpokenStatus::describing(awake.isOn(), awake.remaining());
+  const bool isBound = bound.count > 0;
   switch (status.kind()) {
     case SpokenStatus::Kind::off: return TextCatalog::spokenOff;
     case SpokenStatus::Kind::on:
-      if (process) return {TextCatalog::spokenOnUntilProcessEnds, {*process}};
-      return TextCatalog::spokenOn;
+      if (!isBound) return TextCatalog::spokenOn;
+      return untilBound(bound, TextCatalog::spokenOnUntilProcessEnds, TextCatalog::spokenOnUntilProcessesEnd, locale);
     case SpokenStatus::Kind::lessThanAMinuteLeft:
-      if (process) return {TextCatalog::spokenLessThanAMinuteLeftOrUntilProcessEnds, {*process}};
+      if (isBound) return {TextCatalog::spokenLessThanAMinuteLeftOrUntilProcessEnds, {bound.name}};
       return TextCatalog::spokenLessThanAMinuteLeft;
     case SpokenStatus::Kind::timeLeft: break;
   }
   const auto left = status.left()->spokenLabel(locale);
-  if (process) return {TextCatalog::spokenTimeLeftOrUntilProcessEnds, {left, *process}};
+  if (isBound) return {TextCatalog::spokenTimeLeftOrUntilProcessEnds, {left, bound.name}};
   return {TextCatalog::spokenTimeLeft, {left}};
 }
 
-LocalizedText statusLineOf(const AwakeController& awake, const std::optional<std::string>& bound,
-                           const std::string& locale) {
+LocalizedText statusLineOf(const AwakeController& awake, const BoundProcesses& bound, const std::string& locale) {
   if (!awake.isOn()) return TextCatalog::statusOff;
+  const bool isBound = bound.count > 0;
   if (!awake.activeUntil()) {
-    if (bound) return {TextCatalog::statusOnUntilProcessEnds, {*bound}};
-    return TextCatalog::statusOn;
+    if (!isBound) return TextCatalog::statusOn;
+    return untilBound(bound, TextCatalog::statusOnUntilProcessEnds, TextCatalog::statusOnUntilProcessesEnd, locale);
   }
   const auto countdown = CountdownText::formatted(awake.remaining().value_or(0), locale);
-  if (bound) return {TextCatalog::statusOnWithTimeLeftOrUntilProcessEnds, {countdown, *bound}};
+  if (isBound) return {TextCatalog::statusOnWithTimeLeftOrUntilProcessEnds, {countdown, bound.name}};
   return {TextCatalog::statusOnWithTimeLeft, {countdown}};
 }
 
@@ -176,11 +189,12 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
                                              const OperatingSystemVersion& system) {
   const auto& awake = *controllers.awake;
   const auto& lid = *controllers.lid;
+  const auto bound = boundProcesses(controllers);
 
   AwakePanelContent content{
       .header = {MenuBarIcon::current(awake.isOn(), awake.activeUntil(), lid.isOn()).glyph(), TextCatalog::wakeloft,
-                 spokenStatus(awake, boundProcessName(controllers), locale)},
-      .statusLine = statusLineOf(awake, boundProcessName(controllers), locale),
+                 spokenStatus(awake, bound, locale)},
+      .statusLine = statusLineOf(awake, bound, locale),
       .explanation = sentenceFor(AwakeExplanation::describing(awake.isOn(), awake.activeUntil(), lid.isOn())),
       .mainButton = {awake.isOn() ? TextCatalog::turnOff : TextCatalog::turnOn, PanelAction::toggleAwakeMode()},
       .sessionControls = sessionControlsFor(awake, *controllers.presets, locale),

@@ -102,7 +102,8 @@ std::span<const TextKey> TextCatalog::all() {
       spokenOnUntilProcessEnds,
       spokenTimeLeftOrUntilProcessEnds,
       spokenLessThanAMinuteLeftOrUntilProcessEnds,
-      untilProcessesEnd,
+      statusOnUntilProcessesEnd,
+      spokenOnUntilProcessesEnd,
   };
   return keys;
 }

@@ -182,8 +182,10 @@ class TextCatalog {
                                                             TextTable::standard};
   static constexpr TextKey spokenLessThanAMinuteLeftOrUntilProcessEnds{
       "Wakeloft, on, less than a minute left or until \u201C%@\u201D ends", TextTable::standard};
-  // Counted: %d is how many processes the session waits for.
-  static constexpr TextKey untilProcessesEnd{"until %d processes end", TextTable::standard};
+  // Counted: %d is how many processes the session waits for, when more than
+  // one; they are counted only while none has an end, so there is no time left.
+  static constexpr TextKey statusOnUntilProcessesEnd{"On \u00B7 until %d processes end", TextTable::standard};
+  static constexpr TextKey spokenOnUntilProcessesEnd{"Wakeloft, on, until %d processes end", TextTable::standard};
 };
 
 }  // namespace wakeloft

@@ -97,6 +97,7 @@ void collectPanels(KeySet& keys) {
   app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
   app.assertion->nextRefusal = -1;
   app.processes->start(4242, 7, "make");
+  app.processes->start(4243, 8, "xcodebuild");
   app.start();
   shown(app);
   shown(app, {15, 0, 0});
@@ -114,9 +115,11 @@ void collectPanels(KeySet& keys) {
   shown(app);
   app.awake->turnOn(600);
   shown(app);
-  // Bound to a process: without a timer, with one, in its last minute.
+  // Bound to one process, then two: without a timer, with one, in its last minute.
   for (const auto seconds : {std::optional<double>(), std::optional<double>(3600)}) {
     app.binding->hold(4242, seconds);
+    shown(app);
+    app.binding->hold(4243, seconds);
     shown(app);
   }
   app.clocks.pass(3570);
@@ -206,8 +209,6 @@ TEST(ProducedTextsTest, TheCatalogIsExactlyWhatTheInterfaceProduces) {
   KeySet catalog;
   for (const auto& key : TextCatalog::all()) catalog.emplace(std::string(key.key()), key.table());
   auto keys = produced();
-  // Counted, for the panel's holds on several processes, which come next.
-  keys.emplace(std::string(TextCatalog::untilProcessesEnd.key()), TextCatalog::untilProcessesEnd.table());
   for (const auto& key : keys) EXPECT_TRUE(catalog.contains(key)) << "not in the catalog: " << key.first;
   for (const auto& key : catalog) EXPECT_TRUE(keys.contains(key)) << "produced by nothing: " << key.first;
 }
@@ -237,11 +238,14 @@ std::vector<std::string> spokenTexts(const std::string& locale, const TextLookup
   for (const double length : seconds) {
     testing::TestControllers app;
     app.processes->start(4242, 7, "make");
+    app.processes->start(4243, 8, "xcodebuild");
     app.start();
     app.awake->turnOn(length);
     sayPanel(app);
-    app.binding->hold(4242, length);
-    sayPanel(app);
+    for (const int pid : {4242, 4243}) {
+      app.binding->hold(pid, length);
+      sayPanel(app);
+    }
     for (const auto& question : {QuitConfirmation::awakeMode(length), QuitConfirmation::deepwake(length)}) {
       const auto alert = QuitConfirmationAlert::make(question, locale, LayoutDirection::leftToRight);
       texts.push_back(alert->title.resolved(lookup) + " " + alert->message.resolved(lookup));

@@ -88,7 +88,10 @@ TEST(TranslatedTextTest, ACountPicksItsWordingByTheLocalesPluralRules) {
     PluralCategory category;
     std::string expected;
   };
-  const std::string until = "\u062D\u062A\u0649 \u062A\u0646\u062A\u0647\u064A ";  // "until ... end"
+  // "On · until ... end"
+  const std::string until =
+      "\u0642\u064A\u062F \u0627\u0644\u062A\u0634\u063A\u064A\u0644 \u00B7 \u062D\u062A\u0649 "
+      "\u062A\u0646\u062A\u0647\u064A ";
   const std::string process = " \u0639\u0645\u0644\u064A\u0629";
   for (const auto& [language, count, category, expected] : std::vector<Case>{
            {arabic, 0, PluralCategory::zero, until + "\u0660" + process},
@@ -97,15 +100,28 @@ TEST(TranslatedTextTest, ACountPicksItsWordingByTheLocalesPluralRules) {
            {arabic, 3, PluralCategory::few, until + "\u0663 \u0639\u0645\u0644\u064A\u0627\u062A"},
            {arabic, 11, PluralCategory::many, until + "\u0661\u0661" + process},
            {arabic, 100, PluralCategory::other, until + "\u0661\u0660\u0660" + process},
-           {german, 1, PluralCategory::one, "bis 1 Prozess endet"},
-           {german, 2, PluralCategory::other, "bis 2 Prozesse enden"},
-           {english, 1, PluralCategory::one, "until 1 process ends"},
+           {german, 1, PluralCategory::one, "Ein \u00B7 bis 1 Prozess endet"},
+           {german, 2, PluralCategory::other, "Ein \u00B7 bis 2 Prozesse enden"},
+           {english, 1, PluralCategory::one, "On \u00B7 until 1 process ends"},
        }) {
     SCOPED_TRACE(language.locale + " " + std::to_string(count));
     const auto counted = TextCount::of(count, language.locale);
     EXPECT_EQ(counted.category, category);
-    const LocalizedText text(TextCatalog::untilProcessesEnd, {counted});
+    const LocalizedText text(TextCatalog::statusOnUntilProcessesEnd, {counted});
     EXPECT_EQ(text.resolved(LanguageTables(language.tables).lookup()), expected);
+  }
+}
+
+TEST(TranslatedTextTest, ThePanelCountsSeveralHeldProcesses) {
+  TestControllers app;
+  app.processes->start(4242, 7, "make");
+  app.processes->start(4243, 8, "xcodebuild");
+  app.start();
+  for (const int pid : {4242, 4243}) app.binding->hold(pid, std::nullopt);
+  for (const auto& [language, expected] : std::vector<std::pair<Language, std::string>>{
+           {english, "Wakeloft, on, until 2 processes end"}, {german, "Wakeloft, ein, bis 2 Prozesse enden"}}) {
+    const auto panel = AwakePanelContent::current(app.controllers(), language.locale, {14, 0, 0});
+    EXPECT_EQ(panel.header.spokenLabel(LanguageTables(language.tables).lookup()), expected);
   }
 }
 
