@@ -201,6 +201,17 @@ NSColor* noteColor(const PanelNote& note) {
   // VoiceOver hears the caption as the switch's help, not twice.
   if (deepwake.toggle.accessibilityHelp == deepwake.caption) [caption setAccessibilityElement:NO];
   [views addObject:caption];
+  // Both answers are buttons to click: the panel may have opened without
+  // becoming active, where Return and Escape would go elsewhere.
+  if (const auto& question = deepwake.automationQuestion) {
+    const PanelNote asked{NoteSymbol::information, question->text};
+    [views addObject:PanelViews::note(asked, NSColor.labelColor, contentWidth(), _perform)];
+    [views addObject:row(@[
+      PanelViews::pushButton(question->dontAllow, NSControlSizeSmall, _perform),
+      PanelViews::pushButton(question->allow, NSControlSizeSmall, _perform)
+    ],
+                         6)];
+  }
   for (const auto& note : {deepwake.guardrail, deepwake.precaution, deepwake.failure}) {
     if (note) [views addObject:PanelViews::note(*note, noteColor(*note), contentWidth(), _perform)];
   }

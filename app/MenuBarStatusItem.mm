@@ -41,6 +41,7 @@ using namespace wakeloft;
 
   _settings = [[SettingsMenuButton alloc] initWithPresets:controllers.presets
                                                       lid:controllers.lid
+                                                  consent:controllers.consent
                                            updateReminder:SoftwareUpdate.shared.reminder
                                           checkForUpdates:^{
                                             [SoftwareUpdate.shared checkForUpdates];

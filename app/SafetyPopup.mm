@@ -25,22 +25,32 @@ NSTextField* hintLabel(const LocalizedText& text) {
 
 @implementation SafetyPopup {
   std::shared_ptr<LidAwakeController> _lid;
+  std::shared_ptr<DeepwakeAutomationConsent> _consent;
   Subscription _lidChanged;
+  Subscription _consentChanged;
   NSPopUpButton* _floors;
   std::vector<int> _floorPercents;
-  // In the content's order of switches.
+  // In the content's order of switches, then the automation switch.
   NSMutableArray<NSButton*>* _switches;
 }
 
-- (instancetype)initWithLid:(std::shared_ptr<LidAwakeController>)lid {
+- (instancetype)initWithLid:(std::shared_ptr<LidAwakeController>)lid
+                    consent:(std::shared_ptr<DeepwakeAutomationConsent>)consent {
   self = [super initWithNibName:nil bundle:nil];
-  if (self) _lid = std::move(lid);
+  if (self) {
+    _lid = std::move(lid);
+    _consent = std::move(consent);
+  }
   return self;
+}
+
+- (SafetyPopupContent)content {
+  return SafetyPopupContent::current(*_lid, RunningAppLanguage::locale(), _consent.get());
 }
 
 // The layout never changes; render only sets the values.
 - (void)loadView {
-  const auto content = SafetyPopupContent::current(*_lid, RunningAppLanguage::locale());
+  const auto content = [self content];
   __weak SafetyPopup* weakSelf = self;
 
   NSTextField* title =
@@ -66,40 +76,51 @@ NSTextField* hintLabel(const LocalizedText& text) {
       [NSMutableArray arrayWithArray:@[ title, PanelViews::row(@[ floorTitle, _floors ], 8), hintLabel(content.floorHint) ]];
 
   _switches = [NSMutableArray array];
-  for (const auto& row : content.switches) {
-    NSButton* box = [NSButton checkboxWithTitle:BundleTexts::string(row.title) target:nil action:nil];
-    const SafetyPopupContent::Setting setting = row.setting;
-    [ActionHandler attachTo:box
-                     action:^(id sender) {
-                       SafetyPopup* strongSelf = weakSelf;
-                       if (!strongSelf) return;
-                       const bool on = static_cast<NSButton*>(sender).state == NSControlStateValueOn;
-                       SafetyPopupContent::set(setting, on, *strongSelf->_lid);
-                     }];
-    // The line under the switch is its help, not an element of its own.
-    NSTextField* hint = hintLabel(row.hint);
-    [hint setAccessibilityElement:NO];
-    [box setAccessibilityHelp:hint.stringValue];
-    [_switches addObject:box];
-    [views addObject:PanelViews::column(@[ box, hint ], SafetyPopupContent::rowSpacing)];
-  }
+  for (const auto& row : content.switches) [views addObject:[self switchRow:row]];
+  // Heat closes the guardrails; whether scripts may turn Deepwake on is apart.
   [views addObject:hintLabel(content.heatNote)];
+  if (content.automation) [views addObject:[self switchRow:*content.automation]];
 
   self.view = PanelViews::popoverRoot(PanelViews::column(views, SafetyPopupContent::sectionSpacing), inset,
                                       SafetyPopupContent::width);
 
   _lidChanged = _lid->observe([weakSelf] { [weakSelf render]; });
+  // A weak reference of its own: one read twice could differ.
+  __weak SafetyPopup* weakRenderer = self;
+  if (_consent) _consentChanged = _consent->observe([weakRenderer] { [weakRenderer render]; });
   [self render];
+}
+
+// A checkbox with its hint under it, kept in `_switches`.
+- (NSView*)switchRow:(const SafetyPopupContent::Switch&)row {
+  __weak SafetyPopup* weakSelf = self;
+  NSButton* box = [NSButton checkboxWithTitle:BundleTexts::string(row.title) target:nil action:nil];
+  const SafetyPopupContent::Setting setting = row.setting;
+  [ActionHandler attachTo:box
+                   action:^(id sender) {
+                     SafetyPopup* strongSelf = weakSelf;
+                     if (!strongSelf) return;
+                     const bool on = static_cast<NSButton*>(sender).state == NSControlStateValueOn;
+                     SafetyPopupContent::set(setting, on, *strongSelf->_lid, strongSelf->_consent.get());
+                   }];
+  // The line under the switch is its help, not an element of its own.
+  NSTextField* hint = hintLabel(row.hint);
+  [hint setAccessibilityElement:NO];
+  [box setAccessibilityHelp:hint.stringValue];
+  [_switches addObject:box];
+  return PanelViews::column(@[ box, hint ], SafetyPopupContent::rowSpacing);
 }
 
 - (void)render {
   requireMainThread("SafetyPopup render");
-  const auto content = SafetyPopupContent::current(*_lid, RunningAppLanguage::locale());
+  const auto content = [self content];
   for (std::size_t i = 0; i < _floorPercents.size(); ++i) {
     if (_floorPercents[i] == content.chosenFloor) [_floors selectItemAtIndex:static_cast<NSInteger>(i)];
   }
-  for (std::size_t i = 0; i < content.switches.size() && i < _switches.count; ++i) {
-    _switches[i].state = content.switches[i].isOn ? NSControlStateValueOn : NSControlStateValueOff;
+  auto rows = content.switches;
+  if (content.automation) rows.push_back(*content.automation);
+  for (std::size_t i = 0; i < rows.size() && i < _switches.count; ++i) {
+    _switches[i].state = rows[i].isOn ? NSControlStateValueOn : NSControlStateValueOff;
   }
   [self.view layoutSubtreeIfNeeded];
   self.preferredContentSize = self.view.fittingSize;

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "lid/DeepwakeAutomationConsent.h"
 #include "lid/LidAwakeController.h"
 #include "prefs/PresetDurationsController.h"
 #include "ui/UpdateReminder.h"
@@ -20,6 +21,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 - (instancetype)initWithPresets:(std::shared_ptr<wakeloft::PresetDurationsController>)presets
                             lid:(std::shared_ptr<wakeloft::LidAwakeController>)lid
+                        consent:(std::shared_ptr<wakeloft::DeepwakeAutomationConsent>)consent
                  updateReminder:(std::shared_ptr<wakeloft::UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;

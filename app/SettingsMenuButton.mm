@@ -35,6 +35,7 @@ void openFeedbackForm() {
 @implementation SettingsMenuButton {
   std::shared_ptr<PresetDurationsController> _presets;
   std::shared_ptr<LidAwakeController> _lid;
+  std::shared_ptr<DeepwakeAutomationConsent> _consent;
   std::shared_ptr<UpdateReminder> _reminder;
   Subscription _reminderChanges;
   std::unique_ptr<SettingsMenu> _menu;
@@ -47,12 +48,14 @@ void openFeedbackForm() {
 
 - (instancetype)initWithPresets:(std::shared_ptr<PresetDurationsController>)presets
                             lid:(std::shared_ptr<LidAwakeController>)lid
+                        consent:(std::shared_ptr<DeepwakeAutomationConsent>)consent
                  updateReminder:(std::shared_ptr<UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates {
   self = [super init];
   if (!self) return nil;
   _presets = std::move(presets);
   _lid = std::move(lid);
+  _consent = std::move(consent);
   _reminder = std::move(reminder);
   void (^check)(void) = [checkForUpdates copy];
   _menu = std::make_unique<SettingsMenu>(SettingsMenu::Actions{
@@ -170,7 +173,7 @@ void openFeedbackForm() {
   NSViewController* content = nil;
   switch (*popup) {
     case SettingsMenu::Popup::settings: content = [[SettingsPopup alloc] initWithPresets:_presets]; break;
-    case SettingsMenu::Popup::safety: content = [[SafetyPopup alloc] initWithLid:_lid]; break;
+    case SettingsMenu::Popup::safety: content = [[SafetyPopup alloc] initWithLid:_lid consent:_consent]; break;
     case SettingsMenu::Popup::about: content = [[AboutPopup alloc] init]; break;
   }
   NSPopover* previous = _popover;

@@ -40,7 +40,9 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
       awake, std::make_shared<UserDefaultsProcessBindingStore>(defaults), std::move(processes), std::move(watcher),
       std::move(bindingDates), parts.deadlineScheduler(), /*restoringPreviousState=*/true);
 
-  return {std::move(awake), std::move(lid), std::move(loginItem), std::move(presets), std::move(binding)};
+  auto consent = std::make_shared<DeepwakeAutomationConsent>(defaults);
+  return {std::move(awake),   std::move(lid),     std::move(loginItem),
+          std::move(presets), std::move(binding), std::move(consent)};
 }
 
 std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,

@@ -1,5 +1,7 @@
 #include "ui/AutomationHandler.h"
 
+#include <algorithm>
+
 #include "automation/AutomationAddress.h"
 #include "base/MainThread.h"
 #include "ui/PanelAction.h"
@@ -25,6 +27,20 @@ std::string whyDeepwakeIsOff(const LidAwakeController& lid) {
 }
 
 }  // namespace
+
+std::function<void()> AutomationHandler::whenAllowed(std::optional<pid_t> heldPid) const {
+  // Not the consent itself, which keeps this.
+  Controllers acting = controllers_;
+  acting.consent = nullptr;
+  return [acting, heldPid] {
+    if (heldPid) {
+      const auto& holds = acting.binding->holds();
+      const auto held = [&](const ProcessHold& hold) { return hold.process.identity.pid == *heldPid; };
+      if (std::none_of(holds.begin(), holds.end(), held)) return;
+    }
+    if (!acting.lid->refusal()) perform(PanelAction::setDeepwake(true), acting, nullptr);
+  };
+}
 
 AutomationHandler::AutomationHandler(Controllers controllers, std::function<void()> showPanel,
                                      std::function<void(const std::string&)> log,
@@ -81,12 +97,25 @@ std::optional<std::string> AutomationHandler::follow(const AutomationRequest& re
   // The process is held whatever becomes of Deepwake: the user's work
   // matters more.
   if (!request.deepwake) return std::nullopt;
-  if (auto refused = turnOnDeepwake()) return "the session is held, but " + *refused;
+  if (auto refused = turnOnDeepwake(request.pid)) return "the session is held, but " + *refused;
   return std::nullopt;
 }
 
-std::optional<std::string> AutomationHandler::turnOnDeepwake() {
+std::optional<std::string> AutomationHandler::turnOnDeepwake(std::optional<pid_t> heldPid) {
   auto& lid = *controllers_.lid;
+  if (lid.isWanted()) return std::nullopt;
+  if (const auto& consent = controllers_.consent) {
+    using Answer = DeepwakeAutomationConsent::Answer;
+    switch (consent->answer()) {
+      case Answer::allowed: break;
+      case Answer::refused:
+        return "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings";
+      case Answer::notAsked:
+        consent->request(whenAllowed(heldPid));
+        showPanel_();
+        return "Deepwake waits until scripts and Shortcuts are allowed to turn it on, in Wakeloft's panel";
+    }
+  }
   if (!lid.refusal()) perform(PanelAction::setDeepwake(true), controllers_, nullptr);
   // Paused for power is on as far as the user is concerned.
   if (lid.isWanted()) return std::nullopt;

@@ -211,6 +211,11 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
       .login = loginSection(*controllers.loginItem, system),
   };
   content.header.spokenNote = spokenGuardrail(lid, content.deepwake.guardrail);
+  if (controllers.consent && controllers.consent->isAsking()) {
+    content.deepwake.automationQuestion = {TextCatalog::deepwakeAutomationQuestion,
+                                           {TextCatalog::dontAllow, PanelAction::answerDeepwakeAutomation(false)},
+                                           {TextCatalog::allow, PanelAction::answerDeepwakeAutomation(true)}};
+  }
   if (awake.isRequested() && !awake.isOn()) {
     content.retry.dontRetry = PanelButton{TextCatalog::dontRetry, PanelAction::stopRetrying()};
   }

@@ -57,6 +57,14 @@ struct AwakePanelContent {
   // The switch stays on while a guardrail pauses Deepwake for power: the
   // user's wish stands.
   struct Deepwake {
+    // Asked when a script or Shortcut first turns Deepwake on, until answered.
+    struct Question {
+      LocalizedText text;
+      PanelButton dontAllow;
+      PanelButton allow;
+      friend bool operator==(const Question&, const Question&) = default;
+    };
+
     PanelSwitch toggle;
     LocalizedText caption;
     std::optional<PanelNote> precaution;
@@ -64,6 +72,7 @@ struct AwakePanelContent {
     // The guardrail at work: why it stopped, the pause, the heat, or the
     // charge and the floor on battery.
     std::optional<PanelNote> guardrail = std::nullopt;
+    std::optional<Question> automationQuestion = std::nullopt;
     friend bool operator==(const Deepwake&, const Deepwake&) = default;
   };
 

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "lid/DeepwakeAutomationConsent.h"
 #include "lid/LidAwakeController.h"
 #include "prefs/LoginItemController.h"
 #include "prefs/PresetDurationsController.h"
@@ -12,13 +13,15 @@ namespace wakeloft {
 
 // The four long-lived controllers the interface reads and drives, in the
 // order the app builds them, then the process a session may be bound to by
-// automation (absent where nothing binds one).
+// automation and whether automation may turn Deepwake on (both absent where
+// no automation reaches the app).
 struct Controllers {
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
   std::shared_ptr<LoginItemController> loginItem;
   std::shared_ptr<PresetDurationsController> presets;
   std::shared_ptr<ProcessBindingController> binding = nullptr;
+  std::shared_ptr<DeepwakeAutomationConsent> consent = nullptr;
 };
 
 }  // namespace wakeloft

@@ -33,6 +33,9 @@ void perform(const PanelAction& action, const Controllers& controllers,
     case Operation::openLoginItemsSettings:
       if (openLoginItemsSettings) openLoginItemsSettings();
       return;
+    case Operation::answerDeepwakeAutomation:
+      if (controllers.consent) controllers.consent->answer(action.isOn());
+      return;
     case Operation::refreshOnOpen:
       // The login item first: the user may just have approved it. Then the
       // session, so that the lease check sees whether it still runs.

@@ -25,6 +25,8 @@ class PanelAction {
     // The login switch, with its new position.
     setOpenAtLogin,
     openLoginItemsSettings,
+    // The answer to "Allow scripts and Shortcuts to turn on Deepwake?".
+    answerDeepwakeAutomation,
     // The panel was opened: bring every controller up to date.
     refreshOnOpen,
   };
@@ -40,12 +42,15 @@ class PanelAction {
   static PanelAction stopRetrying() { return PanelAction(Operation::stopRetrying); }
   static PanelAction setOpenAtLogin(bool on) { return switchedTo(Operation::setOpenAtLogin, on); }
   static PanelAction openLoginItemsSettings() { return PanelAction(Operation::openLoginItemsSettings); }
+  static PanelAction answerDeepwakeAutomation(bool allowed) {
+    return switchedTo(Operation::answerDeepwakeAutomation, allowed);
+  }
   static PanelAction refreshOnOpen() { return PanelAction(Operation::refreshOnOpen); }
 
   Operation operation() const { return operation_; }
   // The session length of `turnOnAwakeMode`; nothing means no timer.
   const std::optional<AwakeDuration>& duration() const { return duration_; }
-  // The new position of a switch.
+  // The new position of a switch; whether automation is allowed.
   bool isOn() const { return isOn_; }
 
   friend bool operator==(const PanelAction&, const PanelAction&) = default;

@@ -11,14 +11,16 @@ bool& field(DeepwakeGuardrails::Settings& settings, SafetyPopupContent::Setting 
   switch (setting) {
     case SafetyPopupContent::Setting::stopsInLowPowerMode: return settings.stopsInLowPowerMode;
     case SafetyPopupContent::Setting::stopsWhenLidOpens: return settings.stopsWhenLidOpens;
-    case SafetyPopupContent::Setting::onlyOnPowerAdapter: break;
+    case SafetyPopupContent::Setting::onlyOnPowerAdapter:
+    case SafetyPopupContent::Setting::automationMayTurnOn: break;
   }
   return settings.onlyOnPowerAdapter;
 }
 
 }  // namespace
 
-SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, const std::string& locale) {
+SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, const std::string& locale,
+                                               const DeepwakeAutomationConsent* consent) {
   auto settings = lid.guardrailSettings();
   SafetyPopupContent content{TextCatalog::safety, TextCatalog::batteryFloor, {}, settings.batteryFloor,
                              TextCatalog::batteryFloorHint, {}, TextCatalog::heatAlwaysStops};
@@ -33,6 +35,11 @@ SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, co
   row(Setting::stopsInLowPowerMode, TextCatalog::stopInLowPowerMode, TextCatalog::stopInLowPowerModeHint);
   row(Setting::stopsWhenLidOpens, TextCatalog::stopWhenLidOpens, TextCatalog::stopWhenLidOpensHint);
   row(Setting::onlyOnPowerAdapter, TextCatalog::onlyOnPowerAdapter, TextCatalog::onlyOnPowerAdapterHint);
+  if (consent) {
+    content.automation = Switch{Setting::automationMayTurnOn, TextCatalog::deepwakeAutomationSwitch,
+                                 consent->answer() == DeepwakeAutomationConsent::Answer::allowed,
+                                 TextCatalog::deepwakeAutomationHint};
+  }
   return content;
 }
 
@@ -43,7 +50,11 @@ void SafetyPopupContent::chooseFloor(int percent, LidAwakeController& lid) {
   lid.setGuardrailSettings(settings);
 }
 
-void SafetyPopupContent::set(Setting setting, bool on, LidAwakeController& lid) {
+void SafetyPopupContent::set(Setting setting, bool on, LidAwakeController& lid, DeepwakeAutomationConsent* consent) {
+  if (setting == Setting::automationMayTurnOn) {
+    if (consent) consent->answer(on);
+    return;
+  }
   auto settings = lid.guardrailSettings();
   field(settings, setting) = on;
   lid.setGuardrailSettings(settings);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "lid/DeepwakeAutomationConsent.h"
 #include "lid/DeepwakeGuardrails.h"
 #include "lid/LidAwakeController.h"
 #include "ui/LocalizedText.h"
@@ -10,8 +12,9 @@
 namespace wakeloft {
 
 // The Safety popover, opened from the settings menu: Deepwake's battery
-// floor as a choice, its three switches, and one line explaining each. A
-// change is stored and applied at once.
+// floor as a choice, its three switches, and one line explaining each, then
+// whether scripts and Shortcuts may turn it on. A change is stored and
+// applied at once.
 struct SafetyPopupContent {
   static constexpr double width = 280;
   static constexpr double rowSpacing = 4;
@@ -23,7 +26,7 @@ struct SafetyPopupContent {
     LocalizedText label;
     friend bool operator==(const FloorChoice&, const FloorChoice&) = default;
   };
-  enum class Setting { stopsInLowPowerMode, stopsWhenLidOpens, onlyOnPowerAdapter };
+  enum class Setting { stopsInLowPowerMode, stopsWhenLidOpens, onlyOnPowerAdapter, automationMayTurnOn };
   struct Switch {
     Setting setting;
     LocalizedText title;
@@ -42,12 +45,17 @@ struct SafetyPopupContent {
   std::vector<Switch> switches;
   // Heat has no switch: it always stops Deepwake.
   LocalizedText heatNote;
+  // Whether scripts and Shortcuts may turn Deepwake on, last; only where
+  // automation reaches the app.
+  std::optional<Switch> automation = std::nullopt;
 
-  // Percentages are written for `locale`, the app's resolved one.
-  static SafetyPopupContent current(const LidAwakeController& lid, const std::string& locale);
+  // Percentages are written for `locale`, the app's resolved one. The
+  // automation switch is there only where automation reaches the app.
+  static SafetyPopupContent current(const LidAwakeController& lid, const std::string& locale,
+                                    const DeepwakeAutomationConsent* consent = nullptr);
 
   static void chooseFloor(int percent, LidAwakeController& lid);
-  static void set(Setting setting, bool on, LidAwakeController& lid);
+  static void set(Setting setting, bool on, LidAwakeController& lid, DeepwakeAutomationConsent* consent = nullptr);
 
   friend bool operator==(const SafetyPopupContent&, const SafetyPopupContent&) = default;
 };

@@ -96,6 +96,11 @@ std::span<const TextKey> TextCatalog::all() {
       deepwakeQuitConsequence,
       deepwakeQuitConsequenceForProcesses,
       quitAndEndDeepwake,
+      deepwakeAutomationQuestion,
+      allow,
+      dontAllow,
+      deepwakeAutomationSwitch,
+      deepwakeAutomationHint,
       // Sessions bound to a process
       statusOnUntilProcessEnds,
       statusOnWithTimeLeftOrUntilProcessEnds,

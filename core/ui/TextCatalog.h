@@ -173,6 +173,16 @@ class TextCatalog {
   static constexpr TextKey deepwakeQuitConsequenceForProcesses{
       "Your Mac can sleep again with the lid open or closed. Deepwake stays off.", TextTable::deepwake};
 
+  // --- Deepwake from scripts and Shortcuts ---
+  static constexpr TextKey deepwakeAutomationQuestion{"Allow scripts and Shortcuts to turn on Deepwake?",
+                                                      TextTable::deepwake};
+  static constexpr TextKey allow{"Allow", TextTable::standard};
+  static constexpr TextKey dontAllow{"Don't Allow", TextTable::standard};
+  static constexpr TextKey deepwakeAutomationSwitch{"Scripts and Shortcuts can turn on Deepwake", TextTable::deepwake};
+  static constexpr TextKey deepwakeAutomationHint{
+      "Addresses and the wakeloft command can turn Deepwake on without asking. Turning it off never needs this.",
+      TextTable::deepwake};
+
   // --- Sessions bound to a process (automation); %@ last is the process's name ---
   static constexpr TextKey statusOnUntilProcessEnds{"On \u00B7 until \u201C%@\u201D ends", TextTable::standard};
   static constexpr TextKey statusOnWithTimeLeftOrUntilProcessEnds{"On \u00B7 %@ left or until \u201C%@\u201D ends",

@@ -6,6 +6,8 @@
 
 #include "TestControllers.h"
 #include "lid/LidSleepBlockerError.h"
+#include "ui/AwakePanelContent.h"
+#include "ui/SafetyPopupContent.h"
 
 namespace wakeloft {
 namespace {
@@ -39,6 +41,7 @@ class AutomationHandlerTest : public ::testing::Test {
 };
 
 TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDoAndWhatCannotBeReadOrFollowedChangesNothingAndIsLogged) {
+  app.consent->answer(true);
   open("wakeloft://start?for=90m");
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(5400));
   open("wakeloft://start");
@@ -101,6 +104,7 @@ TEST_F(AutomationHandlerTest, EachAddressIsAnsweredUnderItsIdAndEachHoldLetGoOfI
 }
 
 TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndIsRefusedButAProcessIsHeldAnyway) {
+  app.consent->answer(true);
   app.heatWarning->acknowledged = false;
   app.lid->refresh();
   open("wakeloft://deepwake?on=1");
@@ -124,12 +128,64 @@ TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndIsRefusedBu
 }
 
 TEST_F(AutomationHandlerTest, DeepwakePausedForPowerIsNoRefusalAndShowsNoPanel) {
+  app.consent->answer(true);
   app.machine->current.isOnBattery = true;
   app.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
   open("wakeloft://hold?pid=4242&deepwake=1&id=p");
   EXPECT_TRUE(app.lid->isPausedForPower());
   EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::accepted, "p", 0, ""}));
   EXPECT_EQ(panelShown, 0);
+}
+
+bool panelAsks(const testing::TestControllers& app) {
+  return AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).deepwake.automationQuestion.has_value();
+}
+
+const std::string waitsForConsent = "Deepwake waits until scripts and Shortcuts are allowed to turn it on, in "
+                                    "Wakeloft's panel";
+
+TEST_F(AutomationHandlerTest, DeepwakeFromAScriptAsksFirstAndAllowingCarriesTheRequestOut) {
+  open("wakeloft://deepwake?on=1&id=d");
+  EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::refused, "d", 0, waitsForConsent}));
+  EXPECT_FALSE(app.lid->isWanted());
+  EXPECT_EQ(panelShown, 1);
+  EXPECT_TRUE(panelAsks(app));
+
+  perform(PanelAction::answerDeepwakeAutomation(true), app.controllers(), nullptr);
+  EXPECT_TRUE(app.lid->isOn());
+  EXPECT_FALSE(panelAsks(app));
+  open("wakeloft://deepwake?on=0");
+  open("wakeloft://deepwake?on=1&id=e");
+  EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::accepted, "e", 0, ""}));
+  EXPECT_EQ(panelShown, 1);
+}
+
+TEST_F(AutomationHandlerTest, DeepwakeFromAScriptIsRefusedWithoutAskingOnceTheSafetySwitchIsOff) {
+  SafetyPopupContent::set(SafetyPopupContent::Setting::automationMayTurnOn, false, *app.lid, app.consent.get());
+  EXPECT_FALSE(SafetyPopupContent::current(*app.lid, "en_US", app.consent.get()).automation->isOn);
+  open("wakeloft://deepwake?on=1");
+  EXPECT_EQ(lastOutcome().reason,
+            "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings");
+  EXPECT_FALSE(app.lid->isWanted());
+  EXPECT_EQ(panelShown, 0);
+  EXPECT_FALSE(panelAsks(app));
+}
+
+TEST_F(AutomationHandlerTest, TurningDeepwakeOffFromAScriptNeverAsks) {
+  app.turnOnDeepwake();
+  open("wakeloft://deepwake?on=0");
+  EXPECT_FALSE(app.lid->isWanted());
+  EXPECT_EQ(lastOutcome().kind, AutomationOutcome::Kind::accepted);
+  EXPECT_FALSE(panelAsks(app));
+}
+
+TEST_F(AutomationHandlerTest, AHoldGoneBeforeTheAnswerTakesItsDeepwakeRequestWithIt) {
+  open("wakeloft://hold?pid=4242&deepwake=1");
+  EXPECT_EQ(lastOutcome().reason, "the session is held, but " + waitsForConsent);
+  app.processWatcher->end(4242);
+  perform(PanelAction::answerDeepwakeAutomation(true), app.controllers(), nullptr);
+  EXPECT_FALSE(app.lid->isWanted());
+  EXPECT_FALSE(app.awake->isOn());
 }
 
 }  // namespace

@@ -77,6 +77,9 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   collect(keys, panel.deepwake.precaution);
   collect(keys, panel.deepwake.failure);
   collect(keys, panel.deepwake.guardrail);
+  if (const auto& question = panel.deepwake.automationQuestion) {
+    for (const auto& text : {question->text, question->dontAllow.title, question->allow.title}) collect(keys, text);
+  }
   if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
   collect(keys, panel.retry.failure);
   collect(keys, panel.login.toggle);
@@ -99,6 +102,7 @@ void collectPanels(KeySet& keys) {
   app.processes->start(4242, 7, "make");
   app.processes->start(4243, 8, "xcodebuild");
   app.start();
+  app.consent->request([] {});
   shown(app);
   shown(app, {15, 0, 0});
   app.lid->acknowledgeHeatWarning();
@@ -181,10 +185,12 @@ KeySet produced() {
   collect(keys, chooser.hint);
   collect(keys, chooser.rowHelp);
   for (const auto& row : chooser.rows) collect(keys, row.label);
-  const auto safety = SafetyPopupContent::current(*app.lid, "en_US");
+  const auto safety = SafetyPopupContent::current(*app.lid, "en_US", app.consent.get());
   for (const auto& text : {safety.title, safety.floorTitle, safety.floorHint, safety.heatNote}) collect(keys, text);
   for (const auto& floor : safety.floors) collect(keys, floor.label);
-  for (const auto& row : safety.switches) {
+  auto rows = safety.switches;
+  if (safety.automation) rows.push_back(*safety.automation);
+  for (const auto& row : rows) {
     collect(keys, row.title);
     collect(keys, row.hint);
   }

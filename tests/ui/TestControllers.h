@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "base/InMemoryDefaultsDomain.h"
+#include "lid/DeepwakeAutomationConsent.h"
 #include "lid/InMemoryDeepwakeGuardrailStore.h"
 #include "lid/InMemoryLidAwakeStore.h"
 #include "lid/InMemoryLidSleepBlocker.h"
@@ -48,12 +50,14 @@ struct TestControllers {
   std::shared_ptr<SettableProcessTable> processes = std::make_shared<SettableProcessTable>();
   std::shared_ptr<ManualProcessExitWatcher> processWatcher = std::make_shared<ManualProcessExitWatcher>();
   std::shared_ptr<ManualDeadlineScheduler> holdTimer = std::make_shared<ManualDeadlineScheduler>();
+  InMemoryDefaultsDomain defaults;
 
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
   std::shared_ptr<LoginItemController> loginItem;
   std::shared_ptr<PresetDurationsController> presets;
   std::shared_ptr<ProcessBindingController> binding;
+  std::shared_ptr<DeepwakeAutomationConsent> consent;
 
   // As at launch: the awake controller restores what the store holds.
   void start() {
@@ -65,9 +69,10 @@ struct TestControllers {
     presets = std::make_shared<PresetDurationsController>(presetStore);
     binding = std::make_shared<ProcessBindingController>(awake, bindingStore, processes, processWatcher, clocks.dates,
                                                          holdTimer, true);
+    consent = std::make_shared<DeepwakeAutomationConsent>(defaults);
   }
 
-  Controllers controllers() const { return {awake, lid, loginItem, presets, binding}; }
+  Controllers controllers() const { return {awake, lid, loginItem, presets, binding, consent}; }
 
   // Deepwake on and confirmed by the helper, riding on a session of `length`.
   void turnOnDeepwake(std::optional<double> length = 7200) {

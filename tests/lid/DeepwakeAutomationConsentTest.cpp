@@ -1,0 +1,52 @@
+// The stored answer to whether scripts may turn Deepwake on.
+
+#include "lid/DeepwakeAutomationConsent.h"
+
+#include <gtest/gtest.h>
+
+#include "base/InMemoryDefaultsDomain.h"
+
+namespace wakeloft {
+namespace {
+
+using Answer = DeepwakeAutomationConsent::Answer;
+
+TEST(DeepwakeAutomationConsentTest, ReadsABooleanAndAsksAgainForAnythingElseWhichIsRemoved) {
+  struct Case {
+    std::optional<DefaultsValue> stored;
+    Answer answer;
+  };
+  for (const auto& [stored, answer] : std::vector<Case>{{std::nullopt, Answer::notAsked},
+                                                        {true, Answer::allowed},
+                                                        {false, Answer::refused},
+                                                        {std::int64_t{1}, Answer::notAsked},
+                                                        {"YES", Answer::notAsked}}) {
+    InMemoryDefaultsDomain defaults;
+    if (stored) defaults.set(DeepwakeAutomationConsent::key, *stored);
+    EXPECT_EQ(DeepwakeAutomationConsent(defaults).answer(), answer);
+    const bool kept = stored && stored->holds<bool>();
+    EXPECT_EQ(defaults.object(DeepwakeAutomationConsent::key).has_value(), kept);
+  }
+}
+
+TEST(DeepwakeAutomationConsentTest, TheAnswerIsKeptForTheNextLaunch) {
+  InMemoryDefaultsDomain defaults;
+  DeepwakeAutomationConsent(defaults).answer(false);
+  EXPECT_EQ(DeepwakeAutomationConsent(defaults).answer(), Answer::refused);
+}
+
+TEST(DeepwakeAutomationConsentTest, OnlyTheLatestWaitingRequestIsCarriedOut) {
+  InMemoryDefaultsDomain defaults;
+  DeepwakeAutomationConsent consent(defaults);
+  int carried = 0;
+  consent.request([&] { carried += 1; });
+  consent.request([&] { carried += 10; });
+  consent.answer(true);
+  consent.answer(true);
+  EXPECT_EQ(carried, 10);
+  consent.request([&] { carried += 100; });
+  EXPECT_EQ(carried, 110);
+}
+
+}  // namespace
+}  // namespace wakeloft
