@@ -30,8 +30,11 @@ NSTextField* hintLabel(const LocalizedText& text) {
   Subscription _consentChanged;
   NSPopUpButton* _floors;
   std::vector<int> _floorPercents;
-  // In the content's order of switches, then the automation switch.
+  // In the content's order of switches, then the automation switch; each
+  // with the line shown while a profile sets it.
   NSMutableArray<NSButton*>* _switches;
+  NSMutableArray<NSTextField*>* _managedNotes;
+  NSTextField* _floorManagedNote;
 }
 
 - (instancetype)initWithLid:(std::shared_ptr<LidAwakeController>)lid
@@ -74,12 +77,15 @@ NSTextField* hintLabel(const LocalizedText& text) {
                    }];
   NSMutableArray<NSView*>* views =
       [NSMutableArray arrayWithArray:@[ title, PanelViews::row(@[ floorTitle, _floors ], 8), hintLabel(content.floorHint) ]];
+  _floorManagedNote = hintLabel(content.managedNote);
+  [views addObject:_floorManagedNote];
 
   _switches = [NSMutableArray array];
-  for (const auto& row : content.switches) [views addObject:[self switchRow:row]];
+  _managedNotes = [NSMutableArray array];
+  for (const auto& row : content.switches) [views addObject:[self switchRow:row managedNote:content.managedNote]];
   // Heat closes the guardrails; whether scripts may turn Deepwake on is apart.
   [views addObject:hintLabel(content.heatNote)];
-  if (content.automation) [views addObject:[self switchRow:*content.automation]];
+  if (content.automation) [views addObject:[self switchRow:*content.automation managedNote:content.managedNote]];
 
   self.view = PanelViews::popoverRoot(PanelViews::column(views, SafetyPopupContent::sectionSpacing), inset,
                                       SafetyPopupContent::width);
@@ -91,8 +97,9 @@ NSTextField* hintLabel(const LocalizedText& text) {
   [self render];
 }
 
-// A checkbox with its hint under it, kept in `_switches`.
-- (NSView*)switchRow:(const SafetyPopupContent::Switch&)row {
+// A checkbox with its hint under it, kept in `_switches`, and the managed
+// note kept in `_managedNotes`.
+- (NSView*)switchRow:(const SafetyPopupContent::Switch&)row managedNote:(const LocalizedText&)managedNote {
   __weak SafetyPopup* weakSelf = self;
   NSButton* box = [NSButton checkboxWithTitle:BundleTexts::string(row.title) target:nil action:nil];
   const SafetyPopupContent::Setting setting = row.setting;
@@ -107,8 +114,10 @@ NSTextField* hintLabel(const LocalizedText& text) {
   NSTextField* hint = hintLabel(row.hint);
   [hint setAccessibilityElement:NO];
   [box setAccessibilityHelp:hint.stringValue];
+  NSTextField* managed = hintLabel(managedNote);
   [_switches addObject:box];
-  return PanelViews::column(@[ box, hint ], SafetyPopupContent::rowSpacing);
+  [_managedNotes addObject:managed];
+  return PanelViews::column(@[ box, hint, managed ], SafetyPopupContent::rowSpacing);
 }
 
 - (void)render {
@@ -117,10 +126,15 @@ NSTextField* hintLabel(const LocalizedText& text) {
   for (std::size_t i = 0; i < _floorPercents.size(); ++i) {
     if (_floorPercents[i] == content.chosenFloor) [_floors selectItemAtIndex:static_cast<NSInteger>(i)];
   }
+  // A profile may arrive or go while the popover is open.
+  _floors.enabled = !content.isFloorForced;
+  _floorManagedNote.hidden = !content.isFloorForced;
   auto rows = content.switches;
   if (content.automation) rows.push_back(*content.automation);
-  for (std::size_t i = 0; i < rows.size() && i < _switches.count; ++i) {
+  for (std::size_t i = 0; i < rows.size() && i < _switches.count && i < _managedNotes.count; ++i) {
     _switches[i].state = rows[i].isOn ? NSControlStateValueOn : NSControlStateValueOff;
+    _switches[i].enabled = !rows[i].isForced;
+    _managedNotes[i].hidden = !rows[i].isForced;
   }
   [self.view layoutSubtreeIfNeeded];
   self.preferredContentSize = self.view.fittingSize;

@@ -53,6 +53,10 @@ class DefaultsDomain {
   // The domain's own boolean reading: a missing key is false, and other
   // kinds of value are converted the way the platform converts them.
   virtual bool boolean(const std::string& key) const = 0;
+
+  // Whether a configuration profile sets the key: `object` then reads the
+  // profile's value, and the user's own changes do not count.
+  virtual bool isForced(const std::string& key) const = 0;
 };
 
 }  // namespace wakeloft

@@ -5,6 +5,7 @@
 namespace wakeloft {
 
 std::optional<DefaultsValue> InMemoryDefaultsDomain::object(const std::string& key) const {
+  if (const auto forced = forced_.find(key); forced != forced_.end()) return forced->second;
   const auto found = values_.find(key);
   if (found == values_.end()) return std::nullopt;
   return found->second;

@@ -12,7 +12,9 @@ namespace wakeloft {
 // the first such request asks in the panel; the question stays until it is
 // answered, and allowing carries out the request that asked. The answer is
 // kept as a boolean in the defaults, read strictly, and is a switch in the
-// Safety popover. Turning Deepwake off never asks. Main thread only.
+// Safety popover. Turning Deepwake off never asks. A configuration profile
+// may force the answer; then nothing asks and the user cannot change it.
+// Main thread only.
 class DeepwakeAutomationConsent {
  public:
   static constexpr const char* key = "com.wakeloft.automationMayTurnOnDeepwake";
@@ -22,6 +24,7 @@ class DeepwakeAutomationConsent {
   explicit DeepwakeAutomationConsent(DefaultsDomain& defaults);
 
   Answer answer() const { return answer_; }
+  bool isForced() const { return isForced_; }
   // A request waits for the question's answer.
   bool isAsking() const { return static_cast<bool>(waiting_); }
 
@@ -32,6 +35,8 @@ class DeepwakeAutomationConsent {
   // The panel's question, or the Safety popover's switch. Allowing carries
   // out a waiting request; refusing drops it.
   void answer(bool allowed);
+  // Reads the answer again, for a profile that arrived or changed.
+  void reload();
 
   [[nodiscard]] Subscription observe(std::function<void()> handler) { return changed_.observe(std::move(handler)); }
 
@@ -39,6 +44,7 @@ class DeepwakeAutomationConsent {
   DefaultsDomain& defaults_;
   ChangeSignal changed_;
   Answer answer_ = Answer::notAsked;
+  bool isForced_ = false;
   std::function<void()> waiting_;
 };
 

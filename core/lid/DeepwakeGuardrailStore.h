@@ -10,6 +10,8 @@ class DeepwakeGuardrailStore {
   virtual ~DeepwakeGuardrailStore() = default;
   virtual DeepwakeGuardrails::Settings settings() = 0;
   virtual void setSettings(const DeepwakeGuardrails::Settings& settings) = 0;
+  // What a configuration profile sets; `settings` reads it as the profile has it.
+  virtual DeepwakeGuardrails::Forced forced() const = 0;
 };
 
 }  // namespace wakeloft

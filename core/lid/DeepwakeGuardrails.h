@@ -33,6 +33,24 @@ class DeepwakeGuardrails {
     friend constexpr bool operator==(const Settings&, const Settings&) = default;
   };
 
+  // The settings a configuration profile sets, which the user cannot change.
+  struct Forced {
+    bool batteryFloor = false;
+    bool stopsInLowPowerMode = false;
+    bool stopsWhenLidOpens = false;
+    bool onlyOnPowerAdapter = false;
+
+    // `wanted`, with what is forced kept as it is in `current`.
+    Settings applied(Settings wanted, const Settings& current) const {
+      if (batteryFloor) wanted.batteryFloor = current.batteryFloor;
+      if (stopsInLowPowerMode) wanted.stopsInLowPowerMode = current.stopsInLowPowerMode;
+      if (stopsWhenLidOpens) wanted.stopsWhenLidOpens = current.stopsWhenLidOpens;
+      if (onlyOnPowerAdapter) wanted.onlyOnPowerAdapter = current.onlyOnPowerAdapter;
+      return wanted;
+    }
+    friend constexpr bool operator==(const Forced&, const Forced&) = default;
+  };
+
   // Why a rule ended Deepwake, or keeps it from being turned on.
   struct Stop {
     enum class Rule { batteryFloor, lowPowerMode, criticalHeat, lidOpened };

@@ -10,6 +10,9 @@ class InMemoryDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
   explicit InMemoryDeepwakeGuardrailStore(DeepwakeGuardrails::Settings settings = {}) : settings_(settings) {}
   DeepwakeGuardrails::Settings settings() override { return settings_; }
   void setSettings(const DeepwakeGuardrails::Settings& settings) override { settings_ = settings; }
+  DeepwakeGuardrails::Forced forced() const override { return forcedSettings; }
+
+  DeepwakeGuardrails::Forced forcedSettings;
 
  private:
   DeepwakeGuardrails::Settings settings_;

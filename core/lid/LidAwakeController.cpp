@@ -236,6 +236,8 @@ void LidAwakeController::acknowledgeHeatWarning() {
 
 void LidAwakeController::refresh() {
   hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
+  // A configuration profile may have arrived or changed.
+  guardrailSettings_.set(guardrailStore_->settings());
   refreshConditions();
 }
 
@@ -245,7 +247,8 @@ void LidAwakeController::refreshConditions() {
   applyGuardrails(before);
 }
 
-void LidAwakeController::setGuardrailSettings(const DeepwakeGuardrails::Settings& settings) {
+void LidAwakeController::setGuardrailSettings(const DeepwakeGuardrails::Settings& wanted) {
+  const auto settings = forcedGuardrails().applied(wanted, guardrailSettings_);
   guardrailStore_->setSettings(settings);
   guardrailSettings_.set(settings);
   applyGuardrails(machineConditions_);

@@ -52,9 +52,10 @@ class LidAwakeController {
   // Ends Deepwake and gives the lease back; the awake session runs on.
   void turnOff();
   void acknowledgeHeatWarning();
-  // Stores the settings and applies them at once.
-  void setGuardrailSettings(const DeepwakeGuardrails::Settings& settings);
-  // Reads the store and the machine conditions again.
+  // Stores the settings and applies them at once; what a profile forces
+  // stays as it is.
+  void setGuardrailSettings(const DeepwakeGuardrails::Settings& wanted);
+  // Reads the stores and the machine conditions again.
   void refresh();
   // Brings the lease in line with the awake session, and retries a give-back
   // that was not confirmed.
@@ -73,6 +74,7 @@ class LidAwakeController {
   bool hasAcknowledgedHeatWarning() const { return hasAcknowledgedHeatWarning_; }
   const MachineConditionsSnapshot& machineConditions() const { return machineConditions_; }
   const DeepwakeGuardrails::Settings& guardrailSettings() const { return guardrailSettings_; }
+  DeepwakeGuardrails::Forced forcedGuardrails() const { return guardrailStore_->forced(); }
   // The guardrail that last ended Deepwake or refused it, until the user
   // turns Deepwake on again.
   const std::optional<DeepwakeGuardrails::Stop>& guardrailStop() const { return guardrailStop_; }

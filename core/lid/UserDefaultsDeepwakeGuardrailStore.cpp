@@ -14,7 +14,7 @@ DeepwakeGuardrails::Settings UserDefaultsDeepwakeGuardrailStore::settings() {
                                                          static_cast<long long>(std::clamp(*number, -1.0, 101.0)))) {
       settings.batteryFloor = static_cast<int>(*number);
     } else {
-      defaults_.remove(batteryFloorKey);
+      removeUnlessForced(batteryFloorKey);
     }
   }
   settings.stopsInLowPowerMode = readSwitch(stopsInLowPowerModeKey, settings.stopsInLowPowerMode);
@@ -27,15 +27,29 @@ bool UserDefaultsDeepwakeGuardrailStore::readSwitch(const char* key, bool fallba
   const auto value = defaults_.object(key);
   if (!value) return fallback;
   if (const bool* on = value->get<bool>()) return *on;
-  defaults_.remove(key);
+  removeUnlessForced(key);
   return fallback;
 }
 
+void UserDefaultsDeepwakeGuardrailStore::removeUnlessForced(const char* key) {
+  if (!defaults_.isForced(key)) defaults_.remove(key);
+}
+
+template <typename T>
+void UserDefaultsDeepwakeGuardrailStore::setUnlessForced(const char* key, T value) {
+  if (!defaults_.isForced(key)) defaults_.set(key, value);
+}
+
+DeepwakeGuardrails::Forced UserDefaultsDeepwakeGuardrailStore::forced() const {
+  return {defaults_.isForced(batteryFloorKey), defaults_.isForced(stopsInLowPowerModeKey),
+          defaults_.isForced(stopsWhenLidOpensKey), defaults_.isForced(onlyOnPowerAdapterKey)};
+}
+
 void UserDefaultsDeepwakeGuardrailStore::setSettings(const DeepwakeGuardrails::Settings& settings) {
-  defaults_.set(batteryFloorKey, settings.batteryFloor);
-  defaults_.set(stopsInLowPowerModeKey, settings.stopsInLowPowerMode);
-  defaults_.set(stopsWhenLidOpensKey, settings.stopsWhenLidOpens);
-  defaults_.set(onlyOnPowerAdapterKey, settings.onlyOnPowerAdapter);
+  setUnlessForced(batteryFloorKey, settings.batteryFloor);
+  setUnlessForced(stopsInLowPowerModeKey, settings.stopsInLowPowerMode);
+  setUnlessForced(stopsWhenLidOpensKey, settings.stopsWhenLidOpens);
+  setUnlessForced(onlyOnPowerAdapterKey, settings.onlyOnPowerAdapter);
 }
 
 }  // namespace wakeloft

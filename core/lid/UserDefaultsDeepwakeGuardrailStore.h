@@ -8,7 +8,8 @@ namespace wakeloft {
 // The guardrail settings as four values in the user defaults. Read strictly:
 // the floor must be a number that is one of the floors offered, a switch a
 // boolean; anything else reads as the default and is removed, so that the
-// next launch does not trip over it again.
+// next launch does not trip over it again. A value a profile forces is read
+// the same way but never removed or written.
 class UserDefaultsDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
  public:
   static constexpr const char* batteryFloorKey = "com.wakeloft.deepwakeBatteryFloor";
@@ -20,9 +21,13 @@ class UserDefaultsDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
 
   DeepwakeGuardrails::Settings settings() override;
   void setSettings(const DeepwakeGuardrails::Settings& settings) override;
+  DeepwakeGuardrails::Forced forced() const override;
 
  private:
   bool readSwitch(const char* key, bool fallback);
+  void removeUnlessForced(const char* key);
+  template <typename T>
+  void setUnlessForced(const char* key, T value);
 
   DefaultsDomain& defaults_;
 };

@@ -106,9 +106,12 @@ std::optional<std::string> AutomationHandler::turnOnDeepwake(std::optional<pid_t
   if (lid.isWanted()) return std::nullopt;
   if (const auto& consent = controllers_.consent) {
     using Answer = DeepwakeAutomationConsent::Answer;
+    // A profile may have changed since.
+    consent->reload();
     switch (consent->answer()) {
       case Answer::allowed: break;
       case Answer::refused:
+        if (consent->isForced()) return "your organization does not let scripts and Shortcuts turn on Deepwake";
         return "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings";
       case Answer::notAsked:
         consent->request(whenAllowed(heldPid));

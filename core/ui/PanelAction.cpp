@@ -43,6 +43,7 @@ void perform(const PanelAction& action, const Controllers& controllers,
       awake.checkExpiry();
       lid.checkLease();
       lid.refresh();
+      if (controllers.consent) controllers.consent->reload();
       return;
   }
 }

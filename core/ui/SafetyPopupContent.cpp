@@ -7,7 +7,8 @@ namespace wakeloft {
 
 namespace {
 
-bool& field(DeepwakeGuardrails::Settings& settings, SafetyPopupContent::Setting setting) {
+template <typename Fields>
+auto& field(Fields& settings, SafetyPopupContent::Setting setting) {
   switch (setting) {
     case SafetyPopupContent::Setting::stopsInLowPowerMode: return settings.stopsInLowPowerMode;
     case SafetyPopupContent::Setting::stopsWhenLidOpens: return settings.stopsWhenLidOpens;
@@ -22,15 +23,17 @@ bool& field(DeepwakeGuardrails::Settings& settings, SafetyPopupContent::Setting 
 SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, const std::string& locale,
                                                const DeepwakeAutomationConsent* consent) {
   auto settings = lid.guardrailSettings();
-  SafetyPopupContent content{TextCatalog::safety, TextCatalog::batteryFloor, {}, settings.batteryFloor,
-                             TextCatalog::batteryFloorHint, {}, TextCatalog::heatAlwaysStops};
+  const auto forced = lid.forcedGuardrails();
+  SafetyPopupContent content{TextCatalog::safety,        TextCatalog::batteryFloor, {}, settings.batteryFloor,
+                             forced.batteryFloor,         TextCatalog::batteryFloorHint, {},
+                             TextCatalog::heatAlwaysStops};
   for (const int floor : DeepwakeGuardrails::Settings::batteryFloors) {
     content.floors.push_back({floor, floor == 0 ? LocalizedText(TextCatalog::batteryFloorNever)
                                                 : LocalizedText(TextCatalog::batteryFloorPercent,
                                                                 {NumberWords::percent(floor, locale)})});
   }
   const auto row = [&](Setting setting, TextKey title, TextKey hint) {
-    content.switches.push_back({setting, title, field(settings, setting), hint});
+    content.switches.push_back({setting, title, field(settings, setting), hint, field(forced, setting)});
   };
   row(Setting::stopsInLowPowerMode, TextCatalog::stopInLowPowerMode, TextCatalog::stopInLowPowerModeHint);
   row(Setting::stopsWhenLidOpens, TextCatalog::stopWhenLidOpens, TextCatalog::stopWhenLidOpensHint);
@@ -38,7 +41,7 @@ SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, co
   if (consent) {
     content.automation = Switch{Setting::automationMayTurnOn, TextCatalog::deepwakeAutomationSwitch,
                                  consent->answer() == DeepwakeAutomationConsent::Answer::allowed,
-                                 TextCatalog::deepwakeAutomationHint};
+                                 TextCatalog::deepwakeAutomationHint, consent->isForced()};
   }
   return content;
 }

@@ -8,6 +8,7 @@
 #include "lid/DeepwakeGuardrails.h"
 #include "lid/LidAwakeController.h"
 #include "ui/LocalizedText.h"
+#include "ui/TextCatalog.h"
 
 namespace wakeloft {
 
@@ -34,6 +35,8 @@ struct SafetyPopupContent {
     // Shown under the switch, and the switch's accessibility help, where
     // VoiceOver reads it instead of as a text of its own.
     LocalizedText hint;
+    // Set by a configuration profile: disabled, with `managedNote` under it.
+    bool isForced = false;
     friend bool operator==(const Switch&, const Switch&) = default;
   };
 
@@ -41,6 +44,7 @@ struct SafetyPopupContent {
   LocalizedText floorTitle;
   std::vector<FloorChoice> floors;
   int chosenFloor;
+  bool isFloorForced;
   LocalizedText floorHint;
   std::vector<Switch> switches;
   // Heat has no switch: it always stops Deepwake.
@@ -48,6 +52,8 @@ struct SafetyPopupContent {
   // Whether scripts and Shortcuts may turn Deepwake on, last; only where
   // automation reaches the app.
   std::optional<Switch> automation = std::nullopt;
+  // Under each control a profile sets.
+  LocalizedText managedNote = TextCatalog::setByOrganization;
 
   // Percentages are written for `locale`, the app's resolved one. The
   // automation switch is there only where automation reaches the app.

@@ -101,6 +101,7 @@ std::span<const TextKey> TextCatalog::all() {
       dontAllow,
       deepwakeAutomationSwitch,
       deepwakeAutomationHint,
+      setByOrganization,
       // Sessions bound to a process
       statusOnUntilProcessEnds,
       statusOnWithTimeLeftOrUntilProcessEnds,

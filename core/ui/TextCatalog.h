@@ -183,6 +183,9 @@ class TextCatalog {
       "Addresses and the wakeloft command can turn Deepwake on without asking. Turning it off never needs this.",
       TextTable::deepwake};
 
+  // --- Macs managed by an organisation ---
+  static constexpr TextKey setByOrganization{"Set by your organization", TextTable::standard};
+
   // --- Sessions bound to a process (automation); %@ last is the process's name ---
   static constexpr TextKey statusOnUntilProcessEnds{"On \u00B7 until \u201C%@\u201D ends", TextTable::standard};
   static constexpr TextKey statusOnWithTimeLeftOrUntilProcessEnds{"On \u00B7 %@ left or until \u201C%@\u201D ends",

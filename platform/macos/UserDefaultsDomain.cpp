@@ -150,4 +150,9 @@ bool UserDefaultsDomain::boolean(const std::string& key) const {
   return CFPreferencesGetAppBooleanValue(name.get(), application(), nullptr);
 }
 
+bool UserDefaultsDomain::isForced(const std::string& key) const {
+  const auto name = makeCFString(key);
+  return name && CFPreferencesAppValueIsForced(name.get(), application());
+}
+
 }  // namespace wakeloft

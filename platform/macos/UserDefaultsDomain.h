@@ -21,6 +21,7 @@ class UserDefaultsDomain final : public DefaultsDomain {
   void set(const std::string& key, DefaultsValue value) override;
   void remove(const std::string& key) override;
   bool boolean(const std::string& key) const override;
+  bool isForced(const std::string& key) const override;
 
  private:
   CFStringRef application() const { return application_ ? application_.get() : kCFPreferencesCurrentApplication; }

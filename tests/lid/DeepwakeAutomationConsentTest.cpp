@@ -48,5 +48,24 @@ TEST(DeepwakeAutomationConsentTest, OnlyTheLatestWaitingRequestIsCarriedOut) {
   EXPECT_EQ(carried, 110);
 }
 
+TEST(DeepwakeAutomationConsentTest, AProfilesAnswerStandsAndAnswersARequestWaitingWhenItArrives) {
+  InMemoryDefaultsDomain defaults;
+  DeepwakeAutomationConsent consent(defaults);
+  int carried = 0;
+  consent.request([&] { ++carried; });
+  defaults.force(DeepwakeAutomationConsent::key, true);
+  consent.reload();
+  EXPECT_EQ(carried, 1);
+  consent.answer(false);
+  EXPECT_EQ(consent.answer(), Answer::allowed);
+  EXPECT_FALSE(defaults.values().contains(DeepwakeAutomationConsent::key));
+
+  // What a profile says unclearly allows nothing, and stays.
+  defaults.force(DeepwakeAutomationConsent::key, "sometimes");
+  consent.reload();
+  EXPECT_EQ(consent.answer(), Answer::refused);
+  EXPECT_TRUE(defaults.isForced(DeepwakeAutomationConsent::key));
+}
+
 }  // namespace
 }  // namespace wakeloft

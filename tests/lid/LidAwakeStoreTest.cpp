@@ -69,5 +69,20 @@ TEST(UserDefaultsDeepwakeGuardrailStoreTest, SettingsRoundTripUnderTheirKeysAndD
   EXPECT_EQ(defaults.object(Store::onlyOnPowerAdapterKey), std::nullopt);
 }
 
+TEST(UserDefaultsDeepwakeGuardrailStoreTest, AProfilesValueIsReadButNeverRemovedOrOverwritten) {
+  InMemoryDefaultsDomain defaults;
+  defaults.force(Store::batteryFloorKey, std::int64_t{30});
+  defaults.force(Store::stopsWhenLidOpensKey, "on");
+  Store store(defaults);
+  EXPECT_EQ(store.settings().batteryFloor, 30);
+  EXPECT_EQ(store.settings().stopsWhenLidOpens, DeepwakeGuardrails::Settings{}.stopsWhenLidOpens);
+  EXPECT_EQ(store.forced(), (DeepwakeGuardrails::Forced{.batteryFloor = true, .stopsWhenLidOpens = true}));
+  store.setSettings({.batteryFloor = 10, .stopsWhenLidOpens = false, .onlyOnPowerAdapter = true});
+  EXPECT_FALSE(defaults.values().contains(Store::batteryFloorKey));
+  EXPECT_FALSE(defaults.values().contains(Store::stopsWhenLidOpensKey));
+  EXPECT_TRUE(defaults.values().contains(Store::onlyOnPowerAdapterKey));
+  EXPECT_TRUE(defaults.isForced(Store::stopsWhenLidOpensKey));
+}
+
 }  // namespace
 }  // namespace wakeloft

@@ -188,5 +188,17 @@ TEST_F(AutomationHandlerTest, AHoldGoneBeforeTheAnswerTakesItsDeepwakeRequestWit
   EXPECT_FALSE(app.awake->isOn());
 }
 
+TEST_F(AutomationHandlerTest, WhatAProfileForbidsIsRefusedWithItsReasonAndCannotBeSwitched) {
+  app.defaults.force(DeepwakeAutomationConsent::key, false);
+  app.consent->reload();
+  open("wakeloft://deepwake?on=1");
+  EXPECT_EQ(lastOutcome().reason, "your organization does not let scripts and Shortcuts turn on Deepwake");
+  EXPECT_EQ(panelShown, 0);
+  SafetyPopupContent::set(SafetyPopupContent::Setting::automationMayTurnOn, true, *app.lid, app.consent.get());
+  const auto safety = SafetyPopupContent::current(*app.lid, "en_US", app.consent.get());
+  EXPECT_TRUE(safety.automation->isForced);
+  EXPECT_FALSE(safety.automation->isOn);
+}
+
 }  // namespace
 }  // namespace wakeloft

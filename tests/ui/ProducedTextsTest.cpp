@@ -186,7 +186,9 @@ KeySet produced() {
   collect(keys, chooser.rowHelp);
   for (const auto& row : chooser.rows) collect(keys, row.label);
   const auto safety = SafetyPopupContent::current(*app.lid, "en_US", app.consent.get());
-  for (const auto& text : {safety.title, safety.floorTitle, safety.floorHint, safety.heatNote}) collect(keys, text);
+  for (const auto& text : {safety.title, safety.floorTitle, safety.floorHint, safety.heatNote, safety.managedNote}) {
+    collect(keys, text);
+  }
   for (const auto& floor : safety.floors) collect(keys, floor.label);
   auto rows = safety.switches;
   if (safety.automation) rows.push_back(*safety.automation);

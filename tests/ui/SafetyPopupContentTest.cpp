@@ -37,5 +37,27 @@ TEST(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresAndAppliesChanges) {
   EXPECT_TRUE(content.switches[2].isOn);
 }
 
+TEST(SafetyPopupContentTest, WhatAProfileSetsIsDisabledKeptAndTakenUpWhenItChanges) {
+  testing::TestControllers app;
+  app.guardrails->setSettings({.batteryFloor = 30, .stopsWhenLidOpens = true});
+  app.guardrails->forcedSettings = {.batteryFloor = true, .stopsWhenLidOpens = true};
+  app.start();
+  SafetyPopupContent::chooseFloor(10, *app.lid);
+  SafetyPopupContent::set(Setting::stopsWhenLidOpens, false, *app.lid);
+  SafetyPopupContent::set(Setting::onlyOnPowerAdapter, true, *app.lid);
+  auto content = SafetyPopupContent::current(*app.lid, "en_US");
+  EXPECT_EQ(content.chosenFloor, 30);
+  EXPECT_TRUE(content.isFloorForced);
+  EXPECT_TRUE(content.switches[1].isOn);
+  EXPECT_TRUE(content.switches[1].isForced);
+  EXPECT_FALSE(content.switches[2].isForced);
+  EXPECT_TRUE(content.switches[2].isOn);
+
+  // A profile that changes while the app runs counts from the next refresh.
+  app.guardrails->setSettings({.batteryFloor = 50});
+  app.lid->refresh();
+  EXPECT_EQ(SafetyPopupContent::current(*app.lid, "en_US").chosenFloor, 50);
+}
+
 }  // namespace
 }  // namespace wakeloft
