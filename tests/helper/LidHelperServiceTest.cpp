@@ -13,18 +13,6 @@ namespace {
 
 using testing::TemporaryDirectory;
 
-TEST(LidHelperServiceTest, LaunchdPlistNamesTheMachServiceAndTheProgramInTheBundleAndKeepsTheHelperRunning) {
-  EXPECT_EQ(LidHelperService::launchdPlist(),
-            PropertyList(PropertyList::Dictionary{
-                {"Label", "com.wakeloft.app.lidhelper"},
-                {"BundleProgram", "Contents/Helpers/WakeloftLidHelper"},
-                {"MachServices", PropertyList::Dictionary{{"com.wakeloft.app.lidhelper", true}}},
-                {"AssociatedBundleIdentifiers", PropertyList::Array{"com.wakeloft.app"}},
-                {"RunAtLoad", true},
-                {"KeepAlive", true},
-            }));
-}
-
 TEST(LidHelperServiceTest, TheCodeRequirementPinsIdentifierAndTeamAndRefusesAnythingElse) {
   EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", "ABCDE12345"),
             "anchor apple generic and identifier \"com.wakeloft.app\" and certificate leaf[subject.OU] = \"ABCDE12345\"");
