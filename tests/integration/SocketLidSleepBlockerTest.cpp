@@ -39,10 +39,10 @@ class SocketLidSleepBlockerTest : public ::testing::Test {
   Received renew(Date until) { return answered([&](auto done) { blocker->renew(until, std::move(done)); }); }
   Received revoke() { return answered([&](auto done) { blocker->revoke(std::move(done)); }); }
   Received answered(const std::function<void(LidSleepBlocker::Completion)>& ask) {
-    const auto before = log.entries.size();
-    ask(log.record("call"));
-    EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return log.entries.size() > before; }, 5));
-    return log.last();
+    const auto before = answers.entries.size();
+    ask(answers.record("call"));
+    EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return answers.entries.size() > before; }, 5));
+    return answers.last();
   }
 
   static Date inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds); }
@@ -58,7 +58,7 @@ class SocketLidSleepBlockerTest : public ::testing::Test {
   }
 
   RigProcess rig;
-  CompletionLog log;
+  CompletionLog answers;
   std::unique_ptr<SocketLidSleepBlocker> blocker = std::make_unique<SocketLidSleepBlocker>(
       std::make_shared<RigLidHelperRegistration>(), rig.socketPath, getuid(), shortReplyTimeout);
 };
