@@ -62,9 +62,9 @@ class LidAwakeControllerTest : public ::testing::Test {
 
   ManualMachineClocks clocks;
   std::shared_ptr<InMemorySleepBlocker> assertion = std::make_shared<InMemorySleepBlocker>();
-  std::shared_ptr<ManualDeadlineScheduler> sessionTimer = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<AwakeController> awake = std::make_shared<AwakeController>(
-      assertion, std::make_shared<InMemoryAwakeIntentStore>(), clocks.dates, clocks.continuous, sessionTimer,
+      assertion, std::make_shared<InMemoryAwakeIntentStore>(), clocks.dates, clocks.continuous,
+      std::make_shared<ManualDeadlineScheduler>(),
       std::make_shared<ManualRecheckNotifier>(), /*restoringPreviousState=*/false);
   std::shared_ptr<InMemoryLidSleepBlocker> lid = std::make_shared<InMemoryLidSleepBlocker>();
   std::shared_ptr<InMemoryLidAwakeStore> store = std::make_shared<InMemoryLidAwakeStore>(true);
@@ -270,12 +270,6 @@ TEST_F(LidAwakeControllerTest, TheSessionsEndEndsDeepwakeWhicheverTimerSeesItFir
          EXPECT_EQ(sessionEnd->pending, end);
          clocks.pass(900);
          sessionEnd->fire();  // the awake controller confirms the expiry
-       }},
-      {"the session's timer", [&] {
-         clocks.pass(1800);
-         sessionTimer->fire();
-         EXPECT_FALSE(awake->isOn());
-         sessionEnd->fire();
        }},
       {"the lease check", [&] {
          clocks.pass(1800);
@@ -561,8 +555,6 @@ TEST_F(LidGuardrailTest, ARuleComingOnWhilePausedForPowerIsJudgedWhenPowerReturn
   const Case cases[] = {
       {"Low Power Mode only on battery", [](auto& c) { c.isLowPowerModeOn = true; },
        [](auto& c) { c.isLowPowerModeOn = false; }, std::nullopt},
-      {"Low Power Mode left on", [](auto& c) { c.isLowPowerModeOn = true; }, [](auto&) {}, Stop{Rule::lowPowerMode}},
-      {"the battery floor", [](auto& c) { c.batteryCharge = 20; }, [](auto&) {}, std::nullopt},
       {"critical heat", [](auto& c) { c.thermalState = ThermalState::critical; }, [](auto&) {},
        Stop{Rule::criticalHeat}},
   };
