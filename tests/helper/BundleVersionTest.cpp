@@ -6,14 +6,12 @@
 #include <string>
 
 #include "support/SystemPropertyListParser.h"
-#include "PlistBytes.h"
 #include "TemporaryDirectory.h"
 #include "base/PropertyListXMLWriter.h"
 
 namespace wakeloft {
 namespace {
 
-using testing::binaryPropertyList;
 using testing::TemporaryDirectory;
 
 constexpr const char* program = "Wakeloft.app/Contents/Helpers/WakeloftLidHelper";
@@ -39,9 +37,6 @@ class BundleVersionTest : public ::testing::Test {
 TEST_F(BundleVersionTest, ReadsOnlyAWellFormedInfoPlistOfAtMostOneMebibyteInARegularFileTwoLevelsAboveTheProgram) {
   writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
   EXPECT_EQ(read(), (BundleVersion{"1.4", "27"}));
-
-  writeInfo(binaryPropertyList(info("2.0-beta_1", "2024.11.15")));
-  EXPECT_EQ(read(), (BundleVersion{"2.0-beta_1", "2024.11.15"}));
 
   // Padding inside a string keeps the list valid at any size.
   const auto sized = [](std::size_t total) {

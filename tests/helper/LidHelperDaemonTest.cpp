@@ -75,13 +75,6 @@ TEST_F(LidHelperDaemonTest, TheTickIsArmedForTheEarliestLapseAndEndsEachTermInTu
   EXPECT_FALSE(tick->pending.has_value());
 }
 
-TEST_F(LidHelperDaemonTest, AnIdleHelperArmsNoTick) {
-  EXPECT_FALSE(tick->pending.has_value());
-  EXPECT_EQ(ask(1, renewFor(20)), std::nullopt);
-  EXPECT_EQ(ask(1, LidLeaseRequest::revoke()), std::nullopt);
-  EXPECT_FALSE(tick->pending.has_value());
-}
-
 // A hung app stays connected but stops renewing.
 TEST_F(LidHelperDaemonTest, AClockSetBackAfterTheLastRenewalStillEndsTheLeaseAtItsUptimeEnd) {
   EXPECT_EQ(ask(1, renewFor(30)), std::nullopt);

@@ -13,18 +13,6 @@ namespace {
 
 using testing::TemporaryDirectory;
 
-TEST(LidHelperServiceTest, LaunchdPlistNamesTheMachServiceAndTheProgramInTheBundleAndKeepsTheHelperRunning) {
-  EXPECT_EQ(LidHelperService::launchdPlist(),
-            PropertyList(PropertyList::Dictionary{
-                {"Label", "com.wakeloft.app.lidhelper"},
-                {"BundleProgram", "Contents/Helpers/WakeloftLidHelper"},
-                {"MachServices", PropertyList::Dictionary{{"com.wakeloft.app.lidhelper", true}}},
-                {"AssociatedBundleIdentifiers", PropertyList::Array{"com.wakeloft.app"}},
-                {"RunAtLoad", true},
-                {"KeepAlive", true},
-            }));
-}
-
 TEST(LidHelperServiceTest, TheCodeRequirementPinsIdentifierAndTeamAndRefusesAnythingElse) {
   EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", "ABCDE12345"),
             "anchor apple generic and identifier \"com.wakeloft.app\" and certificate leaf[subject.OU] = \"ABCDE12345\"");
@@ -82,11 +70,6 @@ TEST_F(StartLineTest, NamesVersionHashPathAndTheLaunchedPathOnlyWhenItDiffersAnd
             "helper starting: Wakeloft version unknown, cdhash unknown, from a path that could not be read");
 
   writeInfo("1.4", std::string(65, '7'));
-  EXPECT_EQ(line(executable, executable, hash),
-            "helper starting: Wakeloft version unknown, cdhash " + hash + ", from " + executable);
-
-  writeInfo("1.4", "27");
-  directory.write("Wakeloft.app/Contents/Info.plist", std::string(1'048'577, ' '));
   EXPECT_EQ(line(executable, executable, hash),
             "helper starting: Wakeloft version unknown, cdhash " + hash + ", from " + executable);
 }

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <fstream>
 
 #include "clock/ClockChangeNotifier.h"
 #include "RigLidHelperRegistration.h"
@@ -84,20 +83,6 @@ TEST_F(DeepwakeRigTest, DeepwakeHoldsARenewedLeaseAndGivesItBackWhenTurnedOffOrI
   awake->turnOff();
   ASSERT_TRUE(waitFor([&] { return !rig->leaseFileExists() && deepwake->isSettled(); }, 3));
   EXPECT_FALSE(deepwake->isOn());
-}
-
-TEST_F(DeepwakeRigTest, CriticalHeatGivesTheLeaseBackAndTheHelperAsksAClosedMacToSleep) {
-  std::ofstream(rig->lidPath) << "closed\n";
-  machine->current.isLidClosed = true;
-  ASSERT_TRUE(deepwake->turnOnJoiningSessionOr(7200));
-  ASSERT_TRUE(waitFor([&] { return deepwake->isOn(); }, 3)) << rig->log();
-  ASSERT_TRUE(rig->leaseFileExists());
-
-  machine->current.thermalState = ThermalState::critical;
-  conditionsNotifier->post();
-  ASSERT_TRUE(waitFor([&] { return !rig->leaseFileExists() && deepwake->isSettled(); }, 3)) << rig->log();
-  EXPECT_EQ(deepwake->guardrailStop(), DeepwakeGuardrails::Stop{DeepwakeGuardrails::Stop::Rule::criticalHeat});
-  EXPECT_NE(rig->log().find("asked the system to sleep"), std::string::npos) << rig->log();
 }
 
 }  // namespace

@@ -13,50 +13,36 @@
 #include "clock/SystemDateProvider.h"
 #include "helper/RigLeaseFile.h"
 #include "lid/LidSleepBlockerError.h"
+#include "support/CompletionLog.h"
 #include "support/MainLoopPump.h"
 
 namespace wakeloft {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::CompletionLog;
+using testing::failure;
+using testing::Received;
 using testing::RigProcess;
+using testing::success;
+
+const Received unavailable = failure(LidSleepBlockerError::helperUnavailable());
+const Received notANumber = failure(LidSleepBlockerError::helperRefused("The lease deadline is not a number."));
 
 constexpr double shortReplyTimeout = 0.5;
-
-// The first completion a call receives, if any.
-struct Answer {
-  bool arrived = false;
-  std::exception_ptr error;
-  std::optional<LidSleepBlockerError::Kind> kind() const {
-    if (!error) return std::nullopt;
-    try {
-      std::rethrow_exception(error);
-    } catch (const LidSleepBlockerError& lid) {
-      return lid.kind();
-    } catch (...) {
-    }
-    return std::nullopt;
-  }
-};
 
 class SocketLidSleepBlockerTest : public ::testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(rig.waitForSocket()) << rig.log(); }
 
-  Answer renew(Date until) {
-    auto answer = std::make_shared<Answer>();
-    blocker->renew(until, [answer](std::exception_ptr error) {
-      EXPECT_FALSE(answer->arrived) << "a second completion";
-      *answer = Answer{true, error};
-    });
-    EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return answer->arrived; }, 5));
-    return *answer;
-  }
-  Answer revoke() {
-    auto answer = std::make_shared<Answer>();
-    blocker->revoke([answer](std::exception_ptr error) { *answer = Answer{true, error}; });
-    EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return answer->arrived; }, 5));
-    return *answer;
+  // The completion's answer, once it has come.
+  Received renew(Date until) { return answered([&](auto done) { blocker->renew(until, std::move(done)); }); }
+  Received revoke() { return answered([&](auto done) { blocker->revoke(std::move(done)); }); }
+  Received answered(const std::function<void(LidSleepBlocker::Completion)>& ask) {
+    const auto before = answers.entries.size();
+    ask(answers.record("call"));
+    EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return answers.entries.size() > before; }, 5));
+    return answers.last();
   }
 
   static Date inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds); }
@@ -72,6 +58,7 @@ class SocketLidSleepBlockerTest : public ::testing::Test {
   }
 
   RigProcess rig;
+  CompletionLog answers;
   std::unique_ptr<SocketLidSleepBlocker> blocker = std::make_unique<SocketLidSleepBlocker>(
       std::make_shared<RigLidHelperRegistration>(), rig.socketPath, getuid(), shortReplyTimeout);
 };
@@ -79,65 +66,52 @@ class SocketLidSleepBlockerTest : public ::testing::Test {
 TEST_F(SocketLidSleepBlockerTest, GrantedRenewalIsInTheRigFileRevokeTakesItOutAndARefusalComesBackAsItsReason) {
   EXPECT_NO_THROW(blocker->prepare());
   const Date deadline = inSeconds(20);
-  const auto granted = renew(deadline);
-  EXPECT_TRUE(granted.arrived && !granted.error);
+  EXPECT_EQ(renew(deadline), success());
   EXPECT_TRUE(blocker->isEngaged());
   EXPECT_EQ(leaseEnd(), deadline);
 
-  const auto revoked = revoke();
-  EXPECT_TRUE(revoked.arrived && !revoked.error);
+  EXPECT_EQ(revoke(), success());
   EXPECT_FALSE(blocker->isEngaged());
   EXPECT_FALSE(rig.leaseFileExists());
 
-  const auto refused = renew(Date::fromSecondsSince1970(std::numeric_limits<double>::infinity()));
-  ASSERT_EQ(refused.kind(), LidSleepBlockerError::Kind::helperRefused);
-  try {
-    std::rethrow_exception(refused.error);
-  } catch (const LidSleepBlockerError& error) {
-    EXPECT_EQ(error.reason(), "The lease deadline is not a number.");
-  }
+  EXPECT_EQ(renew(Date::fromSecondsSince1970(std::numeric_limits<double>::infinity())), notANumber);
   EXPECT_FALSE(rig.leaseFileExists());
 
   // A rig of another user is not answered.
   blocker = std::make_unique<SocketLidSleepBlocker>(std::make_shared<RigLidHelperRegistration>(), rig.socketPath,
                                                     getuid() + 1, shortReplyTimeout);
-  EXPECT_EQ(renew(inSeconds(20)).kind(), LidSleepBlockerError::Kind::helperUnavailable);
+  EXPECT_EQ(renew(inSeconds(20)), unavailable);
   EXPECT_FALSE(rig.leaseFileExists());
 }
 
 TEST_F(SocketLidSleepBlockerTest, AKilledHelperIsUnavailableARestartedOneServesTheNextRenewalAndAnAnswerAfterTheTimeLimitIsIgnored) {
-  EXPECT_FALSE(renew(inSeconds(20)).error);
-  EXPECT_FALSE(revoke().error);
+  EXPECT_EQ(renew(inSeconds(20)), success());
+  EXPECT_EQ(revoke(), success());
   kill(rig.pid, SIGKILL);
   ASSERT_TRUE(rig.waitForExit(5s).has_value());
 
   // On the connection that was answering, and again with no helper at all.
-  EXPECT_EQ(renew(inSeconds(20)).kind(), LidSleepBlockerError::Kind::helperUnavailable);
-  EXPECT_EQ(renew(inSeconds(20)).kind(), LidSleepBlockerError::Kind::helperUnavailable);
-  EXPECT_FALSE(blocker->isEngaged());
+  EXPECT_EQ(renew(inSeconds(20)), unavailable);
+  EXPECT_EQ(renew(inSeconds(20)), unavailable);
   EXPECT_FALSE(blocker->isResetUnconfirmed());
 
   restartRig();
   const Date deadline = inSeconds(20);
-  EXPECT_FALSE(renew(deadline).error);
+  EXPECT_EQ(renew(deadline), success());
   EXPECT_EQ(leaseEnd(), deadline);
-  EXPECT_FALSE(revoke().error);
 
-  EXPECT_FALSE(renew(inSeconds(20)).error);
   kill(rig.pid, SIGSTOP);
   const auto late = renew(inSeconds(25));
   kill(rig.pid, SIGCONT);
-  EXPECT_EQ(late.kind(), LidSleepBlockerError::Kind::helperUnavailable);
+  EXPECT_EQ(late, unavailable);
   EXPECT_TRUE(blocker->isResetUnconfirmed());
-  EXPECT_FALSE(blocker->isEngaged());
 
   // The late grant arrives now and changes nothing here; the refusal that
   // follows on the same connection is paired with its own request.
   testing::pumpMainLoopFor(0.2);
   EXPECT_FALSE(blocker->isEngaged());
-  EXPECT_EQ(renew(Date::fromSecondsSince1970(std::nan(""))).kind(), LidSleepBlockerError::Kind::helperRefused);
-  const auto revoked = revoke();
-  EXPECT_FALSE(revoked.error);
+  EXPECT_EQ(renew(Date::fromSecondsSince1970(std::nan(""))), notANumber);
+  EXPECT_EQ(revoke(), success());
   EXPECT_FALSE(blocker->isResetUnconfirmed());
   EXPECT_FALSE(rig.leaseFileExists());
 }

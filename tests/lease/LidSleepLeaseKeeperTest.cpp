@@ -111,26 +111,6 @@ TEST_F(LidSleepLeaseKeeperTest, TheCheckEndsALeaseThirtySecondsOfUptimeAfterItsG
   EXPECT_EQ(k.leaseExpiry(), std::nullopt);
 }
 
-TEST_F(LidSleepLeaseKeeperTest, AFailingWriteIsRetriedNoMoreOftenThanEveryQuarterSecondOfUptime) {
-  clocks.uptime->current = 100;
-  auto& k = makeKeeper();
-  setting->writeError = "busy";
-  k.renew(in(30));
-  EXPECT_EQ(k.leaseExpiry(), in(30));  // kept while the write fails
-  EXPECT_FALSE(k.isSleepDisabled());
-  const auto failed = writes();
-
-  clocks.pass(0.1);
-  k.checkLease();
-  k.renew(in(30));
-  EXPECT_EQ(writes(), failed);
-
-  clocks.pass(0.2);  // 100.3
-  k.checkLease();
-  EXPECT_EQ(writes(), failed + 1);
-  EXPECT_DOUBLE_EQ(*k.nextRetryUptime(), 100.55);
-}
-
 TEST_F(LidSleepLeaseKeeperTest, ANewWantedValueIsWrittenAtOnceAfterAFailureOfTheOther) {
   auto& k = makeKeeper();
   k.renew(in(30));
@@ -171,17 +151,6 @@ TEST_F(LidSleepLeaseKeeperTest, AZeroWrittenElsewhereEndsTheLeaseIsReportedOnceA
   k.checkLease();
   k.revoke();
   EXPECT_EQ(writes(), before);
-}
-
-TEST_F(LidSleepLeaseKeeperTest, AOneWrittenElsewhereIsReportedEveryTimeAndLeftAlone) {
-  auto& k = makeKeeper();
-  setting->value = true;
-  EXPECT_EQ(k.readStanding(), Standing::onElsewhere());
-  EXPECT_EQ(k.readStanding(), Standing::onElsewhere());
-  const auto before = writes();
-  k.checkLease();
-  EXPECT_EQ(writes(), before);
-  EXPECT_TRUE(setting->value);
 }
 
 TEST_F(LidSleepLeaseKeeperTest, AFailedReadIsReportedUnlessTheKeeperHoldsOneItself) {

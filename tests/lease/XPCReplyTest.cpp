@@ -40,60 +40,38 @@ struct Deliveries {
 
 std::shared_ptr<Deliveries> makeDeliveries() { return std::make_shared<Deliveries>(); }
 
-TEST(XPCReplyTest, OneOutcomeIsDeliveredLaterOnTheMainLoopFromAnyThreadAnErrorOrATimeLimitBeforeTheAnswerWinning) {
+TEST(XPCReplyTest, AnAnswerFromAnyThreadIsDeliveredLaterOnTheMainLoop) {
   auto deliveries = makeDeliveries();
   auto reply = XPCReply::make(deliveries->callback(deliveries));
   reply->finish(Outcome::replied(std::nullopt));
   EXPECT_EQ(deliveries->count(), 0u);  // never inside finish, even on the main thread
-
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 1; }, 5));
-  EXPECT_EQ(deliveries->outcomes, std::vector<Outcome>{Outcome::replied(std::nullopt)});
-
-  // A reply from another thread reaches the main thread too.
   auto other = XPCReply::make(deliveries->callback(deliveries));
-  std::thread([other] { other->finish(Outcome::replied("The lease deadline is not a number.")); }).join();
+  std::thread([other] { other->finish(Outcome::replied("No.")); }).join();
+
   ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 2; }, 5));
-  EXPECT_EQ(deliveries->outcomes.back(), Outcome::replied("The lease deadline is not a number."));
+  EXPECT_EQ(deliveries->outcomes, (std::vector<Outcome>{Outcome::replied(std::nullopt), Outcome::replied("No.")}));
   EXPECT_TRUE(deliveries->allOnMainThread);
+}
 
-  auto failing = XPCReply::make(deliveries->callback(deliveries));
-  failing->finish(Outcome::failed());
-  failing->finish(Outcome::replied(std::nullopt));
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return deliveries->count() == 3; }, 5));
-  testing::drainMainLoop();
-  EXPECT_EQ(deliveries->outcomes.size(), 3u);
-  EXPECT_EQ(deliveries->outcomes.back(), Outcome::failed());
-
+TEST(XPCReplyTest, TheTimeLimitDeliversUnansweredEvenUnheldAndLaterAnswersGoNowhere) {
   auto expired = makeDeliveries();
   auto expiring = XPCReply::make(expired->callback(expired));
   expiring->expire(0.05);
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return expired->count() == 1; }, 5));
-  EXPECT_EQ(expired->outcomes.front(), Outcome::unanswered());
-
+  XPCReply::make(expired->callback(expired))->expire(0.01);  // held by nobody else
+  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return expired->count() == 2; }, 5));
   expiring->finish(Outcome::replied(std::nullopt));
-  std::thread([expiring] { expiring->finish(Outcome::failed()); }).join();
   testing::drainMainLoop();
-  EXPECT_EQ(expired->count(), 1u);
+  EXPECT_EQ(expired->outcomes, (std::vector<Outcome>{Outcome::unanswered(), Outcome::unanswered()}));
+}
 
-  // Held by nobody else, the time limit alone still delivers.
-  auto alone = makeDeliveries();
-  XPCReply::make(alone->callback(alone))->expire(0.01);
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return alone->count() == 1; }, 5));
-  EXPECT_EQ(alone->outcomes.front(), Outcome::unanswered());
-  EXPECT_TRUE(alone->allOnMainThread);
-
-  // A pending time limit keeps the latch alive and is dropped after an answer.
+TEST(XPCReplyTest, AnAnswerBeforeTheTimeLimitIsTheOnlyOutcomeAndTheTimerThenLetsGo) {
   auto answered = makeDeliveries();
   auto pending = XPCReply::make(answered->callback(answered));
   const std::weak_ptr<XPCReply> watched = pending;
   pending->expire(0.05);
   pending->finish(Outcome::replied("refused"));
   pending.reset();
-  EXPECT_FALSE(watched.expired());  // the timer still holds it
-
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return answered->count() == 1; }, 5));
-  // Let the timer fire; its outcome must go nowhere.
-  testing::pumpMainLoopUntil([] { return false; }, 0.15);
+  testing::pumpMainLoopFor(0.15);
   EXPECT_TRUE(watched.expired());
   EXPECT_EQ(answered->outcomes, std::vector<Outcome>{Outcome::replied("refused")});
 }

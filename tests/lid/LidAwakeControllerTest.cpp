@@ -47,8 +47,7 @@ class LidAwakeControllerTest : public ::testing::Test {
   // Turned on through the panel's switch and confirmed by the helper.
   std::unique_ptr<LidAwakeController> makeOn(std::optional<double> length = 7200) {
     auto controller = make();
-    EXPECT_TRUE(controller->turnOnJoiningSessionOr(length));
-    EXPECT_TRUE(controller->isOn());
+    EXPECT_TRUE(controller->turnOnJoiningSessionOr(length) && controller->isOn());
     return controller;
   }
   // On, then switched off with a give-back the helper does not confirm.
@@ -63,9 +62,9 @@ class LidAwakeControllerTest : public ::testing::Test {
 
   ManualMachineClocks clocks;
   std::shared_ptr<InMemorySleepBlocker> assertion = std::make_shared<InMemorySleepBlocker>();
-  std::shared_ptr<ManualDeadlineScheduler> sessionTimer = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<AwakeController> awake = std::make_shared<AwakeController>(
-      assertion, std::make_shared<InMemoryAwakeIntentStore>(), clocks.dates, clocks.continuous, sessionTimer,
+      assertion, std::make_shared<InMemoryAwakeIntentStore>(), clocks.dates, clocks.continuous,
+      std::make_shared<ManualDeadlineScheduler>(),
       std::make_shared<ManualRecheckNotifier>(), /*restoringPreviousState=*/false);
   std::shared_ptr<InMemoryLidSleepBlocker> lid = std::make_shared<InMemoryLidSleepBlocker>();
   std::shared_ptr<InMemoryLidAwakeStore> store = std::make_shared<InMemoryLidAwakeStore>(true);
@@ -81,34 +80,30 @@ class LidAwakeControllerTest : public ::testing::Test {
 TEST_F(LidAwakeControllerTest, BeforeTheHeatWarningIsAcknowledgedNothingStarts) {
   store->acknowledged = false;
   auto controller = make();
-  int changes = 0;
-  auto subscription = controller->observe([&] { ++changes; });
   EXPECT_EQ(controller->refusal(), LidAwakeRefusal::unacknowledged);
-  EXPECT_EQ(controller->precaution(), LidClosePrecaution::beforeFirstUse);
-
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_FALSE(controller->turnOn(std::nullopt));
   EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(lid->prepareCount, 0);
-  EXPECT_EQ(lid->renewCount, 0);
   EXPECT_EQ(controller->lastFailure(), std::nullopt);  // a refusal is not a failure
-  controller->refresh();
-  EXPECT_EQ(changes, 0);
+}
 
-  // Acknowledged elsewhere, it is picked up by a refresh.
-  store->acknowledged = true;
+TEST_F(LidAwakeControllerTest, AnAcknowledgementIsStoredOrPickedUpByARefreshWithOneChange) {
+  store->acknowledged = false;
+  auto controller = make();
+  controller->acknowledgeHeatWarning();
+  EXPECT_TRUE(store->acknowledged);
+  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+
+  store->acknowledged = false;
+  controller = make();
+  int changes = 0;
+  auto subscription = controller->observe([&] { ++changes; });
+  store->acknowledged = true;  // elsewhere
+  controller->refresh();
   controller->refresh();
   EXPECT_TRUE(controller->hasAcknowledgedHeatWarning());
   EXPECT_EQ(changes, 1);
-  store->acknowledged = false;
-  controller = make();
-
-  controller->acknowledgeHeatWarning();
-  EXPECT_TRUE(store->acknowledged);
-  EXPECT_EQ(controller->refusal(), std::nullopt);
-  EXPECT_EQ(controller->precaution(), LidClosePrecaution::none);
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_TRUE(controller->isOn());
 }
 
 TEST_F(LidAwakeControllerTest, AnUnusableLengthAHelperNotPreparedOrARefusedSessionStartsNothing) {
@@ -123,14 +118,11 @@ TEST_F(LidAwakeControllerTest, AnUnusableLengthAHelperNotPreparedOrARefusedSessi
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_EQ(controller->lastFailure(), helperRequiresApproval);
   EXPECT_FALSE(awake->isRequested());
-  EXPECT_EQ(held(), 0u);
 
   assertion->nextRefusal = -536870199;
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_EQ(controller->lastFailure(), AwakeFailure(AwakeFailure::AssertionRefused{-536870199}));
-  EXPECT_FALSE(controller->isTurningOn());
-  EXPECT_EQ(lid->renewCount, 0);
-  EXPECT_TRUE(controller->isSettled());
+  EXPECT_EQ(held(), 0u);
 }
 
 // --- Turning on and keeping the lease ---
@@ -143,29 +135,19 @@ TEST_F(LidAwakeControllerTest, FirstRenewalOfQuickTurnOnsTurnsOnAndTheLeaseIsRen
   EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));  // a second quick one sends nothing more
   EXPECT_EQ(held(), 1u);
-  EXPECT_EQ(controller->unanswered(), 1);
   EXPECT_TRUE(controller->isTurningOn());
   EXPECT_FALSE(controller->isOn());
-  EXPECT_FALSE(controller->isSettled());
-  EXPECT_EQ(lid->prepareCount, 2);
-  EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(controller->activeUntil(), start.adding(7200));
   EXPECT_EQ(sessionEnd->pending, start.adding(7200));
 
   lid->answerNext();
   EXPECT_TRUE(controller->isOn());
-  EXPECT_FALSE(controller->isTurningOn());
-  EXPECT_TRUE(controller->isSettled());
   EXPECT_EQ(lid->leaseExpiry, start.adding(30));
   EXPECT_EQ(leaseTimer->pending, start.adding(10));
 
   clocks.pass(10);
   leaseTimer->fire();
-  EXPECT_EQ(held(), 1u);
   EXPECT_TRUE(controller->isOn());  // still on while the renewal is out
-  EXPECT_FALSE(controller->isTurningOn());
   lid->answerNext();
-  EXPECT_EQ(lid->renewCount, 2);
   EXPECT_EQ(lid->leaseExpiry, start.adding(40));
   EXPECT_EQ(leaseTimer->pending, start.adding(20));
 }
@@ -184,9 +166,7 @@ TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionUnlessLapsedWhileTur
   EXPECT_EQ(sessionEnd->pending, start.adding(3600));
 
   EXPECT_TRUE(controller->turnOn(std::nullopt));
-  EXPECT_EQ(awake->activeUntil(), std::nullopt);
   EXPECT_EQ(sessionEnd->pending, std::nullopt);
-  EXPECT_TRUE(controller->isOn());
 
   awake->turnOn(60.0);
   clocks.pass(61);  // its timer has not fired yet
@@ -201,23 +181,13 @@ TEST_F(LidAwakeControllerTest, ALateSuccessOrFailureAfterTurnOffChangesNothing) 
   auto controller = make();
   ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
   controller->turnOff();
-
-  EXPECT_FALSE(controller->isTurningOn());
-  EXPECT_EQ(controller->switchOffs(), 1);
   EXPECT_EQ(held(), 2u);  // the revoke went out behind the renewal
-  EXPECT_EQ(controller->givingBack(), 1);
-  EXPECT_EQ(controller->unanswered(), 2);
 
   lid->answerNext();  // the late success
   EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(controller->unanswered(), 1);
   EXPECT_EQ(leaseTimer->pending, std::nullopt);
-
   lid->answerNext();
-  EXPECT_FALSE(controller->isOn());
-  EXPECT_TRUE(controller->isSettled());
   EXPECT_FALSE(lid->isEngaged());
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_TRUE(awake->isOn());  // only Deepwake ends
 
   // A late failure records nothing.
@@ -230,10 +200,8 @@ TEST_F(LidAwakeControllerTest, ALateSuccessOrFailureAfterTurnOffChangesNothing) 
 }
 
 TEST_F(LidAwakeControllerTest, TurnOffWithNothingHeldSendsNothing) {
-  auto controller = make();
-  controller->turnOff();
+  make()->turnOff();
   EXPECT_EQ(lid->revokeCount, 0);
-  EXPECT_TRUE(controller->isSettled());
 
   auto on = makeOn();
   on->turnOff();
@@ -245,32 +213,21 @@ TEST_F(LidAwakeControllerTest, TurnOffWithNothingHeldSendsNothing) {
 
 // --- A failed renewal ---
 
-TEST_F(LidAwakeControllerTest, AFailedFirstRenewalRevokesAtOnceLeavingTheSessionRunningAndAFailedGiveBackOnlyTheReset) {
+TEST_F(LidAwakeControllerTest, AFailedFirstRenewalRevokesAtOnceLeavingTheSessionRunningUntilSwitchedOff) {
   lid->nextRenewalError = refused(LidHelperRefusal::settingOnElsewhereText);
   auto controller = make();
 
   EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
   EXPECT_FALSE(controller->isOn());
-  EXPECT_FALSE(controller->isTurningOn());
   EXPECT_EQ(controller->lastFailure(), helperRefused(LidHelperRefusal::settingOnElsewhere()));
   EXPECT_EQ(lid->revokeCount, 1);
-  EXPECT_TRUE(controller->isSettled());
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(leaseTimer->pending, std::nullopt);
-  EXPECT_EQ(sessionEnd->pending, std::nullopt);
 
   // Switching off dismisses the failure and sends nothing more.
   controller->turnOff();
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_EQ(lid->revokeCount, 1);
-
-  lid->nextRenewalError = requiresApproval();
-  lid->nextRevocationError = unavailable();
-  EXPECT_FALSE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
-
-  controller->checkLease();  // the retry is confirmed; nothing is left to explain
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 
 TEST_F(LidAwakeControllerTest, FailedLaterRenewalTurnsDeepwakeOffAndGivesBack) {
@@ -282,15 +239,11 @@ TEST_F(LidAwakeControllerTest, FailedLaterRenewalTurnsDeepwakeOffAndGivesBack) {
   lid->answerNext();
 
   EXPECT_FALSE(controller->isOn());
-  EXPECT_EQ(controller->lastFailure(), helperUnavailable);
   EXPECT_EQ(controller->givingBack(), 1);
-  EXPECT_EQ(held(), 1u);  // the revoke
   EXPECT_EQ(leaseTimer->pending, std::nullopt);
-  EXPECT_EQ(sessionEnd->pending, std::nullopt);
 
   lid->answerNext();
   EXPECT_EQ(controller->lastFailure(), helperUnavailable);  // the give-back succeeded; the cause stays
-  EXPECT_TRUE(controller->isSettled());
   EXPECT_TRUE(awake->isOn());
 
   // There is no automatic retry: the next check leaves Deepwake off.
@@ -317,12 +270,6 @@ TEST_F(LidAwakeControllerTest, TheSessionsEndEndsDeepwakeWhicheverTimerSeesItFir
          EXPECT_EQ(sessionEnd->pending, end);
          clocks.pass(900);
          sessionEnd->fire();  // the awake controller confirms the expiry
-       }},
-      {"the session's timer", [&] {
-         clocks.pass(1800);
-         sessionTimer->fire();
-         EXPECT_FALSE(awake->isOn());
-         sessionEnd->fire();
        }},
       {"the lease check", [&] {
          clocks.pass(1800);
@@ -356,13 +303,9 @@ TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEn
   auto subscription = controller->observe([&] { ++changes; });
   awake->turnOn(5400.0);
   EXPECT_EQ(sessionEnd->pending, start.adding(5400));
-  EXPECT_EQ(controller->activeUntil(), start.adding(5400));
   EXPECT_EQ(changes, 1);
   awake->turnOn(600.0);
   EXPECT_EQ(sessionEnd->pending, start.adding(600));
-  awake->turnOn(std::nullopt);
-  EXPECT_EQ(sessionEnd->pending, std::nullopt);
-  EXPECT_TRUE(controller->isOn());
 }
 
 // --- Give-backs that are not confirmed ---
@@ -372,12 +315,9 @@ TEST_F(LidAwakeControllerTest, AnUnansweredRevokeIsAnUnconfirmedResetUntilAGiveB
     SCOPED_TRACE(renewing ? "renewal" : "turned off again");
     const int revokes = lid->revokeCount;
     auto controller = makeWithUnconfirmedReset(unavailable());
-    EXPECT_FALSE(controller->isOn());
     EXPECT_EQ(controller->lastFailure(), helperUnavailable);
-    EXPECT_TRUE(controller->isSettled());
     if (renewing) {
       EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-      EXPECT_TRUE(controller->isOn());
     } else {
       controller->turnOff();  // retries the give-back
       EXPECT_EQ(lid->revokeCount, revokes + 2);
@@ -432,7 +372,6 @@ TEST_F(LidAwakeControllerTest, AnUnconfirmedResetIsRetriedOneAtATimeARefusalRepl
 
   lid->answerNext();
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
-  EXPECT_TRUE(controller->isSettled());
 
   controller->checkLease();
   controller->turnOff();
@@ -485,7 +424,6 @@ TEST_F(LidAwakeControllerTest, RepliesAfterTheControllerIsGoneDoNothing) {
 TEST_F(LidAwakeControllerTest, PrecautionFollowsTheMachineConditions) {
   machine->current = {.isOnBattery = true, .hasExternalDisplay = false};
   auto controller = make();
-  EXPECT_EQ(notifier->observeCount, 1);
   EXPECT_EQ(controller->precaution(), LidClosePrecaution::none);  // Deepwake is off
 
   ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
@@ -523,44 +461,32 @@ class LidGuardrailTest : public LidAwakeControllerTest {
   void expectStoppedBy(const LidAwakeController& controller, Stop stop) {
     EXPECT_FALSE(controller.isWanted());
     EXPECT_EQ(controller.guardrailStop(), stop);
+    EXPECT_EQ(controller.guardrailNotice(), DeepwakeGuardrails::Notice::none);
     EXPECT_FALSE(lid->isEngaged());
     EXPECT_TRUE(awake->isOn());
   }
 };
 
-TEST_F(LidGuardrailTest, TheBatteryFloorLowPowerModeAndCriticalHeatStopALeaseButNotWhileChargingAndSeriousHeatOnlyWarns) {
-  machine->current = {.isOnBattery = true, .batteryCharge = 22, .isLidClosed = true};
+TEST_F(LidGuardrailTest, ARuleComingToHoldEndsDeepwakeAndItsLeaseButNotTheSession) {
+  using Edit = void (*)(MachineConditionsSnapshot&);
+  const std::pair<Edit, Stop> rules[] = {
+      {[](auto& c) { c.batteryCharge = 20; }, Stop{Rule::batteryFloor, 20}},
+      {[](auto& c) { c.thermalState = ThermalState::critical; }, Stop{Rule::criticalHeat}},
+      {[](auto& c) { c.isLowPowerModeOn = true; }, Stop{Rule::lowPowerMode}},
+  };
+  for (const auto& [edit, stop] : rules) {
+    machine->current = {.isOnBattery = true, .batteryCharge = 21, .isLidClosed = true};
+    auto controller = makeOn();
+    change(edit);
+    expectStoppedBy(*controller, stop);
+  }
+}
+
+TEST_F(LidGuardrailTest, ChangedSettingsAreStoredAndJudgeTheNextChange) {
   auto controller = makeOn();
-  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::batteryAboveFloor);
-  change([](auto& c) { c.batteryCharge = 21; });
-  EXPECT_TRUE(controller->isOn());
-  change([](auto& c) { c.batteryCharge = 20; });
-  expectStoppedBy(*controller, {Rule::batteryFloor, 20});
-  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::none);
-
-  // Plugged in below the floor: charging, so Deepwake may run again.
-  change([](auto& c) {
-    c.isOnBattery = false;
-    c.batteryCharge = 12;
-  });
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  EXPECT_TRUE(controller->isOn());
-  EXPECT_EQ(controller->guardrailStop(), std::nullopt);
-
-  change([](auto& c) { c.thermalState = ThermalState::serious; });
-  EXPECT_TRUE(controller->isOn());
-  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::seriousHeat);
-  change([](auto& c) { c.thermalState = ThermalState::critical; });
-  expectStoppedBy(*controller, Stop{Rule::criticalHeat});
-
-  change([](auto& c) { c.thermalState = ThermalState::nominal; });
-  ASSERT_TRUE(controller->turnOnJoiningSessionOr(7200));
-  change([](auto& c) { c.isLowPowerModeOn = true; });
-  expectStoppedBy(*controller, Stop{Rule::lowPowerMode});
-
   controller->setGuardrailSettings({.stopsInLowPowerMode = false});
   EXPECT_FALSE(guardrails->settings().stopsInLowPowerMode);
-  EXPECT_TRUE(controller->turnOnJoiningSessionOr(7200));
+  change([](auto& c) { c.isLowPowerModeOn = true; });
   EXPECT_TRUE(controller->isOn());
 }
 
@@ -600,16 +526,12 @@ TEST_F(LidGuardrailTest, OnlyOnPowerGivesTheLeaseBackOnBatteryAndTakesItAgainWit
   change([](auto& c) { c.isOnBattery = true; });
   EXPECT_TRUE(controller->isPausedForPower());
   EXPECT_TRUE(controller->isWanted());
-  EXPECT_FALSE(controller->isOn());
   EXPECT_FALSE(lid->isEngaged());
-  EXPECT_EQ(controller->guardrailNotice(), DeepwakeGuardrails::Notice::pausedForPower);
   leaseTimer->fire();  // nothing is renewed while paused
   EXPECT_EQ(lid->renewCount, renewals);
 
   change([](auto& c) { c.isOnBattery = false; });
-  EXPECT_FALSE(controller->isPausedForPower());
   EXPECT_TRUE(controller->isOn());
-  EXPECT_TRUE(lid->isEngaged());
   EXPECT_EQ(lid->renewCount, renewals + 1);
 
   // Turned on while on battery: paused from the start, and the pause ends
@@ -633,8 +555,6 @@ TEST_F(LidGuardrailTest, ARuleComingOnWhilePausedForPowerIsJudgedWhenPowerReturn
   const Case cases[] = {
       {"Low Power Mode only on battery", [](auto& c) { c.isLowPowerModeOn = true; },
        [](auto& c) { c.isLowPowerModeOn = false; }, std::nullopt},
-      {"Low Power Mode left on", [](auto& c) { c.isLowPowerModeOn = true; }, [](auto&) {}, Stop{Rule::lowPowerMode}},
-      {"the battery floor", [](auto& c) { c.batteryCharge = 20; }, [](auto&) {}, std::nullopt},
       {"critical heat", [](auto& c) { c.thermalState = ThermalState::critical; }, [](auto&) {},
        Stop{Rule::criticalHeat}},
   };
@@ -645,7 +565,6 @@ TEST_F(LidGuardrailTest, ARuleComingOnWhilePausedForPowerIsJudgedWhenPowerReturn
     auto controller = makeOn();
     change([](auto& c) { c.isOnBattery = true; });
     change(test.whilePaused);
-    EXPECT_TRUE(controller->isPausedForPower());
     EXPECT_EQ(controller->guardrailStop(), std::nullopt);
 
     change([&](auto& c) {
@@ -655,7 +574,6 @@ TEST_F(LidGuardrailTest, ARuleComingOnWhilePausedForPowerIsJudgedWhenPowerReturn
     if (test.stop) {
       expectStoppedBy(*controller, *test.stop);
     } else {
-      EXPECT_TRUE(controller->isOn());
       EXPECT_TRUE(lid->isEngaged());
     }
     controller->turnOff();
@@ -672,7 +590,6 @@ TEST_F(LidGuardrailTest, ARestartWhilePausedComesBackOffAndHoldsNothing) {
 
   auto relaunched = make();
   EXPECT_FALSE(relaunched->isWanted());
-  EXPECT_EQ(relaunched->guardrailSettings(), (DeepwakeGuardrails::Settings{.onlyOnPowerAdapter = true}));
   change([](auto& c) { c.isOnBattery = false; });
   EXPECT_FALSE(relaunched->isWanted());
   EXPECT_FALSE(lid->isEngaged());

@@ -56,7 +56,5 @@ TEST(CountdownTextTest, CountdownsAndLabelsInEachLocale) {
     EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("ar"), c.arabic);
   }
 }
-
-// What VoiceOver says: whole unit words, never "m" or Arabic "د" alone.
 }  // namespace
 }  // namespace wakeloft
