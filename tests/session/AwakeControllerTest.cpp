@@ -220,6 +220,23 @@ TEST_F(AwakeControllerTest, ObserversHearOnlyRealChangesAndSessionObserversTheNe
   EXPECT_EQ(seen, (std::vector<std::string>{"first off", "second off", "first on", "second on"}));
 }
 
+TEST_F(AwakeControllerTest, AnAutomaticStartIsNeverStoredNorTakesOverARunningSessionAndAnyOtherStartIsTheUsers) {
+  auto awake = make();
+  awake->turnOnAutomatically();
+  EXPECT_TRUE(awake->isOn());
+  EXPECT_TRUE(awake->isAutomatic());
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  awake->turnOn(600.0);
+  EXPECT_FALSE(awake->isAutomatic());
+  awake->turnOnAutomatically();
+  EXPECT_EQ(awake->activeUntil(), now().adding(600));
+  EXPECT_FALSE(awake->isAutomatic());
+  awake->turnOff();
+  awake->turnOnAutomatically();
+  awake->turnOff();
+  EXPECT_FALSE(awake->isAutomatic());
+}
+
 // Start-up: what each stored form does at launch.
 
 TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadlineWithoutSavingItButCleansALapsedUnreadableOrUnusableOneWhenRestoring) {
