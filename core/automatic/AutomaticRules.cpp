@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/Utf8.h"
+
 namespace wakeloft {
 
 namespace {
@@ -25,7 +27,30 @@ bool holdsAlone(AutomaticRules::Rule rule, const AutomaticRules::Settings& setti
   return false;
 }
 
+bool isKeepableText(std::string_view text) {
+  if (text.size() > AutomaticRules::Settings::longestText) return false;
+  for (std::string_view rest = text; !rest.empty();) {
+    const auto scalar = Utf8::front(rest);
+    if (!scalar.valid || scalar.value < 0x20 || (scalar.value >= 0x7F && scalar.value < 0xA0)) return false;
+    rest.remove_prefix(scalar.length);
+  }
+  return true;
+}
+
 }  // namespace
+
+bool AutomaticRules::Settings::isValid() const {
+  if (!schedule.isValid() || apps.size() > mostApps) return false;
+  for (auto app = apps.begin(); app != apps.end(); ++app) {
+    if (app->bundleIdentifier.empty() || !isKeepableText(app->bundleIdentifier) || !isKeepableText(app->name) ||
+        !isKeepableText(app->path)) {
+      return false;
+    }
+    const auto same = [&](const ChosenApp& other) { return other.bundleIdentifier == app->bundleIdentifier; };
+    if (std::any_of(apps.begin(), app, same)) return false;
+  }
+  return true;
+}
 
 bool AutomaticRules::Settings::isEnabled(Rule rule) const {
   switch (rule) {

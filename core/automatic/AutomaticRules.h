@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,7 +37,16 @@ class AutomaticRules {
     Schedule schedule;
     Combination combination = Combination::any;
 
+    // Far more apps than anyone picks; it keeps the stored list small.
+    static constexpr std::size_t mostApps = 64;
+    // Bytes of a bundle identifier, name or path.
+    static constexpr std::size_t longestText = 1024;
+
     bool isEnabled(Rule rule) const;
+    // Whether it can be kept: a valid schedule, at most `mostApps` apps, each
+    // with a bundle identifier of its own, every text UTF-8 without control
+    // characters and at most `longestText` bytes.
+    bool isValid() const;
     friend bool operator==(const Settings&, const Settings&) = default;
   };
 

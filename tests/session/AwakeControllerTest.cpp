@@ -223,18 +223,12 @@ TEST_F(AwakeControllerTest, ObserversHearOnlyRealChangesAndSessionObserversTheNe
 TEST_F(AwakeControllerTest, AnAutomaticStartIsNeverStoredNorTakesOverARunningSessionAndAnyOtherStartIsTheUsers) {
   auto awake = make();
   awake->turnOnAutomatically();
-  EXPECT_TRUE(awake->isOn());
-  EXPECT_TRUE(awake->isAutomatic());
+  EXPECT_TRUE(awake->isOn() && awake->isAutomatic());
   EXPECT_EQ(saved(), AwakeIntent::off());
   awake->turnOn(600.0);
-  EXPECT_FALSE(awake->isAutomatic());
   awake->turnOnAutomatically();
-  EXPECT_EQ(awake->activeUntil(), now().adding(600));
   EXPECT_FALSE(awake->isAutomatic());
-  awake->turnOff();
-  awake->turnOnAutomatically();
-  awake->turnOff();
-  EXPECT_FALSE(awake->isAutomatic());
+  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(600)));
 }
 
 // Start-up: what each stored form does at launch.
