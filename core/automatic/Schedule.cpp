@@ -1,7 +1,7 @@
 #include "automatic/Schedule.h"
 
+#include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace wakeloft {
 
