@@ -85,9 +85,8 @@ bool AutomaticRules::hold(const Settings& settings, const Facts& facts) {
 std::optional<AutomaticRules::ChosenApp> AutomaticRules::runningApp(const Settings& settings, const Facts& facts) {
   if (!settings.whileAppsRun) return std::nullopt;
   for (const auto& app : settings.apps) {
-    if (std::find(facts.runningApps.begin(), facts.runningApps.end(), app.bundleIdentifier) != facts.runningApps.end()) {
-      return app;
-    }
+    const auto& running = facts.runningApps;
+    if (std::find(running.begin(), running.end(), app.bundleIdentifier) != running.end()) return app;
   }
   return std::nullopt;
 }

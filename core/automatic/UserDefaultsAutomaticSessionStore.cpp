@@ -44,7 +44,8 @@ AutomaticRules::Settings UserDefaultsAutomaticSessionStore::settings() {
   settings.whileAppsRun = readSwitch(whileAppsRunKey, settings.whileAppsRun);
   settings.onSchedule = readSwitch(onScheduleKey, settings.onSchedule);
   auto& schedule = settings.schedule;
-  schedule.weekdays = static_cast<std::uint8_t>(readInteger(scheduleWeekdaysKey, schedule.weekdays, Schedule::allWeekdays));
+  schedule.weekdays =
+      static_cast<std::uint8_t>(readInteger(scheduleWeekdaysKey, schedule.weekdays, Schedule::allWeekdays));
   schedule.start = readInteger(scheduleStartKey, schedule.start, Schedule::minutesPerDay - 1);
   schedule.end = readInteger(scheduleEndKey, schedule.end, Schedule::minutesPerDay - 1);
 
@@ -82,7 +83,8 @@ void UserDefaultsAutomaticSessionStore::setSettings(const AutomaticRules::Settin
   defaults_.set(combinationKey, settings.combination == AutomaticRules::Combination::all ? "all" : "any");
   DefaultsValue::Array apps;
   for (const auto& app : settings.apps) {
-    apps.emplace_back(Dictionary{{bundleIdentifierField, app.bundleIdentifier}, {nameField, app.name}, {pathField, app.path}});
+    apps.emplace_back(
+        Dictionary{{bundleIdentifierField, app.bundleIdentifier}, {nameField, app.name}, {pathField, app.path}});
   }
   defaults_.set(appsKey, std::move(apps));
 }

@@ -14,7 +14,7 @@ using Dictionary = DefaultsValue::Dictionary;
 using Array = DefaultsValue::Array;
 
 DefaultsValue app(std::string identifier) {
-  return Dictionary{{"bundleIdentifier", std::move(identifier)}, {"name", "Xcode"}, {"path", "/Applications/Xcode.app"}};
+  return Dictionary{{"bundleIdentifier", std::move(identifier)}, {"name", "Xcode"}, {"path", "/Applications/X.app"}};
 }
 
 TEST(UserDefaultsAutomaticSessionStoreTest, SettingsAndSuppressionRoundTripAndDefaultWhenAbsent) {

@@ -54,7 +54,8 @@ TEST(AutomaticScheduleLoopTest, ASpanStartsTheSessionWhenItsStartComesAndNotBefo
       awake, binding, store,
       {std::make_shared<StaticMachineConditions>(false, false), std::make_shared<testing::ManualConditionsNotifier>(),
        std::make_shared<InMemoryRunningApplications>(), std::make_shared<testing::ManualTimeZoneProvider>(zone)},
-      dates, continuous, std::make_shared<TimerDeadlineScheduler>(), std::make_shared<testing::ManualRecheckNotifier>());
+      dates, continuous, std::make_shared<TimerDeadlineScheduler>(),
+      std::make_shared<testing::ManualRecheckNotifier>());
 
   EXPECT_FALSE(awake->isOn());
   EXPECT_TRUE(testing::pumpMainLoopUntil([&] { return awake->isOn(); }, 4));
