@@ -88,17 +88,4 @@ std::optional<Date> Schedule::nextBoundary(Date now, const TimeZone& zone) const
   return next;
 }
 
-std::optional<Date> Schedule::holdsUntil(Date now, const TimeZone& zone) const {
-  if (!isValid() || !std::isfinite(now.secondsSince1970)) return std::nullopt;
-  auto span = holdingSpan(*this, now, zone);
-  if (!span) return std::nullopt;
-  // Whole days on every day never end; a week of them is as far as it looks.
-  for (int followed = 0; followed < 8; ++followed) {
-    const auto following = spanOn(*this, localDay(span->end, zone), zone);
-    if (!following || following->start != span->end) return span->end;
-    span = following;
-  }
-  return std::nullopt;
-}
-
 }  // namespace wakeloft

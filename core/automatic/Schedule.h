@@ -38,9 +38,6 @@ struct Schedule {
   // The first start or end of a span after `now`, the moment to judge the
   // schedule again; absent without weekdays.
   std::optional<Date> nextBoundary(Date now, const TimeZone& zone) const;
-  // While a span holds: when it stops holding, spans that follow on without
-  // a break counted in; absent when none holds or one never stops.
-  std::optional<Date> holdsUntil(Date now, const TimeZone& zone) const;
 
   friend constexpr bool operator==(const Schedule&, const Schedule&) = default;
 };

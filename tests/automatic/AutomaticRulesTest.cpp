@@ -32,7 +32,6 @@ TEST(AutomaticRulesTest, EnabledRulesHoldAsTheirFactsDoInNamingOrderCombinedAsCh
       {rules(1, 1, 0, 0, all), docked, {Rule::externalDisplay, Rule::powerAdapter}, true},
       {rules(1, 1, 1, 1, all), {true, true, {"com.figma.Desktop"}, true},
        {Rule::externalDisplay, Rule::powerAdapter, Rule::apps, Rule::schedule}, true},
-      {rules(1, 0, 0, 0), docked, {Rule::externalDisplay}, true},
       {rules(0, 0, 1, 1), {false, false, {}, true}, {Rule::schedule}, true},
   };
   for (std::size_t i = 0; i < std::size(cases); ++i) {

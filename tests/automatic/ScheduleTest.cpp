@@ -53,12 +53,5 @@ TEST(ScheduleTest, BoundariesKeepTheirWallClockTimeAcrossDaylightSavingChanges) 
   }
 }
 
-TEST(ScheduleTest, HoldsUntilTheEndOfSpansThatFollowWithoutABreak) {
-  const Date noon = utc(2026, 1, 5, 12);
-  EXPECT_EQ(Schedule({weekdays, 540, 1080}).holdsUntil(noon, berlin), utc(2026, 1, 5, 17));
-  EXPECT_EQ(Schedule({Schedule::allWeekdays & ~sundays, 0, 0}).holdsUntil(noon, berlin), utc(2026, 1, 10, 23));
-  EXPECT_EQ(Schedule({Schedule::allWeekdays, 0, 0}).holdsUntil(noon, berlin), std::nullopt);
-}
-
 }  // namespace
 }  // namespace wakeloft
