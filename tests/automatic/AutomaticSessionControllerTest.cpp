@@ -77,6 +77,18 @@ TEST_F(AutomaticSessionControllerTest, ASessionOutlastsADisplayOrAppFlappingAndE
   }
 }
 
+TEST_F(AutomaticSessionControllerTest, NewSettingsApplyAtOnceAndOnesThatCannotBeKeptChangeNothing) {
+  launch();
+  EXPECT_FALSE(app.awake->isOn());
+  AutomaticRules::Settings onPower;
+  onPower.whileOnPowerAdapter = true;
+  EXPECT_TRUE(automatic->setSettings(onPower));
+  EXPECT_TRUE(isAutomatic());
+  onPower.schedule.end = Schedule::minutesPerDay;
+  EXPECT_FALSE(automatic->setSettings(onPower));
+  EXPECT_NE(store->settings(), onPower);
+}
+
 TEST_F(AutomaticSessionControllerTest, AManualSessionKeepsItsOwnEndAndGivesWayToTheRulesWhenItRunsOut) {
   launch();
   display(true);
