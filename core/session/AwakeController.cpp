@@ -63,10 +63,15 @@ void AwakeController::turnOn(std::optional<double> seconds) {
   }
 }
 
+void AwakeController::turnOnAutomatically() {
+  if (!isRequested_) activate(std::nullopt, /*recording=*/false, /*automatic=*/true);
+}
+
 void AwakeController::turnOff() {
   scheduler_->cancel();
   store_->save(AwakeIntent::off());
   isRequested_.set(false);
+  isAutomatic_.set(false);
   setDeadline(std::nullopt);
   lastFailure_.set(std::nullopt);
   if (isOn_) {
@@ -107,9 +112,10 @@ std::optional<double> AwakeController::remaining() const {
   return left < 0 ? 0 : left;
 }
 
-void AwakeController::activate(std::optional<Date> deadline, bool recording) {
+void AwakeController::activate(std::optional<Date> deadline, bool recording, bool automatic) {
   if (recording) store_->save(deadline ? AwakeIntent::until(*deadline) : AwakeIntent::indefinite());
   isRequested_.set(true);
+  isAutomatic_.set(automatic);
   setDeadline(deadline);
 
   if (!isOn_) {

@@ -37,6 +37,9 @@ class AwakeController {
   // Without seconds: a session without timer. With seconds: a timed session,
   // or off when the deadline cannot be represented.
   void turnOn(std::optional<double> seconds);
+  // A session without timer that the automatic rules keep: marked automatic
+  // and never stored as the user's intent. Nothing when a session runs.
+  void turnOnAutomatically();
   void turnOff();
   // Ends a lapsed session at once; otherwise re-arms the timer at the end.
   void checkExpiry();
@@ -51,13 +54,15 @@ class AwakeController {
   bool isOn() const { return isOn_; }
   const std::optional<AwakeFailure>& lastFailure() const { return lastFailure_; }
   bool isRequested() const { return isRequested_; }
+  // Whether the running session is the automatic rules', not the user's.
+  bool isAutomatic() const { return isAutomatic_; }
   std::optional<Date> activeUntil() const { return activeUntil_; }
   std::optional<Date> endsAt() const;
   // Never negative.
   std::optional<double> remaining() const;
 
  private:
-  void activate(std::optional<Date> deadline, bool recording);
+  void activate(std::optional<Date> deadline, bool recording, bool automatic = false);
   void setDeadline(std::optional<Date> deadline);
   void arm(Date at);
   void notifySessionObservers();
@@ -73,6 +78,7 @@ class AwakeController {
   Published<bool> isOn_{changed_, false};
   Published<std::optional<AwakeFailure>> lastFailure_{changed_, std::nullopt};
   Published<bool> isRequested_{changed_, false};
+  Published<bool> isAutomatic_{changed_, false};
   Published<std::optional<Date>> activeUntil_{changed_, std::nullopt};
   Published<std::optional<double>> activeUntilContinuous_{changed_, std::nullopt};
   std::vector<std::function<void()>> sessionObservers_;

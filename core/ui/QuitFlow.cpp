@@ -35,9 +35,10 @@ TerminateReply QuitFlow::shouldTerminate() {
   if (lid_) lid_->checkLease();
   if (!awake_) return quitOnceTheHelperHasAnswered();
 
+  // An automatic session comes back with its rules at the next launch.
   const auto confirmation =
-      QuitConfirmation::asked(awake_->isOn(), lid_ ? lid_->isOn() : false, awake_->remaining(),
-                              !binding_ || !binding_->isHeldOnlyForProcesses());
+      QuitConfirmation::asked(awake_->isOn() && !awake_->isAutomatic(), lid_ ? lid_->isOn() : false,
+                              awake_->remaining(), !binding_ || !binding_->isHeldOnlyForProcesses());
   if (confirmation.kind() == QuitConfirmation::Kind::quitNow) return quitOnceTheHelperHasAnswered();
 
   isAsking_ = true;

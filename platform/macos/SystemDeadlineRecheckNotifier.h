@@ -8,8 +8,9 @@
 namespace wakeloft {
 
 // Asks for deadlines to be judged again when the Mac wakes (the shared
-// workspace's centre) and when the system clock is set (the default centre).
-// Nothing else, not time zones or screens, triggers a re-check. Main thread.
+// workspace's centre) and when the system clock or time zone is set (the
+// default centre), since a schedule's boundaries move with the zone. Nothing
+// else, not screens, triggers a re-check. Main thread.
 class SystemDeadlineRecheckNotifier final : public DeadlineRecheckNotifier {
  public:
   SystemDeadlineRecheckNotifier();
@@ -17,7 +18,7 @@ class SystemDeadlineRecheckNotifier final : public DeadlineRecheckNotifier {
   SystemDeadlineRecheckNotifier(const SystemDeadlineRecheckNotifier&) = delete;
   SystemDeadlineRecheckNotifier& operator=(const SystemDeadlineRecheckNotifier&) = delete;
 
-  // Replaces the earlier pair of observers, so only the latest handler runs.
+  // Replaces the earlier observers, so only the latest handler runs.
   void observe(std::function<void()> handler) override;
 
  private:

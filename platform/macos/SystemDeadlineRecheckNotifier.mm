@@ -1,6 +1,7 @@
 #include "SystemDeadlineRecheckNotifier.h"
 
 #import <AppKit/AppKit.h>
+#include <CoreFoundation/CoreFoundation.h>
 #import <Foundation/Foundation.h>
 
 #include "base/MainThread.h"
@@ -12,6 +13,7 @@ struct SystemDeadlineRecheckNotifier::Observers {
   NSNotificationCenter* defaultCenter = NSNotificationCenter.defaultCenter;
   id<NSObject> wakeToken = nil;
   id<NSObject> clockToken = nil;
+  id<NSObject> zoneToken = nil;
 };
 
 SystemDeadlineRecheckNotifier::SystemDeadlineRecheckNotifier() : observers_(std::make_unique<Observers>()) {}
@@ -44,6 +46,15 @@ void SystemDeadlineRecheckNotifier::observe(std::function<void()> handler) {
                                                                   object:nil
                                                                    queue:nil
                                                               usingBlock:deliver];
+  // The system zone is cached until reset, and observers are told in no set
+  // order: reset it here so the handler reads the new one.
+  observers_->zoneToken = [observers_->defaultCenter addObserverForName:NSSystemTimeZoneDidChangeNotification
+                                                                 object:nil
+                                                                  queue:nil
+                                                             usingBlock:^(NSNotification* notification) {
+                                                               CFTimeZoneResetSystem();
+                                                               deliver(notification);
+                                                             }];
 }
 
 void SystemDeadlineRecheckNotifier::stopObserving() {
@@ -54,6 +65,10 @@ void SystemDeadlineRecheckNotifier::stopObserving() {
   if (observers_->clockToken) {
     [observers_->defaultCenter removeObserver:observers_->clockToken];
     observers_->clockToken = nil;
+  }
+  if (observers_->zoneToken) {
+    [observers_->defaultCenter removeObserver:observers_->zoneToken];
+    observers_->zoneToken = nil;
   }
 }
 

@@ -220,6 +220,17 @@ TEST_F(AwakeControllerTest, ObserversHearOnlyRealChangesAndSessionObserversTheNe
   EXPECT_EQ(seen, (std::vector<std::string>{"first off", "second off", "first on", "second on"}));
 }
 
+TEST_F(AwakeControllerTest, AnAutomaticStartIsNeverStoredNorTakesOverARunningSessionAndAnyOtherStartIsTheUsers) {
+  auto awake = make();
+  awake->turnOnAutomatically();
+  EXPECT_TRUE(awake->isOn() && awake->isAutomatic());
+  EXPECT_EQ(saved(), AwakeIntent::off());
+  awake->turnOn(600.0);
+  awake->turnOnAutomatically();
+  EXPECT_FALSE(awake->isAutomatic());
+  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(600)));
+}
+
 // Start-up: what each stored form does at launch.
 
 TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadlineWithoutSavingItButCleansALapsedUnreadableOrUnusableOneWhenRestoring) {

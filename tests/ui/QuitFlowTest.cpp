@@ -88,6 +88,14 @@ TEST_F(QuitFlowTest, NothingRunningQuitsAtOnceButARunningSessionIsQuestionedAndC
   EXPECT_EQ(asked.back(), QuitConfirmation::awakeMode(std::nullopt, /*comesBack=*/false));
 }
 
+TEST_F(QuitFlowTest, AnAutomaticSessionQuitsUnquestionedUnlessDeepwakeRunsInIt) {
+  app.awake->turnOnAutomatically();
+  EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
+  app.turnOnDeepwake();
+  flow->shouldTerminate();
+  EXPECT_EQ(asked, std::vector{QuitConfirmation::deepwake(std::nullopt)});
+}
+
 TEST_F(QuitFlowTest, ConfirmingDeepwakeEndsItAndWaitsForTheHelperButAFlowThatIsGoneRepliesNothing) {
   app.turnOnDeepwake(7200);
   app.helper->holdsReplies = true;

@@ -1,0 +1,57 @@
+// The automatic rules and their suppression in the user defaults.
+
+#include "automatic/UserDefaultsAutomaticSessionStore.h"
+
+#include <gtest/gtest.h>
+
+#include "base/InMemoryDefaultsDomain.h"
+
+namespace wakeloft {
+namespace {
+
+using Store = UserDefaultsAutomaticSessionStore;
+using Dictionary = DefaultsValue::Dictionary;
+using Array = DefaultsValue::Array;
+
+DefaultsValue app(std::string identifier) {
+  return Dictionary{{"bundleIdentifier", std::move(identifier)}, {"name", "Xcode"}, {"path", "/Applications/X.app"}};
+}
+
+TEST(UserDefaultsAutomaticSessionStoreTest, SettingsAndSuppressionRoundTripAndDefaultWhenAbsent) {
+  InMemoryDefaultsDomain defaults;
+  EXPECT_EQ(Store(defaults).settings(), AutomaticRules::Settings{});
+  EXPECT_FALSE(Store(defaults).isSuppressed());
+  const AutomaticRules::Settings chosen{false, true, true, {{"com.apple.dt.Xcode", "Xcode", "/Applications/Xcode.app"},
+                                        {"com.figma.Desktop", "Figma", ""}}, true, {0x7F, 1320, 360},
+                                        AutomaticRules::Combination::all};
+  Store(defaults).setSettings(chosen);
+  Store(defaults).setSuppressed(true);
+  EXPECT_EQ(Store(defaults).settings(), chosen);
+  EXPECT_TRUE(Store(defaults).isSuppressed());
+}
+
+TEST(UserDefaultsAutomaticSessionStoreTest, AnUnreadableValueReadsAsTheDefaultAndIsRemovedAlone) {
+  const std::pair<const char*, DefaultsValue> cases[] = {
+      {Store::whileExternalDisplayKey, 1},     {Store::suppressedKey, "YES"},
+      {Store::scheduleWeekdaysKey, 128},       {Store::scheduleStartKey, 1440},
+      {Store::scheduleEndKey, 60.5},           {Store::scheduleEndKey, true},
+      {Store::combinationKey, "both"},         {Store::appsKey, app("com.apple.dt.Xcode")},
+      {Store::appsKey, Array{app("com.apple.dt.Xcode"), app("com.apple.dt.Xcode")}},
+      {Store::appsKey, Array{app("com.apple.dt.Xcode\n")}},
+      {Store::appsKey, Array{Dictionary{{"bundleIdentifier", "com.apple.dt.Xcode"}}}},
+  };
+  AutomaticRules::Settings expected;
+  expected.onSchedule = true;
+  for (const auto& [key, value] : cases) {
+    InMemoryDefaultsDomain defaults;
+    defaults.set(key, value);
+    defaults.set(Store::onScheduleKey, true);
+    Store store(defaults);
+    EXPECT_EQ(store.settings(), expected) << key;
+    EXPECT_FALSE(store.isSuppressed()) << key;
+    EXPECT_EQ(defaults.values().size(), 1u) << key;
+  }
+}
+
+}  // namespace
+}  // namespace wakeloft
