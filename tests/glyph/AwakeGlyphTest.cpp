@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <unordered_set>
 
 #include "FixedSymbolMetrics.h"
 #include "glyph/AwakeGlyph.h"
@@ -48,10 +47,6 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectButNoSizeOrNoS
   EXPECT_TRUE(AwakeGlyph(Vessel::mug, true).image(0.5, symbols).isEmpty());
 
   EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
-
-  const std::unordered_set<AwakeGlyph> glyphs{
-      {Vessel::mug, false}, {Vessel::mug, true}, {Vessel::doubleMug, false}, {Vessel::doubleMug, true}};
-  EXPECT_EQ(glyphs.size(), 4u);
 }
 
 TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {

@@ -96,10 +96,8 @@ TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndTheFootIsSna
   const double fineStrokesFit = 0.6 * 1.675 / (0.4 * 0.09);
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit - 0.01), Detail::plain);
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit + 0.01), Detail::full);
-  EXPECT_EQ(LaptopGlyph::detail(64), Detail::full);
 
   EXPECT_EQ(LaptopGlyph::detail(0), Detail::blunt);
-  EXPECT_EQ(LaptopGlyph::detail(-20), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(std::nan("")), Detail::blunt);
 
   // Unsnapped, the foot is the gap above the ink.

@@ -108,8 +108,6 @@ TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {
       {[](AppcastRelease& r) { r.version = "1.1b2"; }, "already has an item with sparkle:version 1.1"},
       {[](AppcastRelease& r) { r.publicKey = "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs="; },
        "does not belong to the public key"},
-      {[this](AppcastRelease& r) { r.privateKeyPath = directory.write("old", std::string(128, 'A')); },
-       "older 96-byte form"},
       {[this](AppcastRelease& r) { r.privateKeyPath = directory.path() / "absent"; }, "cannot read the private key"},
       {[](AppcastRelease& r) { r.shortVersion = "1.3"; }, "CHANGELOG.md has no section \"## [1.3]\""},
       {[this](AppcastRelease& r) { r.archivePath = directory.path(); }, "cannot read the archive"},

@@ -7,6 +7,9 @@
 namespace wakeloft {
 namespace {
 
+// The preferred language takes the user's region unless it has its own, and
+// keeps the user's other settings; without one, or with one that cannot be
+// read, the locale is the user's own.
 TEST(AppLanguageTest, TheFirstPreferredLanguageDecidesTheDirectionAndTheLocaleInTheUsersRegion) {
   EXPECT_EQ(AppLanguage::direction({}), LayoutDirection::leftToRight);
   EXPECT_EQ(AppLanguage::direction({"ar"}), LayoutDirection::rightToLeft);
@@ -27,9 +30,5 @@ TEST(AppLanguageTest, TheFirstPreferredLanguageDecidesTheDirectionAndTheLocaleIn
   EXPECT_EQ(AppLanguage::resolvedLocale({""}, "en_US"), "en_US");
   EXPECT_EQ(LocaleIdentifiers::languageOf("@@@"), LocaleIdentifiers::Language{});
 }
-
-// The preferred language takes the user's region unless it has its own, and
-// keeps the user's other settings; without one, or with one that cannot be
-// read, the locale is the user's own.
 }  // namespace
 }  // namespace wakeloft

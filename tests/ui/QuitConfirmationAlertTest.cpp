@@ -47,7 +47,6 @@ TEST(QuitConfirmationAlertTest, TheConsequenceAloneWithoutTimeLeftWhichComesFirs
   EXPECT_EQ(deepwake->title.english(), "Quit and end Deepwake?");
   EXPECT_EQ(deepwake->message.english(), std::string("1 hour left in this session. ") + deepwakeConsequence);
   EXPECT_EQ(deepwake->buttons[0].title.english(), "Quit and end Deepwake");
-  EXPECT_EQ(deepwake->buttons[1].keyEquivalent, std::string(QuitConfirmationAlert::escapeKey));
   EXPECT_EQ(deepwake->layoutDirection, LayoutDirection::rightToLeft);
 }
 

@@ -173,7 +173,5 @@ TEST_F(QuitFlowTest, AnUpdateRelaunchIsNeverQuestionedButStillWaitsForTheHelper)
   EXPECT_EQ(replies, std::vector{true});
 }
 
-// --- Lifetime ---
-
 }  // namespace
 }  // namespace wakeloft

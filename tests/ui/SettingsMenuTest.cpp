@@ -28,10 +28,8 @@ TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKeyAndAWaitingUpdateOnTheB
   EXPECT_EQ(items[6].title->english(), "Quit Wakeloft");
   EXPECT_EQ(items[6].command, Command::quit);
   EXPECT_EQ(items[6].keyEquivalent, "q");
-  EXPECT_EQ(SettingsMenu::buttonTitle().english(), "Settings");
 
   EXPECT_EQ(SettingsMenu::buttonSymbolFor(std::nullopt), "gearshape");
-  EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel(std::nullopt).english(), "Settings");
   EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");
   EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel("2.1").english(), "Settings, version 2.1 is ready to install");
   const auto waiting = SettingsMenu::items("2.1");
