@@ -177,6 +177,7 @@ TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunn
     EXPECT_EQ(awake->isOn(), on);
     EXPECT_EQ(intents->isAwakeRequested(), on);
     EXPECT_EQ(watcher->watching.size(), kept.size());
+    EXPECT_EQ(store->stored == StoredProcessBinding::none(), kept.empty()) << "stored while nothing is held";
   }
 }
 
