@@ -195,8 +195,6 @@ TEST_F(AwakePanelContentTest, TheHeatWarningShowsBeforeItIsAcknowledgedAndOnBatt
   EXPECT_EQ(on.deepwake.precaution->link, std::nullopt);
 }
 
-// --- Open at login ---
-
 TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOrPausesItIsSaid) {
   app.machine->current = {.isOnBattery = true, .hasExternalDisplay = true, .batteryCharge = 64};
   app.start();
@@ -223,6 +221,8 @@ TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOr
   EXPECT_EQ(panel.deepwake.guardrail->text, LocalizedText(TextCatalog::pausedWaitingForPower));
   EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
 }
+
+// --- Open at login ---
 
 TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPaneOneOutsideApplicationsIsToldToMoveAndARefusalShowsTheSystemsWords) {
   app.loginItemService->setState(LoginItemState::requiresApproval);

@@ -61,8 +61,6 @@ class MenuBarSceneTest : public ::testing::Test {
   std::unique_ptr<MenuBarScene> scene;
 };
 
-// --- The status item ---
-
 TEST_F(MenuBarSceneTest, TheIconShowsAtOnceAndAgainOnlyWhenItChanges) {
   makeScene();
   ASSERT_EQ(icons.size(), 1u);

@@ -86,8 +86,6 @@ TEST(TranslatedTextTest, ACountPicksItsWordingByTheLocalesPluralRules) {
            {arabic, 3, PluralCategory::few, until + "\u0663 \u0639\u0645\u0644\u064A\u0627\u062A"},
            {arabic, 11, PluralCategory::many, until + "\u0661\u0661" + process},
            {arabic, 100, PluralCategory::other, until + "\u0661\u0660\u0660" + process},
-           {german, 1, PluralCategory::one, "bis 1 Prozess endet"},
-           {german, 2, PluralCategory::other, "bis 2 Prozesse enden"},
            {english, 1, PluralCategory::one, "until 1 process ends"},
        }) {
     SCOPED_TRACE(language.locale + " " + std::to_string(count));
