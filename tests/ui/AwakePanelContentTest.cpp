@@ -50,8 +50,6 @@ TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndTheStarredPresets) {
   EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
   EXPECT_EQ(panel.deepwake.toggle.accessibilityHelp, panel.deepwake.caption);
   EXPECT_EQ(panel.retry, AwakePanelContent::Retry{});
-
-  EXPECT_FALSE(panel.login.toggle.isOn);
 }
 
 TEST_F(AwakePanelContentTest, AwakeWithoutTimerKeepsThePresetsOrNothingWhenNoneIsStarred) {
@@ -129,7 +127,6 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
   ASSERT_TRUE(app.lid->isTurningOn());
   auto panel = content();
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
-  EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeUntilSessionEnds));
   EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
