@@ -55,6 +55,7 @@ TEST(TranslatedTextTest, TheQuitAlertSaysTheTimeLeftInFullWordsInEachLanguage) {
     const auto alert =
         QuitConfirmationAlert::make(QuitConfirmation::awakeMode(5400), language.locale, LayoutDirection::leftToRight);
     ASSERT_TRUE(alert);
+    ASSERT_FALSE(alert->message.sentences().empty());
     EXPECT_EQ(alert->message.sentences()[0].resolved(LanguageTables(language.tables).lookup()), expected);
   }
 }
