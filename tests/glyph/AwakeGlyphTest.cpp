@@ -30,6 +30,7 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectButNoSizeOrNoS
   EXPECT_EQ(AwakeGlyph(Vessel::mug, true).image(64, symbols).size, (GlyphSize{90, 61}));
 
   const auto filled = AwakeGlyph(Vessel::mug, true).image(16, symbols);
+  ASSERT_EQ(filled.parts.size(), 1u);
   const auto at1x = filled.parts[0].drawing(1);
   const auto at2x = filled.parts[0].drawing(2);
   ASSERT_TRUE(at1x && at2x);
@@ -79,6 +80,7 @@ TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
   EXPECT_GT(cut.frame.maxY(), front.frame.maxY());
 
   const auto filled = AwakeGlyph(Vessel::doubleMug, true).image(15, symbols);
+  ASSERT_EQ(filled.parts.size(), 3u);
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[0].content), SystemSymbol::mugFill(15));
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[2].content), SystemSymbol::mugFill(15));
 }

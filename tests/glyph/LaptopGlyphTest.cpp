@@ -137,8 +137,8 @@ TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhic
   EXPECT_TRUE(LaptopGlyph::layout(glyphRect(19.1), 2).innerStrokeFits);
 
   // Hollow: the laptop is a stroked outline; otherwise a solid slab.
-  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(64), Detail::full, 1)).front(), 'S');
-  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(32), Detail::full, 1)).front(), 'F');
+  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(64), Detail::full, 1)).substr(0, 1), "S");
+  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(32), Detail::full, 1)).substr(0, 1), "F");
 }
 
 TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageReachesTheHandleUnlessBluntAndTheFilledLaptopSplitsOnlyAtFullDetail) {

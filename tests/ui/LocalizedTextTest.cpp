@@ -37,6 +37,7 @@ TEST(LocalizedTextTest, ResolvesThroughTheTranslationOrFallsBackToEnglishVerbati
 
   EXPECT_EQ(LocalizedText::verbatim("bad \xC3( byte").english(), "bad \xEF\xBF\xBD( byte");
   const LocalizedText text{TextCatalog::settingUnwritten, {std::string("\xFF")}};
+  ASSERT_EQ(text.arguments().size(), 1u);
   EXPECT_EQ(std::get<std::string>(text.arguments()[0]), "\xEF\xBF\xBD");
 }
 

@@ -36,6 +36,7 @@ TEST(QuitConfirmationAlertTest, TheConsequenceAloneWithoutTimeLeftOrAfterItDeepw
 
   const auto deepwake = QuitConfirmationAlert::make(QuitConfirmation::deepwake(3600), "en_US", LayoutDirection::rightToLeft);
   ASSERT_TRUE(deepwake);
+  ASSERT_EQ(deepwake->buttons.size(), 2u);
   EXPECT_EQ(deepwake->title.english(), "Quit and end Deepwake?");
   EXPECT_EQ(deepwake->message.english(), std::string("1 hour left in this session. ") + deepwakeConsequence);
   EXPECT_EQ(deepwake->buttons[0].title.english(), "Quit and end Deepwake");

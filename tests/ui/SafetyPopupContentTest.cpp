@@ -31,6 +31,7 @@ TEST(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresAndAppliesChanges) {
                                               .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true};
   EXPECT_EQ(app.guardrails->settings(), expected);
   content = SafetyPopupContent::current(*app.lid, "en_US");
+  ASSERT_EQ(content.switches.size(), 3u);
   EXPECT_EQ(content.chosenFloor, 0);
   EXPECT_FALSE(content.switches[0].isOn);
   EXPECT_TRUE(content.switches[2].isOn);

@@ -33,6 +33,7 @@ TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKeyAndAWaitingUpdateOnTheB
   EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");
   EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel("2.1").english(), "Settings, version 2.1 is ready to install");
   const auto waiting = SettingsMenu::items("2.1");
+  ASSERT_EQ(waiting.size(), items.size());
   EXPECT_EQ(waiting[3].title->english(), "Install Version 2.1\u2026");
   EXPECT_EQ(waiting[3].command, Command::checkForUpdates);
 }
