@@ -129,7 +129,6 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeUntilSessionEnds));
-  EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
 
   // Confirmed: the lid-closed glyph and wording.
   app.helper->answerAll();
@@ -137,7 +136,6 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
   EXPECT_TRUE(panel.deepwake.toggle.isOn);
   EXPECT_EQ(panel.deepwake.toggle.action(false), PanelAction::setDeepwake(false));
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::doubleMug, true));
-  EXPECT_EQ(panel.statusLine.english(), "On \u00B7 2:00:00 left");
   EXPECT_EQ(panel.explanation.english(), "Your Mac won't fall asleep until the session ends, even with the lid closed.");
 
   app.awake->turnOn(std::nullopt);
@@ -161,7 +159,6 @@ TEST_F(AwakePanelContentTest, AFailingHelperOrAnUnconfirmedResetIsExplainedUnder
       LidSleepBlockerError::helperRefused(LidHelperRefusal::settingNotPutBack("pmset failed").reason()));
   app.lid->turnOff();
   const auto reset = content();
-  EXPECT_FALSE(reset.deepwake.toggle.isOn);
   ASSERT_TRUE(reset.deepwake.failure);
   EXPECT_EQ(reset.deepwake.failure->text.english(),
             "Your Mac may stay awake with the lid closed. Deepwake's helper couldn't restore the sleep setting and "
