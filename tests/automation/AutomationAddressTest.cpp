@@ -46,7 +46,6 @@ TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotR
   }
   EXPECT_EQ(AutomationAddress::write(Request::hold(9, AwakeDuration{5400}, true)),
             "wakeloft://hold?pid=9&for=1h30m&deepwake=1");
-  EXPECT_EQ(std::get<Request>(AutomationAddress::parse("wakeloft://Stop")), Request::stop());
 
   const std::vector<std::pair<std::string, std::string>> refusals = {
       {"wakeloft://sleep", "unknown action \"sleep\""},
@@ -60,7 +59,6 @@ TEST(AutomationAddressTest, ReadsEveryFormAndWritesItBackButRefusesWhatItCannotR
       {"wakeloft://stop?for=1h", "stop takes no key \"for\""},
       {"wakeloft://start?", "empty query"},
       {"wakeloft://start?for", "not KEY=VALUE"},
-      {"wakeloft://start?&for=1h", "not KEY=VALUE"},
       {"wakeloft://start?for=", "not KEY=VALUE"},
       {"wakeloft://start?for=-5m", "cannot be negative"},
       {"wakeloft://start?for=0", "longer than zero"},

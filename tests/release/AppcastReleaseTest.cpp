@@ -88,13 +88,9 @@ TEST_F(AppcastReleaseTest, TheReleaseIsAddedKeepingEveryEarlierByteAndTheFileMod
 
   EXPECT_TRUE(testing::verifies(rfcPublicKey, archive, item.edSignature));
   EXPECT_EQ(item.length, archive.size());
+  EXPECT_EQ(item.url, release.url);
   const std::string created = feed();
   EXPECT_NE(created.find("<link>https://wakeloft.app/appcast.xml</link>"), std::string::npos);
-  EXPECT_NE(created.find("<enclosure url=\"" + release.url +
-                         "\" length=\"" + std::to_string(archive.size()) + "\" type=\"application/octet-stream\" "
-                         "sparkle:edSignature=\"" +
-                         item.edSignature + "\"/>"),
-            std::string::npos);
   const auto reread = Appcast::read(created);
   ASSERT_TRUE(std::holds_alternative<Appcast>(reread));
   EXPECT_EQ(std::get<Appcast>(reread).versions(), std::vector<std::string>{"1.2"});
@@ -108,8 +104,6 @@ TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {
       {[](AppcastRelease& r) { r.version = "1.1b2"; }, "already has an item with sparkle:version 1.1"},
       {[](AppcastRelease& r) { r.publicKey = "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs="; },
        "does not belong to the public key"},
-      {[this](AppcastRelease& r) { r.privateKeyPath = directory.write("old", std::string(128, 'A')); },
-       "older 96-byte form"},
       {[this](AppcastRelease& r) { r.privateKeyPath = directory.path() / "absent"; }, "cannot read the private key"},
       {[](AppcastRelease& r) { r.shortVersion = "1.3"; }, "CHANGELOG.md has no section \"## [1.3]\""},
       {[this](AppcastRelease& r) { r.archivePath = directory.path(); }, "cannot read the archive"},

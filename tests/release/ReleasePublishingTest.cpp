@@ -86,19 +86,11 @@ TEST(ReleasePublishingTest, TheKeyCheckAcceptsOnlyTheSeedOfTheAppsPublicKey) {
   const auto key = directory.write("key", std::string(testing::rfcSeed) + "\n");
   const auto good = release({"check-key", "--private-key", key, "--public-key", std::string(testing::rfcPublicKey)});
   EXPECT_EQ(good.exitStatus, 0) << good.output;
-  const std::pair<std::string, std::string> refused[] = {
-      {"rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs=", "does not belong to the public key"},
-      {"AAAA", "32-byte Ed25519 key"},
-  };
-  for (const auto& [publicKey, message] : refused) {
-    const auto result = release({"check-key", "--private-key", key, "--public-key", publicKey});
-    EXPECT_EQ(result.exitStatus, 1) << publicKey;
-    EXPECT_NE(result.output.find(message), std::string::npos) << result.output;
-  }
-  const auto notSeed = directory.write("old", std::string(128, 'A'));
-  EXPECT_NE(release({"check-key", "--private-key", notSeed, "--public-key", std::string(testing::rfcPublicKey)})
-                .output.find("older 96-byte form"),
-            std::string::npos);
+  // Why a key is refused is the signing key's to say; the tool passes it on.
+  const auto other = release({"check-key", "--private-key", key, "--public-key",
+                              "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs="});
+  EXPECT_EQ(other.exitStatus, 1);
+  EXPECT_NE(other.output.find("does not belong to the public key"), std::string::npos) << other.output;
 }
 
 }  // namespace

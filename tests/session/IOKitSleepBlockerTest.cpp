@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "session/AwakeFailure.h"
 #include "session/SleepBlockerError.h"
+#include "support/RecordingPowerAssertions.h"
 
 namespace wakeloft {
 namespace {
@@ -15,29 +15,7 @@ namespace {
 constexpr std::int32_t ioReturnError = -536870212;  // kIOReturnError
 constexpr std::int32_t ioReturnNotFound = -536870160;  // kIOReturnNotFound
 
-// Answers like the power-management calls would and remembers every call.
-struct RecordingPowerAssertions final : PowerAssertions {
-  struct Request {
-    std::string type;
-    std::uint32_t level;
-    std::string name;
-  };
-  std::vector<Request> creations;
-  std::vector<std::uint32_t> releases;
-  std::int32_t createCode = 0;
-  std::int32_t releaseCode = 0;
-  std::uint32_t lastID = 40;
-
-  Creation create(const std::string& type, std::uint32_t level, const std::string& name) override {
-    creations.push_back({type, level, name});
-    if (createCode != 0) return {createCode, 0xBAD};
-    return {0, ++lastID};
-  }
-  std::int32_t release(std::uint32_t assertionID) override {
-    releases.push_back(assertionID);
-    return releaseCode;
-  }
-};
+using testing::RecordingPowerAssertions;
 
 struct IOKitSleepBlockerTest : ::testing::Test {
   std::shared_ptr<RecordingPowerAssertions> system = std::make_shared<RecordingPowerAssertions>();

@@ -15,7 +15,6 @@ TEST(WaitDurationTest, OrdinaryWaitsKeepTheirLengthUnmeasurableOnesAreDueNowEndl
   EXPECT_EQ(WaitDuration::nanoseconds(0.05), 50'000'000);
   EXPECT_EQ(WaitDuration::nanoseconds(2), 2'000'000'000);
   EXPECT_EQ(WaitDuration::nanoseconds(1e-9), 1);
-  EXPECT_EQ(WaitDuration::nanoseconds(7200), 7'200'000'000'000);
 
   // Those that cannot be measured are due now.
   EXPECT_EQ(WaitDuration::nanoseconds(0), 0);

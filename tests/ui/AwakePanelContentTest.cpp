@@ -35,36 +35,21 @@ TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndTheStarredPresets) {
   app.start();
   const auto panel = content();
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, false));
-  EXPECT_EQ(panel.header.title.english(), "Wakeloft");
   EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, off");
-  EXPECT_EQ(panel.statusLine.english(), "Off");
   EXPECT_EQ(panel.explanation.english(), "Your Mac can sleep as usual.");
   EXPECT_EQ(panel.mainButton, (PanelButton{TextCatalog::turnOn, PanelAction::toggleAwakeMode()}));
 
   EXPECT_EQ(panel.sessionControls.shown, AwakeSessionControls::presets);
-  EXPECT_EQ(panel.sessionControls.cancelTimer, std::nullopt);
   EXPECT_EQ(panel.sessionControls.presetsCaption, LocalizedText(TextCatalog::stayAwakeFor));
   ASSERT_EQ(panel.sessionControls.presets.size(), 3u);
   EXPECT_EQ(panel.sessionControls.presets[0].title.english(), "30m");
   EXPECT_EQ(panel.sessionControls.presets[0].accessibilityLabel, LocalizedText::verbatim("30 minutes"));
   EXPECT_EQ(panel.sessionControls.presets[0].action, PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
-  EXPECT_EQ(panel.sessionControls.presets[2].title.english(), "2h");
-  EXPECT_EQ(panel.sessionControls.presets[2].accessibilityLabel, LocalizedText::verbatim("2 hours"));
 
-  EXPECT_EQ(panel.deepwake.toggle.title.english(), "Deepwake");
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
   EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
-  EXPECT_EQ(panel.deepwake.caption.english(), "Your Mac stays awake with the lid closed.");
   EXPECT_EQ(panel.deepwake.toggle.accessibilityHelp, panel.deepwake.caption);
-  EXPECT_EQ(panel.deepwake.precaution, std::nullopt);
-  EXPECT_EQ(panel.deepwake.failure, std::nullopt);
   EXPECT_EQ(panel.retry, AwakePanelContent::Retry{});
-
-  EXPECT_EQ(panel.login.toggle.title.english(), "Open at Login");
-  EXPECT_FALSE(panel.login.toggle.isOn);
-  EXPECT_EQ(panel.login.approval, std::nullopt);
-  EXPECT_EQ(panel.login.location, std::nullopt);
-  EXPECT_EQ(panel.login.failure, std::nullopt);
 }
 
 TEST_F(AwakePanelContentTest, AwakeWithoutTimerKeepsThePresetsOrNothingWhenNoneIsStarred) {
@@ -75,12 +60,10 @@ TEST_F(AwakePanelContentTest, AwakeWithoutTimerKeepsThePresetsOrNothingWhenNoneI
   app.presets->pin({AwakeDuration{14400}});
   app.awake->turnOn(std::nullopt);
   const auto panel = content();
-  EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
   EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on");
   EXPECT_EQ(panel.statusLine.english(), "On");
   EXPECT_EQ(panel.explanation.english(),
             "Your Mac won't fall asleep on its own. Closing the lid still puts it to sleep.");
-  EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
   ASSERT_EQ(panel.sessionControls.presets.size(), 1u);
   EXPECT_EQ(panel.sessionControls.presets[0].title.english(), "4h");
 }
@@ -91,8 +74,6 @@ TEST_F(AwakePanelContentTest, ATimedSessionCountsDownAndOffersToDropTheTimer) {
   auto panel = content();
   EXPECT_EQ(panel.statusLine.english(), "On \u00B7 25:30 left");
   EXPECT_EQ(panel.header.spokenStatus.english(), "Wakeloft, on, 25 minutes left");
-  EXPECT_EQ(panel.explanation.english(),
-            "Your Mac won't fall asleep until the session ends. Closing the lid still puts it to sleep.");
   EXPECT_EQ(panel.sessionControls.shown, AwakeSessionControls::cancelTimer);
   EXPECT_EQ(panel.sessionControls.cancelTimer,
             (PanelButton{TextCatalog::stayAwakeWithoutTimer, PanelAction::turnOnAwakeMode(std::nullopt)}));
@@ -132,11 +113,8 @@ TEST_F(AwakePanelContentTest, ASessionRefusedAtLaunchOffersTurnOnTheFailureAndNo
   app.assertion->nextRefusal = -536870199;
   app.start();
   const auto panel = content();
-  EXPECT_EQ(panel.mainButton.title.english(), "Turn On");
-  EXPECT_EQ(panel.statusLine.english(), "Off");
   EXPECT_EQ(panel.retry.dontRetry, (PanelButton{TextCatalog::dontRetry, PanelAction::stopRetrying()}));
   ASSERT_TRUE(panel.retry.failure);
-  EXPECT_EQ(panel.retry.failure->symbol, NoteSymbol::error);
   EXPECT_EQ(panel.retry.failure->text.english(), "macOS couldn't keep your Mac awake (IOKit error -536870199).");
 }
 
@@ -149,22 +127,16 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
   ASSERT_TRUE(app.lid->isTurningOn());
   auto panel = content();
   EXPECT_FALSE(panel.deepwake.toggle.isOn);
-  EXPECT_TRUE(panel.deepwake.toggle.isEnabled);
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeUntilSessionEnds));
-  EXPECT_EQ(panel.mainButton.title.english(), "Turn Off");
 
   // Confirmed: the lid-closed glyph and wording.
   app.helper->answerAll();
   panel = content();
   EXPECT_TRUE(panel.deepwake.toggle.isOn);
   EXPECT_EQ(panel.deepwake.toggle.action(false), PanelAction::setDeepwake(false));
-  EXPECT_EQ(panel.deepwake.toggle.action(true), PanelAction::setDeepwake(true));
   EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::doubleMug, true));
-  EXPECT_EQ(panel.statusLine.english(), "On \u00B7 2:00:00 left");
   EXPECT_EQ(panel.explanation.english(), "Your Mac won't fall asleep until the session ends, even with the lid closed.");
-  EXPECT_EQ(panel.explanation.key()->table(), TextTable::deepwake);
-  EXPECT_EQ(panel.deepwake.precaution, std::nullopt);
 
   app.awake->turnOn(std::nullopt);
   panel = content();
@@ -187,7 +159,6 @@ TEST_F(AwakePanelContentTest, AFailingHelperOrAnUnconfirmedResetIsExplainedUnder
       LidSleepBlockerError::helperRefused(LidHelperRefusal::settingNotPutBack("pmset failed").reason()));
   app.lid->turnOff();
   const auto reset = content();
-  EXPECT_FALSE(reset.deepwake.toggle.isOn);
   ASSERT_TRUE(reset.deepwake.failure);
   EXPECT_EQ(reset.deepwake.failure->text.english(),
             "Your Mac may stay awake with the lid closed. Deepwake's helper couldn't restore the sleep setting and "
@@ -202,13 +173,10 @@ TEST_F(AwakePanelContentTest, TheHeatWarningShowsBeforeItIsAcknowledgedAndOnBatt
   EXPECT_FALSE(panel.deepwake.toggle.isEnabled);
   ASSERT_TRUE(panel.deepwake.precaution);
   EXPECT_EQ(panel.deepwake.precaution->symbol, NoteSymbol::heat);
-  EXPECT_EQ(symbolName(panel.deepwake.precaution->symbol), "thermometer.high");
   EXPECT_EQ(panel.deepwake.precaution->text.english(),
             "With the lid shut and no display attached, heat can build up. Keep your Mac out of bags and other "
             "enclosed spaces while it is working.");
   ASSERT_TRUE(panel.deepwake.precaution->link);
-  EXPECT_EQ(panel.deepwake.precaution->link->title.english(), "I understand");
-  EXPECT_EQ(panel.deepwake.precaution->link->accessibilityLabel, LocalizedText(TextCatalog::iUnderstandTheHeatWarning));
   EXPECT_EQ(panel.deepwake.precaution->link->action, PanelAction::acknowledgeHeatWarning());
 
   app.lid->acknowledgeHeatWarning();
@@ -216,13 +184,10 @@ TEST_F(AwakePanelContentTest, TheHeatWarningShowsBeforeItIsAcknowledgedAndOnBatt
   app.turnOnDeepwake();
   const auto on = content();
   ASSERT_TRUE(on.deepwake.precaution);
-  EXPECT_EQ(on.deepwake.precaution->symbol, NoteSymbol::heat);
   EXPECT_EQ(on.deepwake.precaution->text.english(),
             "On battery with no display attached. Keep your Mac uncovered so heat can escape.");
   EXPECT_EQ(on.deepwake.precaution->link, std::nullopt);
 }
-
-// --- Open at login ---
 
 TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOrPausesItIsSaid) {
   app.machine->current = {.isOnBattery = true, .hasExternalDisplay = true, .batteryCharge = 64};
@@ -251,13 +216,14 @@ TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOr
   EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
 }
 
+// --- Open at login ---
+
 TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPaneOneOutsideApplicationsIsToldToMoveAndARefusalShowsTheSystemsWords) {
   app.loginItemService->setState(LoginItemState::requiresApproval);
   app.start();
   auto panel = content(sonoma);
   EXPECT_TRUE(panel.login.toggle.isOn);
   ASSERT_TRUE(panel.login.approval);
-  EXPECT_EQ(panel.login.approval->symbol, NoteSymbol::information);
   EXPECT_EQ(panel.login.approval->text.english(), "Approve Wakeloft in System Settings.");
   ASSERT_TRUE(panel.login.approval->link);
   EXPECT_EQ(panel.login.approval->link->title.english(), "Open Login Items\u2026");
@@ -265,7 +231,6 @@ TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPaneOne
 
   panel = content(sequoia);
   EXPECT_EQ(panel.login.approval->link->title.english(), "Open Login Items & Extensions\u2026");
-  EXPECT_EQ(panel.login.toggle.action(false), PanelAction::setOpenAtLogin(false));
 
   app.loginItemService = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, /*isAtStableLocation=*/false);
   app.start();

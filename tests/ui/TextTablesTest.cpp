@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
@@ -68,26 +67,18 @@ TEST(TextTablesTest, TheCatalogsKeysAreDistinctWellFormedAndInEveryTableTranslat
   }
 }
 
-// The names stay as they are; everything else is translated.
 bool isArabicLetter(char32_t c) { return (c >= 0x0620 && c <= 0x064A) || (c >= 0x066E && c <= 0x06D3); }
-
-enum class Direction { leftToRight, rightToLeft, undecided };
-
-std::ostream& operator<<(std::ostream& out, Direction direction) {
-  constexpr const char* names[] = {"left to right", "right to left", "undecided"};
-  return out << names[static_cast<int>(direction)];
-}
 
 // The direction AppKit gives a paragraph: that of its first strong letter.
 // Digits, and so "%d", are weak and settle nothing; what an isolate holds
 // does not count. "%@" ends the search undecided: its words may be English
 // (the helper's reasons), so the text must settle its direction before it.
-Direction paragraphDirection(std::string_view text) {
+std::string paragraphDirection(std::string_view text) {
   int isolates = 0;
   while (!text.empty()) {
     if (text[0] == '%') {
       const auto end = text.find_first_of("%@d", 1);
-      if (end == std::string_view::npos || text[end] == '@') return Direction::undecided;
+      if (end == std::string_view::npos || text[end] == '@') return "undecided";
       text.remove_prefix(end + 1);
       continue;
     }
@@ -97,19 +88,19 @@ Direction paragraphDirection(std::string_view text) {
     if (c >= 0x2066 && c <= 0x2068) ++isolates;
     if (c == 0x2069 && isolates > 0) --isolates;
     if (isolates > 0) continue;
-    if (isArabicLetter(c) || c == 0x200F || c == 0x061C) return Direction::rightToLeft;
+    if (isArabicLetter(c) || c == 0x200F || c == 0x061C) return "right to left";
     const bool latin =
         (c < 0x80 && std::isalpha(static_cast<int>(c))) || (c >= 0xC0 && c <= 0x24F && c != 0xD7 && c != 0xF7);
-    if (latin || c == 0x200E) return Direction::leftToRight;
+    if (latin || c == 0x200E) return "left to right";
   }
-  return Direction::undecided;
+  return "undecided";
 }
 
 // Every text but a bare name is Arabic and lays out right to left.
 TEST(TextTablesTest, ArabicTextsAreArabicAndStartRightToLeft) {
-  ASSERT_EQ(paragraphDirection("%d Wakeloft \u0644"), Direction::leftToRight);
-  ASSERT_EQ(paragraphDirection("(\u2066-5 Mac\u2069) \u200FWakeloft"), Direction::rightToLeft);
-  ASSERT_EQ(paragraphDirection("%1$@ \u0644"), Direction::undecided);
+  ASSERT_EQ(paragraphDirection("%d Wakeloft \u0644"), "left to right");
+  ASSERT_EQ(paragraphDirection("(\u2066-5 Mac\u2069) \u200FWakeloft"), "right to left");
+  ASSERT_EQ(paragraphDirection("%1$@ \u0644"), "undecided");
   for (const auto table : allTextTables) {
     const auto file = loadTable("ar", table);
     for (const auto& entry : file.entries()) {
@@ -121,7 +112,7 @@ TEST(TextTablesTest, ArabicTextsAreArabicAndStartRightToLeft) {
         rest.remove_prefix(scalar.length);
       }
       EXPECT_TRUE(arabic) << entry.key;
-      EXPECT_EQ(paragraphDirection(entry.value), Direction::rightToLeft) << entry.key;
+      EXPECT_EQ(paragraphDirection(entry.value), "right to left") << entry.key;
     }
   }
 }
