@@ -201,7 +201,7 @@ NSColor* noteColor(const PanelNote& note) {
   // VoiceOver hears the caption as the switch's help, not twice.
   if (deepwake.toggle.accessibilityHelp == deepwake.caption) [caption setAccessibilityElement:NO];
   [views addObject:caption];
-  for (const auto& note : {deepwake.guardrail, deepwake.precaution, deepwake.failure}) {
+  for (const auto& note : {deepwake.location, deepwake.guardrail, deepwake.precaution, deepwake.failure}) {
     if (note) [views addObject:PanelViews::note(*note, noteColor(*note), contentWidth(), _perform)];
   }
   _deepwakeSwitch = toggle;

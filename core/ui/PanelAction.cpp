@@ -5,7 +5,8 @@
 namespace wakeloft {
 
 void perform(const PanelAction& action, const Controllers& controllers,
-             const std::function<void()>& openLoginItemsSettings) {
+             const std::function<void()>& openLoginItemsSettings,
+             const std::function<void()>& revealApplicationsFolder) {
   requireMainThread("a panel action");
   auto& awake = *controllers.awake;
   auto& lid = *controllers.lid;
@@ -32,6 +33,9 @@ void perform(const PanelAction& action, const Controllers& controllers,
     case Operation::setOpenAtLogin: controllers.loginItem->setEnabled(action.isOn()); return;
     case Operation::openLoginItemsSettings:
       if (openLoginItemsSettings) openLoginItemsSettings();
+      return;
+    case Operation::revealApplicationsFolder:
+      if (revealApplicationsFolder) revealApplicationsFolder();
       return;
     case Operation::refreshOnOpen:
       // The login item first: the user may just have approved it. Then the

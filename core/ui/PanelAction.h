@@ -25,6 +25,8 @@ class PanelAction {
     // The login switch, with its new position.
     setOpenAtLogin,
     openLoginItemsSettings,
+    // Where a translocated copy is told to move the app to.
+    revealApplicationsFolder,
     // The panel was opened: bring every controller up to date.
     refreshOnOpen,
   };
@@ -40,6 +42,7 @@ class PanelAction {
   static PanelAction stopRetrying() { return PanelAction(Operation::stopRetrying); }
   static PanelAction setOpenAtLogin(bool on) { return switchedTo(Operation::setOpenAtLogin, on); }
   static PanelAction openLoginItemsSettings() { return PanelAction(Operation::openLoginItemsSettings); }
+  static PanelAction revealApplicationsFolder() { return PanelAction(Operation::revealApplicationsFolder); }
   static PanelAction refreshOnOpen() { return PanelAction(Operation::refreshOnOpen); }
 
   Operation operation() const { return operation_; }
@@ -64,8 +67,10 @@ class PanelAction {
 };
 
 // Carries an action out on the controllers. Opening the system's login-item
-// settings is the one thing no controller does; the app passes that call in.
+// settings and the Applications folder are what no controller does; the app
+// passes those calls in.
 void perform(const PanelAction& action, const Controllers& controllers,
-             const std::function<void()>& openLoginItemsSettings);
+             const std::function<void()>& openLoginItemsSettings,
+             const std::function<void()>& revealApplicationsFolder = nullptr);
 
 }  // namespace wakeloft

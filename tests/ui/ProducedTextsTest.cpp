@@ -77,6 +77,7 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   collect(keys, panel.deepwake.precaution);
   collect(keys, panel.deepwake.failure);
   collect(keys, panel.deepwake.guardrail);
+  collect(keys, panel.deepwake.location);
   if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
   collect(keys, panel.retry.failure);
   collect(keys, panel.login.toggle);
@@ -150,6 +151,11 @@ void collectPanels(KeySet& keys) {
   guarded.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
   guarded.turnOnDeepwake();
   shown(guarded);
+
+  testing::TestControllers translocated;
+  translocated.translocated = true;
+  translocated.start();
+  shown(translocated);
 }
 
 KeySet produced() {
