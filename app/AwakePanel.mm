@@ -212,7 +212,7 @@ NSColor* noteColor(const PanelNote& note) {
     ],
                          6)];
   }
-  for (const auto& note : {deepwake.guardrail, deepwake.precaution, deepwake.failure}) {
+  for (const auto& note : {deepwake.location, deepwake.guardrail, deepwake.precaution, deepwake.failure}) {
     if (note) [views addObject:PanelViews::note(*note, noteColor(*note), contentWidth(), _perform)];
   }
   _deepwakeSwitch = toggle;

@@ -97,6 +97,15 @@ using namespace wakeloft;
             NSURL* pane = [NSURL URLWithString:@"x-apple.systempreferences:com.apple.LoginItems-Settings.extension"];
             if (!pane || ![NSWorkspace.sharedWorkspace openURL:pane]) [SMAppService openSystemSettingsLoginItems];
           },
+      .revealApplicationsFolder =
+          [] {
+            // As if the folder were double-clicked: a Finder window to drag
+            // the app into.
+            NSURL* applications = [NSFileManager.defaultManager URLsForDirectory:NSApplicationDirectory
+                                                                       inDomains:NSLocalDomainMask]
+                                      .firstObject;
+            if (applications) [NSWorkspace.sharedWorkspace openURL:applications];
+          },
       .lookup = BundleTexts::lookup(),
   };
   _scene = std::make_unique<MenuBarScene>(std::move(controllers), SoftwareUpdate.shared.reminder,

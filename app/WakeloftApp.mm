@@ -10,6 +10,7 @@
 #include "DistributedAutomationOutcomePublisher.h"
 #include "IOKitPowerAssertions.h"
 #include "LibprocProcessTable.h"
+#include "MainBundle.h"
 #include "SMAppServiceLidHelperRegistration.h"
 #include "SMAppServiceLoginItem.h"
 #include "SystemDeadlineRecheckNotifier.h"
@@ -41,6 +42,7 @@ AppControllers::SystemParts systemParts() {
       .continuousTime = [] { return std::make_shared<SystemContinuousTimeProvider>(); },
       .deadlineScheduler = [] { return std::make_shared<TimerDeadlineScheduler>(); },
       .recheckNotifier = [] { return std::make_shared<SystemDeadlineRecheckNotifier>(); },
+      .bundlePath = [] { return MainBundle::realPath(); },
       .helperRegistration =
           [](std::string_view plistName) { return std::make_shared<SMAppServiceLidHelperRegistration>(plistName); },
       .teamIdentifier = [] { return CodeSigningIdentity::currentTeamIdentifier(); },

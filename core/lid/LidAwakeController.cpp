@@ -15,7 +15,8 @@ LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
                                        std::shared_ptr<const DateProvider> dates,
                                        std::shared_ptr<DeadlineScheduler> scheduler,
                                        std::shared_ptr<DeadlineScheduler> deadlineScheduler,
-                                       std::shared_ptr<DeepwakeGuardrailStore> guardrailStore)
+                                       std::shared_ptr<DeepwakeGuardrailStore> guardrailStore,
+                                       bool runsTranslocated)
     : awake_(std::move(awake)),
       blocker_(std::move(blocker)),
       store_(std::move(store)),
@@ -24,7 +25,8 @@ LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
       dates_(std::move(dates)),
       scheduler_(std::move(scheduler)),
       deadlineScheduler_(std::move(deadlineScheduler)),
-      guardrailStore_(std::move(guardrailStore)) {
+      guardrailStore_(std::move(guardrailStore)),
+      runsTranslocated_(runsTranslocated) {
   hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
   guardrailSettings_.set(guardrailStore_->settings());
   machineConditions_.set(machine_->snapshot());
@@ -53,7 +55,8 @@ bool LidAwakeController::turnOnJoiningSessionOr(std::optional<double> length) {
 }
 
 bool LidAwakeController::start(std::optional<double> length, bool joining) {
-  if (!hasAcknowledgedHeatWarning_) return false;
+  // Before anything that could register the helper.
+  if (refusal()) return false;
   // Turning on again clears the reason a guardrail gave last time. One that
   // still holds says so now, rather than letting Deepwake flip on and off.
   refreshConditions();
@@ -294,6 +297,7 @@ std::optional<AwakeFailure> LidAwakeController::lastFailure() const {
 }
 
 std::optional<LidAwakeRefusal> LidAwakeController::refusal() const {
+  if (runsTranslocated_) return LidAwakeRefusal::translocated;
   if (!hasAcknowledgedHeatWarning_) return LidAwakeRefusal::unacknowledged;
   return std::nullopt;
 }

@@ -32,13 +32,16 @@ namespace wakeloft {
 // it hands out holds it weakly.
 class LidAwakeController {
  public:
+  // `runsTranslocated`: the app runs from macOS's temporary copy of its
+  // download, and Deepwake is refused for as long as this process lives.
   LidAwakeController(std::shared_ptr<AwakeController> awake, std::shared_ptr<LidSleepBlocker> blocker,
                      std::shared_ptr<LidAwakeStore> store, std::shared_ptr<const MachineConditions> conditions,
                      std::shared_ptr<MachineConditionsNotifier> conditionsNotifier,
                      std::shared_ptr<const DateProvider> dates, std::shared_ptr<DeadlineScheduler> scheduler,
                      std::shared_ptr<DeadlineScheduler> deadlineScheduler,
                      std::shared_ptr<DeepwakeGuardrailStore> guardrailStore =
-                         std::make_shared<InMemoryDeepwakeGuardrailStore>());
+                         std::make_shared<InMemoryDeepwakeGuardrailStore>(),
+                     bool runsTranslocated = false);
   LidAwakeController(const LidAwakeController&) = delete;
   LidAwakeController& operator=(const LidAwakeController&) = delete;
 
@@ -126,6 +129,7 @@ class LidAwakeController {
   std::shared_ptr<DeadlineScheduler> scheduler_;
   std::shared_ptr<DeadlineScheduler> deadlineScheduler_;
   std::shared_ptr<DeepwakeGuardrailStore> guardrailStore_;
+  bool runsTranslocated_;
 
   ChangeSignal changed_;
   Published<bool> isOn_{changed_, false};

@@ -5,6 +5,7 @@
 #include "lease/LidSleepLease.h"
 #include "lid/UserDefaultsDeepwakeGuardrailStore.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
+#include "prefs/Translocation.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
 #include "session/IOKitSleepBlocker.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
@@ -48,6 +49,8 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
 std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,
                                              const SystemParts& parts) {
   requireMainThread("AppControllers::deepwake");
+  const auto bundle = parts.bundlePath();
+  const bool translocated = bundle && Translocation::isTranslocated(*bundle);
   auto registration = parts.helperRegistration(LidHelperService::plistName);
   // The helper signs with its label as identifier; only a helper of the app's
   // own team is spoken to.
@@ -62,7 +65,8 @@ std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> ri
   auto guardrails = std::make_shared<UserDefaultsDeepwakeGuardrailStore>(defaults);
   return std::make_shared<LidAwakeController>(std::move(riding), std::move(blocker), std::move(store),
                                               std::move(machine), std::move(conditionsNotifier), std::move(dates),
-                                              std::move(renewals), std::move(sessionEnd), std::move(guardrails));
+                                              std::move(renewals), std::move(sessionEnd), std::move(guardrails),
+                                              translocated);
 }
 
 }  // namespace wakeloft::AppControllers

@@ -37,6 +37,9 @@ struct SystemParts {
   std::function<std::shared_ptr<const ContinuousTimeProvider>()> continuousTime;
   std::function<std::shared_ptr<DeadlineScheduler>()> deadlineScheduler;
   std::function<std::shared_ptr<DeadlineRecheckNotifier>()> recheckNotifier;
+  // The app's bundle, absolute with symbolic links resolved; absent when
+  // it cannot be told.
+  std::function<std::optional<std::string>()> bundlePath;
   // The helper daemon's registration under its property list's file name.
   std::function<std::shared_ptr<LidHelperRegistration>(std::string_view plistName)> helperRegistration;
   // This app's signing team, read from its own signature; absent unsigned.
@@ -62,7 +65,8 @@ struct SystemParts {
 // keep `defaults` by reference: it must outlive them.
 Controllers live(const SystemParts& parts, DefaultsDomain& defaults);
 
-// Deepwake for `riding`: the helper's registration, its code requirement
+// Deepwake for `riding`, refused for good when the bundle runs translocated:
+// the helper's registration, its code requirement
 // pinned to the app's team, the lease client, the heat-warning store on
 // `defaults`, the machine conditions, and one scheduler for the lease
 // renewals and another for the session's end.

@@ -12,7 +12,14 @@ namespace {
 
 // For the terminal, in English as the command's own words are.
 std::string whyDeepwakeIsOff(const LidAwakeController& lid) {
-  if (lid.refusal()) return "Deepwake waits until its heat warning is read in Wakeloft's panel";
+  if (const auto refusal = lid.refusal()) {
+    switch (*refusal) {
+      case LidAwakeRefusal::translocated:
+        return "Deepwake is off while Wakeloft runs from the copy macOS made of its download; move Wakeloft to "
+               "Applications and open it from there";
+      case LidAwakeRefusal::unacknowledged: return "Deepwake waits until its heat warning is read in Wakeloft's panel";
+    }
+  }
   if (const auto& stop = lid.guardrailStop()) {
     using Rule = DeepwakeGuardrails::Stop::Rule;
     switch (stop->rule) {

@@ -150,6 +150,12 @@ std::optional<LocalizedText> spokenGuardrail(const LidAwakeController& lid, cons
   return note->text;
 }
 
+std::optional<PanelNote> locationNote(const LidAwakeController& lid) {
+  if (lid.refusal() != LidAwakeRefusal::translocated) return std::nullopt;
+  return PanelNote{NoteSymbol::information, TextCatalog::runsTranslocated,
+                   PanelButton{TextCatalog::showApplicationsFolder, PanelAction::revealApplicationsFolder()}};
+}
+
 std::optional<PanelNote> failureNote(const std::optional<AwakeFailure>& failure) {
   if (!failure) return std::nullopt;
   return PanelNote{NoteSymbol::error, FailureText::describing(*failure), std::nullopt};
@@ -206,7 +212,8 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
                    TextCatalog::deepwakeCaption,
                    precautionNote(lid.precaution()),
                    failureNote(lid.lastFailure()),
-                   guardrailNote(lid, locale)},
+                   guardrailNote(lid, locale),
+                   locationNote(lid)},
       .retry = {},
       .login = loginSection(*controllers.loginItem, system),
   };

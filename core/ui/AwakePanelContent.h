@@ -73,6 +73,9 @@ struct AwakePanelContent {
     // charge and the floor on battery.
     std::optional<PanelNote> guardrail = std::nullopt;
     std::optional<Question> automationQuestion = std::nullopt;
+    // A translocated copy: move the app to Applications, with the link that
+    // shows that folder.
+    std::optional<PanelNote> location = std::nullopt;
     friend bool operator==(const Deepwake&, const Deepwake&) = default;
   };
 

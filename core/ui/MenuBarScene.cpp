@@ -60,7 +60,7 @@ void MenuBarScene::panelDidClose() {
 
 void MenuBarScene::perform(const PanelAction& action) {
   requireMainThread("MenuBarScene::perform");
-  wakeloft::perform(action, controllers_, views_.openLoginItemsSettings);
+  wakeloft::perform(action, controllers_, views_.openLoginItemsSettings, views_.revealApplicationsFolder);
   mustShowPanel_ = true;
   changed();
 }

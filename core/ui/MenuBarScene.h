@@ -36,6 +36,8 @@ class MenuBarScene {
     std::function<void(const AwakePanelContent& content)> showPanel;
     // The system's login-item settings, which no controller opens.
     std::function<void()> openLoginItemsSettings;
+    // The Applications folder in the Finder, for a translocated copy.
+    std::function<void()> revealApplicationsFolder = {};
     // The app's texts, for the icon's label that holds another (English
     // without).
     TextLookup lookup = {};

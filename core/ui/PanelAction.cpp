@@ -5,7 +5,8 @@
 namespace wakeloft {
 
 void perform(const PanelAction& action, const Controllers& controllers,
-             const std::function<void()>& openLoginItemsSettings) {
+             const std::function<void()>& openLoginItemsSettings,
+             const std::function<void()>& revealApplicationsFolder) {
   requireMainThread("a panel action");
   auto& awake = *controllers.awake;
   auto& lid = *controllers.lid;
@@ -35,6 +36,9 @@ void perform(const PanelAction& action, const Controllers& controllers,
       return;
     case Operation::answerDeepwakeAutomation:
       if (controllers.consent) controllers.consent->answer(action.isOn());
+      return;
+    case Operation::revealApplicationsFolder:
+      if (revealApplicationsFolder) revealApplicationsFolder();
       return;
     case Operation::refreshOnOpen:
       // The login item first: the user may just have approved it. Then the

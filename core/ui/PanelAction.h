@@ -27,6 +27,8 @@ class PanelAction {
     openLoginItemsSettings,
     // The answer to "Allow scripts and Shortcuts to turn on Deepwake?".
     answerDeepwakeAutomation,
+    // Where a translocated copy is told to move the app to.
+    revealApplicationsFolder,
     // The panel was opened: bring every controller up to date.
     refreshOnOpen,
   };
@@ -45,6 +47,7 @@ class PanelAction {
   static PanelAction answerDeepwakeAutomation(bool allowed) {
     return switchedTo(Operation::answerDeepwakeAutomation, allowed);
   }
+  static PanelAction revealApplicationsFolder() { return PanelAction(Operation::revealApplicationsFolder); }
   static PanelAction refreshOnOpen() { return PanelAction(Operation::refreshOnOpen); }
 
   Operation operation() const { return operation_; }
@@ -69,8 +72,10 @@ class PanelAction {
 };
 
 // Carries an action out on the controllers. Opening the system's login-item
-// settings is the one thing no controller does; the app passes that call in.
+// settings and the Applications folder are what no controller does; the app
+// passes those calls in.
 void perform(const PanelAction& action, const Controllers& controllers,
-             const std::function<void()>& openLoginItemsSettings);
+             const std::function<void()>& openLoginItemsSettings,
+             const std::function<void()>& revealApplicationsFolder = nullptr);
 
 }  // namespace wakeloft

@@ -43,6 +43,8 @@ std::span<const TextKey> TextCatalog::all() {
       heatWarning,
       iUnderstand,
       iUnderstandTheHeatWarning,
+      runsTranslocated,
+      showApplicationsFolder,
       noHeatPath,
       dontRetry,
       openAtLogin,

@@ -90,6 +90,11 @@ class TextCatalog {
       TextTable::deepwake};
   static constexpr TextKey iUnderstand{"I understand", TextTable::deepwake};
   static constexpr TextKey iUnderstandTheHeatWarning{"I understand the heat warning", TextTable::deepwake};
+  static constexpr TextKey runsTranslocated{
+      "Deepwake is off while Wakeloft runs from the copy macOS made of your download. Move Wakeloft to "
+      "Applications, then open it from there.",
+      TextTable::deepwake};
+  static constexpr TextKey showApplicationsFolder{"Show Applications Folder", TextTable::deepwake};
   static constexpr TextKey noHeatPath{
       "On battery with no display attached. Keep your Mac uncovered so heat can escape.", TextTable::deepwake};
   static constexpr TextKey dontRetry{"Don't retry when Wakeloft opens", TextTable::standard};

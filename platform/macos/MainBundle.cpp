@@ -2,7 +2,10 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include <sys/param.h>
+
 #include <cstdint>
+#include <cstdlib>
 #include <span>
 #include <vector>
 
@@ -56,6 +59,18 @@ std::optional<std::string> preferredLocalization() {
   CFTypeRef first = CFArrayGetValueAtIndex(preferred.get(), 0);
   if (!first || CFGetTypeID(first) != CFStringGetTypeID()) return std::nullopt;
   return utf8(static_cast<CFStringRef>(first));
+}
+
+std::optional<std::string> realPath() {
+  CFBundleRef bundle = CFBundleGetMainBundle();
+  if (!bundle) return std::nullopt;
+  const CFOwned<CFURLRef> url(CFBundleCopyBundleURL(bundle));
+  if (!url) return std::nullopt;
+  std::uint8_t path[MAXPATHLEN];
+  if (!CFURLGetFileSystemRepresentation(url.get(), true, path, sizeof path)) return std::nullopt;
+  char resolved[MAXPATHLEN];
+  if (!::realpath(reinterpret_cast<const char*>(path), resolved)) return std::nullopt;
+  return std::string(resolved);
 }
 
 }  // namespace wakeloft::MainBundle

@@ -20,5 +20,9 @@ std::optional<PropertyList> infoDictionary();
 // preference, such as "de" or "zh-Hans".
 std::optional<std::string> preferredLocalization();
 
+// The bundle's absolute path with symbolic links resolved; nothing when
+// there is no main bundle or its path does not resolve.
+std::optional<std::string> realPath();
+
 }  // namespace MainBundle
 }  // namespace wakeloft

@@ -54,6 +54,7 @@ class AppControllersTest : public ::testing::Test {
         .deadlineScheduler = logged("scheduler",
                                     [this] { return schedulers.emplace_back(std::make_shared<ManualDeadlineScheduler>()); }),
         .recheckNotifier = logged("recheck notifier", [] { return std::make_shared<ManualRecheckNotifier>(); }),
+        .bundlePath = logged("bundle path", [this] { return bundlePath; }),
         .helperRegistration = logged("helper registration",
                                      [this](std::string_view plistName) {
                                        registration = std::make_shared<FixedRegistration>();
@@ -87,6 +88,7 @@ class AppControllersTest : public ::testing::Test {
   std::shared_ptr<InMemoryLoginItem> loginItem =
       std::make_shared<InMemoryLoginItem>(LoginItemState::disabled, /*isAtStableLocation=*/true);
   std::optional<std::string> team = "ABCDE12345";
+  std::optional<std::string> bundlePath = "/Applications/Wakeloft.app";
   std::shared_ptr<testing::SettableProcessTable> processes = std::make_shared<testing::SettableProcessTable>();
 
   std::vector<std::string> made;
@@ -129,6 +131,15 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwnAndAHe
   EXPECT_EQ(helperRequirement, std::nullopt);
 }
 
+TEST_F(AppControllersTest, ATranslocatedCopyRefusesDeepwakeWithoutPreparingTheHelper) {
+  defaults.set(UserDefaultsLidAwakeStore::key, true);
+  bundlePath = "/private/var/folders/x8/T/AppTranslocation/6C1A/d/Wakeloft.app";
+  const auto controllers = AppControllers::live(parts(), defaults);
+  EXPECT_FALSE(controllers.lid->turnOnJoiningSessionOr(AwakeDuration::lidClosedDefault.seconds));
+  EXPECT_EQ(controllers.lid->refusal(), LidAwakeRefusal::translocated);
+  EXPECT_EQ(helper->prepareCount, 0);
+}
+
 // Made in launch order, the parts read what the last run left in the same
 // defaults: the session asked for, with the process it was bound to, which
 // still runs; stars, guardrails and the heat warning; the login item is
@@ -144,10 +155,10 @@ TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndRestoreWhatTheDefaults
   loginItem->setState(LoginItemState::enabled);
   const auto controllers = AppControllers::live(parts(), defaults);
   EXPECT_EQ(made, (std::vector<std::string>{"power assertions", "dates", "continuous time", "scheduler",
-                                            "recheck notifier", "helper registration", "team", "lid sleep blocker",
-                                            "machine conditions", "conditions notifier", "dates", "scheduler",
-                                            "scheduler", "login item", "process table", "process exit watcher",
-                                            "scheduler"}));
+                                            "recheck notifier", "bundle path", "helper registration", "team",
+                                            "lid sleep blocker", "machine conditions", "conditions notifier", "dates",
+                                            "scheduler", "scheduler", "login item", "process table",
+                                            "process exit watcher", "scheduler"}));
   EXPECT_TRUE(controllers.awake->isOn());
   ASSERT_EQ(assertions->creations.size(), 1u);
   EXPECT_EQ(assertions->creations[0].name, "Wakeloft is keeping this Mac awake");

@@ -216,6 +216,18 @@ TEST_F(AwakePanelContentTest, TheActiveGuardrailShowsUnderTheSwitchAndWhatEndsOr
   EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
 }
 
+TEST_F(AwakePanelContentTest, OnlyATranslocatedCopyIsToldToMoveToApplicationsWithTheSwitchDisabled) {
+  app.start();
+  EXPECT_EQ(content().deepwake.location, std::nullopt);
+  app.translocated = true;
+  app.start();
+  const auto panel = content();
+  EXPECT_FALSE(panel.deepwake.toggle.isEnabled);
+  EXPECT_EQ(panel.deepwake.location,
+            (PanelNote{NoteSymbol::information, TextCatalog::runsTranslocated,
+                       PanelButton{TextCatalog::showApplicationsFolder, PanelAction::revealApplicationsFolder()}}));
+}
+
 // --- Open at login ---
 
 TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPaneOneOutsideApplicationsIsToldToMoveAndARefusalShowsTheSystemsWords) {

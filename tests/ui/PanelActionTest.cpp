@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,13 @@ using testing::TestControllers;
 class PanelActionTest : public ::testing::Test {
  protected:
   void SetUp() override { app.start(); }
-  void run(const PanelAction& action) { perform(action, app.controllers(), [this] { ++settingsOpened; }); }
+  void run(const PanelAction& action) {
+    perform(action, app.controllers(), [this] { ++settingsOpened; }, [this] { ++applicationsShown; });
+  }
 
   TestControllers app;
   int settingsOpened = 0;
+  int applicationsShown = 0;
 };
 
 TEST_F(PanelActionTest, TheMainButtonDeepwakeSwitchPresetsAndLoginControlsReachTheirControllers) {
@@ -41,6 +45,8 @@ TEST_F(PanelActionTest, TheMainButtonDeepwakeSwitchPresetsAndLoginControlsReachT
   EXPECT_FALSE(app.loginItem->isRegistered());
   run(PanelAction::openLoginItemsSettings());
   EXPECT_EQ(settingsOpened, 1);
+  run(PanelAction::revealApplicationsFolder());
+  EXPECT_EQ(std::pair(settingsOpened, applicationsShown), std::pair(1, 1));
 
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());

@@ -80,6 +80,7 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   if (const auto& question = panel.deepwake.automationQuestion) {
     for (const auto& text : {question->text, question->dontAllow.title, question->allow.title}) collect(keys, text);
   }
+  collect(keys, panel.deepwake.location);
   if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
   collect(keys, panel.retry.failure);
   collect(keys, panel.login.toggle);
@@ -157,6 +158,11 @@ void collectPanels(KeySet& keys) {
   guarded.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
   guarded.turnOnDeepwake();
   shown(guarded);
+
+  testing::TestControllers translocated;
+  translocated.translocated = true;
+  translocated.start();
+  shown(translocated);
 }
 
 KeySet produced() {

@@ -51,6 +51,7 @@ struct TestControllers {
   std::shared_ptr<ManualProcessExitWatcher> processWatcher = std::make_shared<ManualProcessExitWatcher>();
   std::shared_ptr<ManualDeadlineScheduler> holdTimer = std::make_shared<ManualDeadlineScheduler>();
   InMemoryDefaultsDomain defaults;
+  bool translocated = false;
 
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
@@ -64,7 +65,7 @@ struct TestControllers {
     awake = std::make_shared<AwakeController>(assertion, intents, clocks.dates, clocks.continuous, sessionTimer,
                                               recheck, /*restoringPreviousState=*/true);
     lid = std::make_shared<LidAwakeController>(awake, helper, heatWarning, machine, conditionsNotifier, clocks.dates,
-                                               leaseTimer, deepwakeEnd, guardrails);
+                                               leaseTimer, deepwakeEnd, guardrails, translocated);
     loginItem = std::make_shared<LoginItemController>(loginItemService, /*repairingRegistration=*/true);
     presets = std::make_shared<PresetDurationsController>(presetStore);
     binding = std::make_shared<ProcessBindingController>(awake, bindingStore, processes, processWatcher, clocks.dates,
