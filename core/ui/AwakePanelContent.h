@@ -72,10 +72,10 @@ struct AwakePanelContent {
     // The guardrail at work: why it stopped, the pause, the heat, or the
     // charge and the floor on battery.
     std::optional<PanelNote> guardrail = std::nullopt;
-    std::optional<Question> automationQuestion = std::nullopt;
     // A translocated copy: move the app to Applications, with the link that
     // shows that folder.
     std::optional<PanelNote> location = std::nullopt;
+    std::optional<Question> automationQuestion = std::nullopt;
     friend bool operator==(const Deepwake&, const Deepwake&) = default;
   };
 
