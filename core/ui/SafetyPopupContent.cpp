@@ -24,9 +24,8 @@ SafetyPopupContent SafetyPopupContent::current(const LidAwakeController& lid, co
                                                const DeepwakeAutomationConsent* consent) {
   auto settings = lid.guardrailSettings();
   const auto forced = lid.forcedGuardrails();
-  SafetyPopupContent content{TextCatalog::safety,        TextCatalog::batteryFloor, {}, settings.batteryFloor,
-                             forced.batteryFloor,         TextCatalog::batteryFloorHint, {},
-                             TextCatalog::heatAlwaysStops};
+  SafetyPopupContent content{TextCatalog::safety, TextCatalog::batteryFloor,     {}, settings.batteryFloor,
+                             forced.batteryFloor, TextCatalog::batteryFloorHint, {}, TextCatalog::heatAlwaysStops};
   for (const int floor : DeepwakeGuardrails::Settings::batteryFloors) {
     content.floors.push_back({floor, floor == 0 ? LocalizedText(TextCatalog::batteryFloorNever)
                                                 : LocalizedText(TextCatalog::batteryFloorPercent,
