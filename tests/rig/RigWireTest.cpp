@@ -20,6 +20,8 @@ bool isViolation(std::string_view line) { return std::holds_alternative<Violatio
 
 TEST(RigWireTest, RequestsRepliesAndTheLinesTheyComeIn) {
   EXPECT_EQ(request("revoke"), LidLeaseRequest::revoke());
+  EXPECT_EQ(request("status"), LidLeaseRequest::status());
+  EXPECT_EQ(RigWire::requestLine(LidLeaseRequest::status()), RigWire::statusLine);
   EXPECT_EQ(request("renew 1731700000.25"), LidLeaseRequest::renew(1731700000.25));
   EXPECT_EQ(request("renew 1731700000"), LidLeaseRequest::renew(1731700000));
   EXPECT_EQ(request("renew -12.5e2"), LidLeaseRequest::renew(-1250));
@@ -33,7 +35,7 @@ TEST(RigWireTest, RequestsRepliesAndTheLinesTheyComeIn) {
   EXPECT_TRUE(std::isnan(request("renew nan").until()));
 
   for (const char* line : {"", "renew", "renew ", "renew  5", "renew 5 ", "renew 12abc", "renew 0x10", "renew 1e",
-                           "renew .", "renew NaN", "renew infinity", "Revoke", "revoke ", "revoke now", "hello",
+                           "renew .", "renew NaN", "renew infinity", "Revoke", "revoke ", "revoke now", "status ", "hello",
                            "renew 5\r"}) {
     EXPECT_TRUE(isViolation(line)) << '"' << line << '"';
   }
