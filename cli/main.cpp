@@ -24,6 +24,8 @@
 
 #include "PidfdProcessExitWatcher.h"
 #include "ProcfsProcessTable.h"
+#include "RigDoctorFacts.h"
+#include "helper/RigLeaseFile.h"
 #include "automation/InProcessAutomationOutcomeChannel.h"
 #include "automation/UnavailableAppConnection.h"
 #endif
@@ -62,6 +64,14 @@ using SystemOutcomeListener = InProcessAutomationOutcomeChannel;
 
 std::unique_ptr<AppConnection> appConnection() { return std::make_unique<UnavailableAppConnection>(); }
 
+// The lease rig stands in for the Mac: its file for the setting, its socket
+// for the helper.
+DoctorFacts doctorFacts(const CommandOptions& options) {
+  return RigDoctorFacts::read(options.rigSocketPath.value_or(RigDoctorFacts::defaultSocketPath),
+                              options.rigFilePath.value_or(std::string(RigLeaseFile::defaultPath)),
+                              WakeloftCommand::answerTimeout);
+}
+
 bool loopUntil(const std::function<bool()>& done, std::optional<double> seconds) {
   bool timedOut = false;
   guint limit = 0;
@@ -85,8 +95,8 @@ int main(int argc, char** argv) {
   const SystemProcessTable processes;
   SystemProcessExitWatcher exits;
   const SystemDateProvider dates;
-  WakeloftCommand::System system{*app,       outcomes,  processes,      exits, loopUntil, [&dates] { return dates.now(); },
-                                 std::cout, std::cerr, WAKELOFT_VERSION};
+  WakeloftCommand::System system{*app,       outcomes,  processes,      exits,           loopUntil, [&dates] { return dates.now(); },
+                                 std::cout, std::cerr, WAKELOFT_VERSION, doctorFacts};
   const int status = WakeloftCommand::run(std::vector<std::string>(argv + 1, argv + argc), system);
   std::cout.flush();
   return status;

@@ -9,6 +9,30 @@
 
 namespace wakeloft::StoredValueCheck {
 
+namespace {
+
+const char* const guardrailKeys[] = {
+    UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, UserDefaultsDeepwakeGuardrailStore::stopsInLowPowerModeKey,
+    UserDefaultsDeepwakeGuardrailStore::stopsWhenLidOpensKey, UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey};
+
+// The guardrail store removes what it cannot read: let it, on a copy.
+InMemoryDefaultsDomain guardrailCopy(const DefaultsDomain& defaults, DeepwakeGuardrails::Settings& settings) {
+  InMemoryDefaultsDomain copy;
+  for (const char* key : guardrailKeys) {
+    if (const auto value = defaults.object(key)) copy.set(key, *value);
+  }
+  settings = UserDefaultsDeepwakeGuardrailStore(copy).settings();
+  return copy;
+}
+
+}  // namespace
+
+DeepwakeGuardrails::Settings guardrailSettings(const DefaultsDomain& defaults) {
+  DeepwakeGuardrails::Settings settings;
+  guardrailCopy(defaults, settings);
+  return settings;
+}
+
 std::vector<std::string> unreadableKeys(DefaultsDomain& defaults) {
   std::vector<std::string> keys;
   if (UserDefaultsAwakeIntentStore(defaults).load().isUnreadableDeadline()) {
@@ -22,15 +46,8 @@ std::vector<std::string> unreadableKeys(DefaultsDomain& defaults) {
     keys.emplace_back(UserDefaultsPresetDurationStore::key);
   }
 
-  // The guardrail store removes what it cannot read: let it, on a copy.
-  InMemoryDefaultsDomain copy;
-  const char* const guardrailKeys[] = {
-      UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, UserDefaultsDeepwakeGuardrailStore::stopsInLowPowerModeKey,
-      UserDefaultsDeepwakeGuardrailStore::stopsWhenLidOpensKey, UserDefaultsDeepwakeGuardrailStore::onlyOnPowerAdapterKey};
-  for (const char* key : guardrailKeys) {
-    if (const auto value = defaults.object(key)) copy.set(key, *value);
-  }
-  UserDefaultsDeepwakeGuardrailStore(copy).settings();
+  DeepwakeGuardrails::Settings settings;
+  const auto copy = guardrailCopy(defaults, settings);
   for (const char* key : guardrailKeys) {
     if (defaults.object(key) && !copy.object(key)) keys.emplace_back(key);
   }

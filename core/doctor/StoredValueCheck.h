@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/DefaultsDomain.h"
+#include "lid/DeepwakeGuardrails.h"
 
 namespace wakeloft {
 
@@ -11,6 +12,9 @@ namespace wakeloft {
 // those stores' rules. Some stores clean a bad value as they read it; here
 // they read a copy, so looking never changes the app's defaults.
 namespace StoredValueCheck {
+
+// The guardrail settings as the app reads them, read on a copy.
+DeepwakeGuardrails::Settings guardrailSettings(const DefaultsDomain& defaults);
 
 // Reads `defaults` only.
 std::vector<std::string> unreadableKeys(DefaultsDomain& defaults);
