@@ -50,11 +50,13 @@ struct DoctorFacts {
   // The command that puts the setting back to 0.
   std::string putBackCommand;
 
-  // Absent where power assertions are not read (the rig).
+  // The processes holding an assertion that keeps the Mac awake; absent
+  // where they could not be read (and on the rig, which has none).
   std::optional<std::vector<AssertionHolder>> assertionHolders;
   // Absent where there is no such machine to read (the rig).
   std::optional<MachineConditionsSnapshot> machine;
-  // Whether closing the lid makes the Mac sleep; absent when unknown.
+  // Whether closing the lid would make the Mac sleep with the setting at 0
+  // (it does not in closed-display mode); absent when unknown.
   std::optional<bool> closingLidSleeps;
   DeepwakeGuardrails::Settings guardrails;
 

@@ -56,8 +56,7 @@ std::string holderText(const AssertionHolder& holder) {
 DoctorReport::DoctorReport(const DoctorFacts& facts) : holders_(facts.assertionHolders) {
   addApp(facts);
   addHelper(facts);
-  addSetting(facts);
-  addMachine(facts);
+  addMachine(facts, addSetting(facts));
   if (facts.unreadableValues.empty()) {
     add("storedValues", "Stored values: all readable");
   } else {
@@ -117,7 +116,7 @@ void DoctorReport::addHelper(const DoctorFacts& facts) {
   }
 }
 
-void DoctorReport::addSetting(const DoctorFacts& facts) {
+std::optional<bool> DoctorReport::addSetting(const DoctorFacts& facts) {
   const auto& answer = facts.helperAnswer;
   // Read here first; the helper's word stands in when that failed.
   std::optional<bool> on = facts.isSettingOn;
@@ -148,11 +147,12 @@ void DoctorReport::addSetting(const DoctorFacts& facts) {
   } else {
     add("lease", answer ? "Wakeloft lease: none" : "Wakeloft lease: unknown, the helper did not answer");
   }
+  return on;
 }
 
-void DoctorReport::addMachine(const DoctorFacts& facts) {
+void DoctorReport::addMachine(const DoctorFacts& facts, std::optional<bool> isSettingOn) {
   if (!holders_) {
-    add("assertionHolders", "Keeping the Mac awake: not read here");
+    add("assertionHolders", "Keeping the Mac awake: not read");
   } else if (holders_->empty()) {
     add("assertionHolders", "Keeping the Mac awake: no process holds an assertion");
   } else {
@@ -167,7 +167,11 @@ void DoctorReport::addMachine(const DoctorFacts& facts) {
   }
   const auto& machine = *facts.machine;
   std::string lid = !machine.isLidClosed ? "Lid: unknown" : *machine.isLidClosed ? "Lid: closed" : "Lid: open";
-  if (facts.closingLidSleeps) lid += *facts.closingLidSleeps ? ", closing it sleeps the Mac" : ", closing it does not sleep the Mac";
+  // The setting at 1 keeps a closed lid from causing sleep, whatever else.
+  if (facts.closingLidSleeps) {
+    lid += *facts.closingLidSleeps && isSettingOn != true ? ", closing it sleeps the Mac"
+                                                          : ", closing it does not sleep the Mac";
+  }
   add("lid", lid);
   std::string power = machine.isOnBattery ? "Power: battery" : "Power: power adapter";
   if (machine.batteryCharge) power += ", charged " + std::to_string(*machine.batteryCharge) + " %";

@@ -44,8 +44,9 @@ class DoctorReport {
   void add(std::string key, std::string fact, std::optional<std::string> advice = std::nullopt);
   void addApp(const DoctorFacts& facts);
   void addHelper(const DoctorFacts& facts);
-  void addSetting(const DoctorFacts& facts);
-  void addMachine(const DoctorFacts& facts);
+  // Returns the setting's value as the report takes it.
+  std::optional<bool> addSetting(const DoctorFacts& facts);
+  void addMachine(const DoctorFacts& facts, std::optional<bool> isSettingOn);
 
   std::vector<Line> lines_;
   std::optional<std::vector<AssertionHolder>> holders_;

@@ -115,6 +115,20 @@ TEST(DoctorReportTest, ASettingLeftOnSaysSomethingElseKeepsTheMacAwakeAndHowToPu
             "something else keeps your Mac awake with the lid closed; to put it back: sudo pmset -a disablesleep 0");
 }
 
+TEST(DoctorReportTest, ClosingTheLidSleepsTheMacOnlyWhileTheSettingIs0) {
+  const auto lidLine = [](const DoctorFacts& facts) {
+    const DoctorReport report(facts);
+    const auto& lines = report.lines();
+    return std::find_if(lines.begin(), lines.end(), [](const auto& l) { return l.key == "lid"; })->fact;
+  };
+  DoctorFacts facts = healthy();
+  facts.closingLidSleeps = true;
+  EXPECT_TRUE(lidLine(facts).ends_with("does not sleep the Mac"));
+  facts.isSettingOn = false;
+  facts.helperAnswer = LidLeaseStatus{Setting::off, "", std::nullopt};
+  EXPECT_TRUE(lidLine(facts).ends_with("closing it sleeps the Mac"));
+}
+
 TEST(DoctorReportTest, TheJsonFormIsOneObjectOfTheVerdictTheLinesAndTheHolders) {
   DoctorFacts facts = healthy();
   facts.unreadableValues = {"com.wakeloft.awakeUntil"};
