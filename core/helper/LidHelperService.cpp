@@ -58,7 +58,7 @@ std::string startLine(const std::optional<std::string>& executablePath,
   std::string version = "version unknown";
   if (executablePath) {
     if (const auto bundle = BundleVersion::aroundExecutable(*executablePath, parser)) {
-      version = bundle->shortVersion + " (" + bundle->build + ")";
+      version = bundle->text();
     }
   }
   std::string line = "helper starting: Wakeloft " + version + ", cdhash " + codeDirectoryHash.value_or("unknown") +

@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-namespace wakeloft::PublishedLidHelper {
+namespace wakeloft {
 
 namespace {
 
@@ -23,7 +23,16 @@ const char* nameOf(LidHelperStatus status) {
 
 }  // namespace
 
-void publish(DefaultsDomain& defaults, LidHelperStatus status, const std::optional<std::string>& version) {
+PublishedLidHelper::PublishedLidHelper(std::shared_ptr<LidAwakeController> lid,
+                                       std::shared_ptr<const LidHelperRegistration> registration,
+                                       std::optional<std::string> version, DefaultsDomain& defaults)
+    : lid_(std::move(lid)), registration_(std::move(registration)), version_(std::move(version)), defaults_(defaults) {
+  publish(defaults_, registration_->status(), version_);
+  // The subscription ends with this object, so the raw pointer never dangles.
+  changes_ = lid_->observe([this] { publish(defaults_, registration_->status(), version_); });
+}
+
+void PublishedLidHelper::publish(DefaultsDomain& defaults, LidHelperStatus status, const std::optional<std::string>& version) {
   const DefaultsValue name = std::string(nameOf(status));
   if (defaults.object(statusKey) != name) defaults.set(statusKey, name);
   if (!version) {
@@ -33,7 +42,7 @@ void publish(DefaultsDomain& defaults, LidHelperStatus status, const std::option
   }
 }
 
-Published read(const DefaultsDomain& defaults) {
+PublishedLidHelper::Published PublishedLidHelper::read(const DefaultsDomain& defaults) {
   Published published;
   if (const auto value = defaults.object(statusKey)) {
     const auto* text = value->get<std::string>();
@@ -53,4 +62,4 @@ Published read(const DefaultsDomain& defaults) {
   return published;
 }
 
-}  // namespace wakeloft::PublishedLidHelper
+}  // namespace wakeloft

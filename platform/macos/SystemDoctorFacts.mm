@@ -40,7 +40,7 @@ DoctorFacts read(const std::optional<std::string>& appPath, double helperTimeout
     // The app's Info.plist is the one around its helper's executable.
     if (const auto version = BundleVersion::aroundExecutable(*facts.appPath + "/" + std::string(LidHelperService::bundleProgram),
                                                              CFPropertyListParser())) {
-      facts.appVersion = version->shortVersion + " (" + version->build + ")";
+      facts.appVersion = version->text();
     }
   }
   NSArray<NSURL*>* applications = [NSFileManager.defaultManager URLsForDirectory:NSApplicationDirectory
