@@ -88,7 +88,8 @@ DoctorFacts read(const std::string& socketPath, const std::string& rigFilePath, 
   try {
     const std::string line = askStatus(socketPath, timeout);
     facts.helperAnswer = LidLeaseStatus::read(line);
-    if (!facts.helperAnswer) facts.helperSilence = "its answer is not a status: " + line;
+    // Not echoed: whatever answered there may send anything, terminal escapes too.
+    if (!facts.helperAnswer) facts.helperSilence = "what answers there does not give a status";
   } catch (const std::exception& error) {
     facts.helperSilence = error.what();
   }

@@ -52,9 +52,9 @@ std::variant<LidLeaseStatus, std::string> ask(const std::string& helperRequireme
   NSString* error = failure;
   [lock unlock];
   if (!text) return utf8(error);
-  const std::string line = utf8(text);
-  if (const auto status = LidLeaseStatus::read(line)) return *status;
-  return "its answer is not a status: " + line;
+  if (const auto status = LidLeaseStatus::read(utf8(text))) return *status;
+  // A refusal or a helper of another version; its text is not repeated.
+  return std::string("its answer is not a status");
 }
 
 }  // namespace wakeloft::XPCLidHelperStatus
