@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "BundleTexts.h"
+#include "CFPropertyListParser.h"
 #include "CodeSigningIdentity.h"
 #include "DispatchProcessExitWatcher.h"
 #include "DistributedAutomationOutcomePublisher.h"
@@ -20,6 +21,9 @@
 #include "XPCLidSleepBlocker.h"
 #include "automation/PublishedDeepwake.h"
 #include "base/MainThread.h"
+#include "helper/BundleVersion.h"
+#include "helper/LidHelperService.h"
+#include "lid/PublishedLidHelper.h"
 #include "clock/SystemContinuousTimeProvider.h"
 #include "clock/SystemDateProvider.h"
 #include "clock/TimerDeadlineScheduler.h"
@@ -72,6 +76,15 @@ DefaultsDomain& standardDefaults() {
   return defaults;
 }
 
+// The version of the helper this bundle carries, the one it registers.
+std::optional<std::string> bundledHelperVersion() {
+  NSString* bundle = NSBundle.mainBundle.bundlePath;
+  if (!bundle.fileSystemRepresentation) return std::nullopt;
+  const std::string helper = std::string(bundle.fileSystemRepresentation) + "/" + std::string(LidHelperService::bundleProgram);
+  const auto version = BundleVersion::aroundExecutable(helper, CFPropertyListParser());
+  return version ? std::optional<std::string>(version->text()) : std::nullopt;
+}
+
 // Strong, for the life of the process: NSApplication holds its delegate
 // weakly, and the app value holds the delegate.
 WakeloftApp* theApp = nil;
@@ -84,6 +97,7 @@ WakeloftApp* theApp = nil;
   MenuBarStatusItem* _menuBarItem;
   id<NSObject> _launchObserver;
   std::unique_ptr<PublishedDeepwake> _publishedDeepwake;
+  std::unique_ptr<PublishedLidHelper> _publishedLidHelper;
   std::unique_ptr<AutomationHandler> _automation;
   // An address asked for the panel before the scene was in the menu bar.
   BOOL _panelWanted;
@@ -115,6 +129,11 @@ WakeloftApp* theApp = nil;
 
   // The command reads Deepwake's state, which nothing else stores.
   _publishedDeepwake = std::make_unique<PublishedDeepwake>(_controllers.lid, standardDefaults());
+  // The helper's registration only answers inside this bundle, so the
+  // command's doctor reads it, and the helper's version, from here.
+  _publishedLidHelper = std::make_unique<PublishedLidHelper>(
+      _controllers.lid, std::make_shared<SMAppServiceLidHelperRegistration>(LidHelperService::plistName),
+      bundledHelperVersion(), standardDefaults());
   __weak WakeloftApp* weakApp = self;
   _automation = std::make_unique<AutomationHandler>(
       _controllers,

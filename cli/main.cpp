@@ -3,9 +3,11 @@
 // while it waits for an answer or a process.
 
 #include <cmath>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,12 +20,15 @@
 #include "DispatchProcessExitWatcher.h"
 #include "DistributedAutomationOutcomeListener.h"
 #include "LibprocProcessTable.h"
+#include "SystemDoctorFacts.h"
 #include "WorkspaceAppConnection.h"
 #else
 #include <glib.h>
 
 #include "PidfdProcessExitWatcher.h"
 #include "ProcfsProcessTable.h"
+#include "RigDoctorFacts.h"
+#include "helper/RigLeaseFile.h"
 #include "automation/InProcessAutomationOutcomeChannel.h"
 #include "automation/UnavailableAppConnection.h"
 #endif
@@ -40,8 +45,17 @@ using SystemOutcomeListener = DistributedAutomationOutcomeListener;
 // A cold launch of the app is part of handing an address over.
 constexpr double deliveryTimeout = 15;
 
-std::unique_ptr<AppConnection> appConnection() {
+std::unique_ptr<WorkspaceAppConnection> appConnection() {
   return std::make_unique<WorkspaceAppConnection>("com.wakeloft.app", deliveryTimeout);
+}
+
+std::function<DoctorFacts(const CommandOptions&)> doctorFacts(const WorkspaceAppConnection& app) {
+  return [&app](const CommandOptions& options) {
+    if (options.rigSocketPath || options.rigFilePath) {
+      throw std::invalid_argument("--socket and --rig-file are for the lease rig on Linux");
+    }
+    return SystemDoctorFacts::read(app.appPath(), WakeloftCommand::answerTimeout);
+  };
 }
 
 // Events come on the main queue and the main run loop, which this serves.
@@ -61,6 +75,16 @@ using SystemProcessExitWatcher = PidfdProcessExitWatcher;
 using SystemOutcomeListener = InProcessAutomationOutcomeChannel;
 
 std::unique_ptr<AppConnection> appConnection() { return std::make_unique<UnavailableAppConnection>(); }
+
+// The lease rig stands in for the Mac: its file for the setting, its socket
+// for the helper.
+std::function<DoctorFacts(const CommandOptions&)> doctorFacts(const AppConnection&) {
+  return [](const CommandOptions& options) {
+    return RigDoctorFacts::read(options.rigSocketPath.value_or(RigDoctorFacts::defaultSocketPath),
+                                options.rigFilePath.value_or(std::string(RigLeaseFile::defaultPath)),
+                                WakeloftCommand::answerTimeout);
+  };
+}
 
 bool loopUntil(const std::function<bool()>& done, std::optional<double> seconds) {
   bool timedOut = false;
@@ -85,8 +109,8 @@ int main(int argc, char** argv) {
   const SystemProcessTable processes;
   SystemProcessExitWatcher exits;
   const SystemDateProvider dates;
-  WakeloftCommand::System system{*app,       outcomes,  processes,      exits, loopUntil, [&dates] { return dates.now(); },
-                                 std::cout, std::cerr, WAKELOFT_VERSION};
+  WakeloftCommand::System system{*app,       outcomes,  processes,      exits,           loopUntil, [&dates] { return dates.now(); },
+                                 std::cout, std::cerr, WAKELOFT_VERSION, doctorFacts(*app)};
   const int status = WakeloftCommand::run(std::vector<std::string>(argv + 1, argv + argc), system);
   std::cout.flush();
   return status;

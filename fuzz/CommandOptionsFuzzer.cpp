@@ -28,6 +28,13 @@ std::vector<std::string> arguments(const CommandOptions& options) {
     case Subcommand::deepwake: return {"deepwake", options.deepwake ? "on" : "off"};
     case Subcommand::help: return {"--help"};
     case Subcommand::version: return {"--version"};
+    case Subcommand::doctor: {
+      std::vector<std::string> list = {"doctor"};
+      if (options.json) list.push_back("--json");
+      if (options.rigSocketPath) list.insert(list.end(), {"--socket", *options.rigSocketPath});
+      if (options.rigFilePath) list.insert(list.end(), {"--rig-file", *options.rigFilePath});
+      return list;
+    }
     case Subcommand::run:
     case Subcommand::wait: break;
   }
@@ -51,7 +58,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // The words the command knows come often enough to meet each other.
     if (input.ConsumeBool()) {
       given.push_back(input.PickValueInArray({"status", "start", "stop", "deepwake", "run", "wait", "on", "off",
-                                              "--for", "--deepwake", "--", "--help", "--version", "90m", "4242"}));
+                                              "--for", "--deepwake", "--", "--help", "--version", "90m", "4242", "doctor",
+                                              "--json", "--socket", "--rig-file"}));
     } else {
       given.push_back(input.ConsumeRandomLengthString(16));
     }

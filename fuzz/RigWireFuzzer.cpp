@@ -1,6 +1,7 @@
 // The lease rig's wire as a client's bytes reach the helper: the line reader
-// cuts the same lines however the bytes arrive, and every request it lets
-// through comes back unchanged from its own encoding.
+// cuts the same lines however the bytes arrive, every request it lets
+// through comes back unchanged from its own encoding, and so does every
+// status reply the command accepts.
 
 #include <cmath>
 #include <cstdint>
@@ -11,6 +12,7 @@
 
 #include "FuzzCheck.h"
 #include "base/Utf8.h"
+#include "lease/LidLeaseStatus.h"
 #include "rig/RigWire.h"
 
 using namespace wakeloft;
@@ -31,8 +33,7 @@ void checkRequestRoundTrip(const std::string& line) {
   const auto* request = std::get_if<LidLeaseRequest>(&parsed);
   if (!request) return;
   require(request->kind() != LidLeaseRequest::Kind::disconnect, "no line reads as a disconnect");
-  const std::string encoded =
-      request->kind() == LidLeaseRequest::Kind::renew ? RigWire::renewLine(request->until()) : std::string(RigWire::revokeLine);
+  const std::string encoded = RigWire::requestLine(*request);
   require(encoded.size() <= RigWire::maximumLineBytes + 1 && encoded.back() == '\n' &&
               encoded.find('\n') == encoded.size() - 1,
           "a request encodes to one line the wire allows");
@@ -55,6 +56,16 @@ void checkReplyRoundTrip(const std::string& text) {
     }
     require(*read == expected, "a reply reads back as sent, line breaks as blanks");
   }
+}
+
+// A status reply, as the doctor reads it: whatever it accepts, it writes
+// back as a line that reads the same.
+void checkStatusRoundTrip(const std::string& line) {
+  const auto status = LidLeaseStatus::read(line);
+  if (!status) return;
+  require(!status->leaseRemaining || (*status->leaseRemaining >= 0 && *status->leaseRemaining <= 30),
+          "a lease term read from a status is within a lease's length");
+  require(LidLeaseStatus::read(status->text()) == status, "a status read re-encodes to a line that reads the same");
 }
 
 }  // namespace
@@ -89,6 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     consumed += line + "\n";
     checkRequestRoundTrip(line);
     checkReplyRoundTrip(line);
+    checkStatusRoundTrip(line);
   }
   require(stream.starts_with(consumed), "the lines are the stream's bytes in order");
   return 0;

@@ -133,12 +133,16 @@ int main(int argc, char** argv) {
     (void)terminate;
     (void)interrupt;
 
-    // The listener: only the app, signed by this helper's own team, gets in.
+    // The listener: only the app and its command, signed by this helper's own
+    // team, get in, and the command may only ask how things stand.
     const auto teamIdentifier = CodeSigningIdentity::currentTeamIdentifier();
-    NSString* callerRequirement =
+    NSString* callerRequirement = nsString(LidHelperService::callerRequirement(teamIdentifier));
+    NSString* appRequirement =
         nsString(LidHelperService::codeRequirement(LidHelperService::appIdentifier, teamIdentifier));
     __attribute__((objc_precise_lifetime)) LidLeaseListenerDelegate* delegate =
-        [[LidLeaseListenerDelegate alloc] initWithCallerRequirement:callerRequirement requests:daemon.requests()];
+        [[LidLeaseListenerDelegate alloc] initWithCallerRequirement:callerRequirement
+                                                     appRequirement:appRequirement
+                                                           requests:daemon.requests()];
     __attribute__((objc_precise_lifetime)) NSXPCListener* listener =
         [[NSXPCListener alloc] initWithMachServiceName:nsString(LidHelperService::label)];
     listener.delegate = delegate;  // held weakly by the listener

@@ -50,4 +50,13 @@ NSString* replyText(const std::string& text) { return wakeloft::nsString(text); 
   });
 }
 
+- (void)readLeaseStatusWithReply:(void (^)(NSString* _Nullable))reply {
+  void (^answer)(NSString* _Nullable) = [reply copy];
+  _requests(_client, LidLeaseRequest::status(), [answer](LidLeaseService::Reply text) {
+    @autoreleasepool {
+      answer(text ? replyText(*text) : nil);
+    }
+  });
+}
+
 @end

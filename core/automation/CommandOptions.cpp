@@ -15,6 +15,7 @@ const char* const CommandOptions::usage =
     "       wakeloft deepwake on|off\n"
     "       wakeloft run [--for DURATION] [--deepwake] [--] COMMAND [ARGUMENT...]\n"
     "       wakeloft wait PID [--for DURATION] [--deepwake]\n"
+    "       wakeloft doctor [--json] [--socket PATH] [--rig-file PATH]\n"
     "       wakeloft --help | --version\n";
 
 const char* const CommandOptions::help =
@@ -28,12 +29,17 @@ const char* const CommandOptions::help =
     "            with its status; Ctrl-C, Ctrl-\\, Ctrl-Z, hang-ups and the signals INT, TERM,\n"
     "            HUP and QUIT sent to wakeloft reach COMMAND once\n"
     "  wait      keeps the Mac awake until process PID ends, and waits for that\n"
+    "  doctor    why the Mac does or does not sleep: Wakeloft, its helper, the sleep setting,\n"
+    "            who keeps the Mac awake and the machine; exits 1 when something is wrong\n"
     "\n"
     "  start, stop and deepwake wait up to 2 seconds for the app's answer (15 when it had to\n"
     "  open). run and wait go on when the app refuses or lets go, and say so.\n"
     "\n"
     "  --for DURATION  also ends the session after DURATION, whichever comes first\n"
     "  --deepwake      with Deepwake, so the Mac stays awake with the lid closed\n"
+    "  --json          doctor's report as one JSON object\n"
+    "  --socket PATH, --rig-file PATH\n"
+    "                  on Linux, the lease rig the doctor looks at\n"
     "\n"
     "DURATION is like 90m, 1h30m, 45s or a number of seconds, up to 8h.\n"
     "\n"
@@ -102,6 +108,24 @@ Result parseHolding(Subcommand subcommand, const std::vector<std::string>& argum
   return options;
 }
 
+Result parseDoctor(const std::vector<std::string>& arguments) {
+  auto options = CommandOptions::of(Subcommand::doctor);
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    if (argument == "--json") {
+      if (options.json) return error("--json is given twice");
+      options.json = true;
+      continue;
+    }
+    auto* path = argument == "--socket" ? &options.rigSocketPath : argument == "--rig-file" ? &options.rigFilePath : nullptr;
+    if (!path) return error("unknown argument \"" + argument + "\" for doctor");
+    if (*path) return error(argument + " is given twice");
+    if (i + 1 == arguments.size() || arguments[i + 1].empty()) return error(argument + " needs a PATH");
+    *path = arguments[++i];
+  }
+  return options;
+}
+
 }  // namespace
 
 Result CommandOptions::parse(const std::vector<std::string>& arguments) {
@@ -131,6 +155,7 @@ Result CommandOptions::parse(const std::vector<std::string>& arguments) {
   }
   if (first == "run") return parseHolding(Subcommand::run, arguments);
   if (first == "wait") return parseHolding(Subcommand::wait, arguments);
+  if (first == "doctor") return parseDoctor(arguments);
   return error((first.starts_with("-") ? "unknown option \"" : "unknown command \"") + first + "\"");
 }
 

@@ -15,9 +15,10 @@ namespace wakeloft {
 // The command line of `wakeloft`, the app's command:
 //   wakeloft [status] | start [DURATION] | stop | deepwake on|off
 //          | run [--for DURATION] [--deepwake] [--] COMMAND [ARGUMENT...]
-//          | wait PID [--for DURATION] [--deepwake] | --help | --version
+//          | wait PID [--for DURATION] [--deepwake]
+//          | doctor [--json] [--socket PATH] [--rig-file PATH] | --help | --version
 struct CommandOptions {
-  enum class Subcommand { status, start, stop, deepwake, run, wait, help, version };
+  enum class Subcommand { status, start, stop, deepwake, run, wait, doctor, help, version };
 
   Subcommand subcommand = Subcommand::status;
   // start's DURATION, or --for.
@@ -28,6 +29,11 @@ struct CommandOptions {
   pid_t pid = 0;
   // run's COMMAND and its arguments.
   std::vector<std::string> command;
+  // doctor's --json.
+  bool json = false;
+  // doctor's --socket and --rig-file: where the lease rig is, on Linux.
+  std::optional<std::string> rigSocketPath;
+  std::optional<std::string> rigFilePath;
 
   static CommandOptions of(Subcommand subcommand) {
     CommandOptions options;

@@ -7,6 +7,10 @@
 #include "automation/CommandOptions.h"
 #include "automation/CommandStatus.h"
 #include "automation/PublishedDeepwake.h"
+#include "doctor/DoctorReport.h"
+#include "doctor/StoredValueCheck.h"
+#include "lid/PublishedLidHelper.h"
+#include "lid/UserDefaultsLidAwakeStore.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
 #include "session/UserDefaultsProcessBindingStore.h"
 
@@ -95,6 +99,31 @@ int status(System& system) {
                                    }};
   system.out << CommandStatus::render(facts, system.now(), statusLocale);
   return 0;
+}
+
+int doctor(System& system, const CommandOptions& options) {
+  if (!system.doctorFacts) {
+    system.err << "wakeloft: the doctor cannot look at this system\n";
+    return unavailable;
+  }
+  DoctorFacts facts;
+  try {
+    facts = system.doctorFacts(options);
+  } catch (const std::invalid_argument& error) {
+    return usage(system, error.what());
+  }
+  auto& defaults = system.app.appDefaults();
+  facts.now = system.now();
+  facts.isAppRunning = system.app.isAppRunning();
+  const auto published = PublishedLidHelper::read(defaults);
+  facts.helperRegistration = published.status;
+  facts.helperVersion = published.version;
+  facts.hasUsedDeepwake = UserDefaultsLidAwakeStore(defaults).hasAcknowledgedHeatWarning();
+  facts.guardrails = StoredValueCheck::guardrailSettings(defaults);
+  facts.unreadableValues = StoredValueCheck::unreadableKeys(defaults);
+  const DoctorReport report(facts);
+  system.out << (options.json ? report.json() : report.text());
+  return report.exitStatus();
 }
 
 int ask(System& system, const AutomationRequest& request) {
@@ -188,6 +217,7 @@ int run(const std::vector<std::string>& arguments, System& system) {
     case Subcommand::deepwake: return ask(system, AutomationRequest::switchDeepwake(options.deepwake));
     case Subcommand::wait: return wait(system, options);
     case Subcommand::run: return runCommand(system, options);
+    case Subcommand::doctor: return doctor(system, options);
   }
   return usageError;
 }

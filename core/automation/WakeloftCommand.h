@@ -13,6 +13,8 @@
 #include "base/Date.h"
 #include "base/ProcessExitWatcher.h"
 #include "base/ProcessTable.h"
+#include "doctor/DoctorFacts.h"
+#include "automation/CommandOptions.h"
 
 namespace wakeloft {
 
@@ -22,7 +24,7 @@ namespace wakeloft {
 // runs or waits for the process a session is bound to. Exit statuses: 0 done,
 // 64 a usage error (with the usage), 69 the app could not be reached, 77 the
 // app refused, 1 no such process to wait for; run exits with its COMMAND's
-// status.
+// status, doctor with 1 when something is wrong.
 namespace WakeloftCommand {
 
 inline constexpr int usageError = 64;
@@ -49,6 +51,9 @@ struct System {
   std::ostream& out;
   std::ostream& err;
   std::string version;
+  // What the doctor reads of this system beyond the app's defaults. Throws
+  // std::invalid_argument for options this system has no use for.
+  std::function<DoctorFacts(const CommandOptions& options)> doctorFacts = {};
 };
 
 // `arguments` excludes the program name.

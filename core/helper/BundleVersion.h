@@ -33,6 +33,9 @@ struct BundleVersion {
   // Non-empty, at most 64 bytes, only ASCII letters, digits, ".", "-", "_".
   static bool isVersionText(std::string_view text);
 
+  // "1.4 (27)": how the helper's log and the doctor name a version.
+  std::string text() const { return shortVersion + " (" + build + ")"; }
+
   friend bool operator==(const BundleVersion&, const BundleVersion&) = default;
 };
 

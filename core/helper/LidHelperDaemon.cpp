@@ -40,6 +40,7 @@ void LidHelperDaemon::tick() {
 
 bool LidHelperDaemon::stop(const std::function<bool()>& until, const std::function<void()>& pause) {
   tick_->cancel();
+  armed_.reset();
   const bool putBack = keeper_->revokeBeforeExit(until, pause);
   if (settled_) settled_();
   lidCheck_->settingSettled(keeper_->isSleepDisabled());
@@ -65,8 +66,16 @@ void LidHelperDaemon::armTick() {
   }
   if (const auto retry = service_->nextRetryUptime()) consider(now.adding(*retry - uptimeNow));
 
+  // A timer already set for that moment stays: set again on every request,
+  // a stream of requests that change nothing (status asks) would keep
+  // pushing it past its moment, and a lapsed lease would never end.
+  if (next == armed_) return;
+  armed_ = next;
   if (next) {
-    tick_->schedule(*next, weakSelf_([](LidHelperDaemon& self) { self.tick(); }));
+    tick_->schedule(*next, weakSelf_([](LidHelperDaemon& self) {
+      self.armed_.reset();  // fired: nothing is set any more
+      self.tick();
+    }));
   } else {
     tick_->cancel();
   }

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "clock/DateProvider.h"
 #include "clock/DeadlineRecheckNotifier.h"
@@ -54,6 +55,8 @@ class LidHelperDaemon {
   std::shared_ptr<const UptimeProvider> uptime_;
   std::function<void()> settled_;
   std::shared_ptr<DeadlineRecheckNotifier> recheck_;
+  // The moment the tick is set for, if any.
+  std::optional<Date> armed_;
   WeakSelf<LidHelperDaemon> weakSelf_{this};
 };
 

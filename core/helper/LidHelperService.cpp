@@ -46,13 +46,19 @@ std::optional<std::string> codeRequirement(std::string_view identifier,
          "\" and certificate leaf[subject.OU] = \"" + *teamIdentifier + "\"";
 }
 
+std::optional<std::string> callerRequirement(const std::optional<std::string>& teamIdentifier) {
+  if (!teamIdentifier || !isTeamIdentifier(*teamIdentifier)) return std::nullopt;
+  return "anchor apple generic and (identifier \"" + std::string(appIdentifier) + "\" or identifier \"" +
+         std::string(commandIdentifier) + "\") and certificate leaf[subject.OU] = \"" + *teamIdentifier + "\"";
+}
+
 std::string startLine(const std::optional<std::string>& executablePath,
                       const std::optional<std::string>& launchedPath,
                       const std::optional<std::string>& codeDirectoryHash, const PropertyListParser& parser) {
   std::string version = "version unknown";
   if (executablePath) {
     if (const auto bundle = BundleVersion::aroundExecutable(*executablePath, parser)) {
-      version = bundle->shortVersion + " (" + bundle->build + ")";
+      version = bundle->text();
     }
   }
   std::string line = "helper starting: Wakeloft " + version + ", cdhash " + codeDirectoryHash.value_or("unknown") +

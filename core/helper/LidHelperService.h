@@ -15,6 +15,8 @@ namespace LidHelperService {
 
 // The app's signing identifier.
 inline constexpr std::string_view appIdentifier = "com.wakeloft.app";
+// The signing identifier of the app's command, Contents/Helpers/wakeloft.
+inline constexpr std::string_view commandIdentifier = "com.wakeloft.app.command";
 // The launchd label, the mach service name and the helper's signing identifier.
 inline constexpr std::string_view label = "com.wakeloft.app.lidhelper";
 // The daemon property list's file name, used to register the daemon.
@@ -36,6 +38,10 @@ PropertyList launchdPlist();
 // meet, or absent when either is malformed: then nobody is accepted.
 std::optional<std::string> codeRequirement(std::string_view identifier,
                                            const std::optional<std::string>& teamIdentifier);
+
+// What the helper demands of a peer: the app or its command, both signed by
+// `teamIdentifier`. Absent when the team is malformed.
+std::optional<std::string> callerRequirement(const std::optional<std::string>& teamIdentifier);
 
 // The helper's first log line, naming its version (read with `parser` from
 // the Info.plist around the executable), its code and where it runs from.

@@ -8,6 +8,8 @@ class LidLeaseRequest {
   enum class Kind {
     renew,
     revoke,
+    // Asks how the setting and this helper's lease stand; changes nothing.
+    status,
     // The connection was invalidated: the client went away. Handled like
     // revoke; nobody waits for its result.
     disconnect,
@@ -17,6 +19,7 @@ class LidLeaseRequest {
   // it may be anything, including not a number.
   static LidLeaseRequest renew(double until) { return LidLeaseRequest(Kind::renew, until); }
   static LidLeaseRequest revoke() { return LidLeaseRequest(Kind::revoke, 0); }
+  static LidLeaseRequest status() { return LidLeaseRequest(Kind::status, 0); }
   static LidLeaseRequest disconnect() { return LidLeaseRequest(Kind::disconnect, 0); }
 
   Kind kind() const { return kind_; }

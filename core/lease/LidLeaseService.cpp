@@ -77,11 +77,18 @@ LidLeaseService::Reply LidLeaseService::handle(const LidLeaseRequest& request, s
   switch (request.kind()) {
     case LidLeaseRequest::Kind::renew:
       return renew(request.until(), from);
+    case LidLeaseRequest::Kind::status:
+      return status().text();
     case LidLeaseRequest::Kind::revoke:
     case LidLeaseRequest::Kind::disconnect:
       return revoke(from);
   }
   return revoke(from);
+}
+
+LidLeaseStatus LidLeaseService::status() const {
+  requireMainThread("LidLeaseService::status");
+  return keeper_->status();
 }
 
 void LidLeaseService::checkLease() {

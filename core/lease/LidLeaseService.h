@@ -12,6 +12,7 @@
 #include "base/WeakSelf.h"
 #include "lease/LidHelperRefusal.h"
 #include "lease/LidLeaseRequest.h"
+#include "lease/LidLeaseStatus.h"
 #include "lease/LidLeaseTerm.h"
 #include "lease/LidSleepLeaseKeeper.h"
 
@@ -42,6 +43,9 @@ class LidLeaseService {
   // the client's term.
   Reply renew(double until, std::uint64_t from);
   Reply revoke(std::uint64_t from);
+  // Read only: a status request never creates, extends or ends a term.
+  LidLeaseStatus status() const;
+  // A status request is answered with its status's text.
   Reply handle(const LidLeaseRequest& request, std::uint64_t from);
   // Drops lapsed terms and brings the setting in line with the rest; the
   // helper's tick.

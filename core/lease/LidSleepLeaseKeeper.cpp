@@ -93,6 +93,25 @@ SleepSettingStanding LidSleepLeaseKeeper::readStanding() {
   return SleepSettingStanding::asWritten();
 }
 
+LidLeaseStatus LidSleepLeaseKeeper::status() const {
+  LidLeaseStatus status;
+  try {
+    status.setting = setting_->readDisabled() ? LidLeaseStatus::Setting::on : LidLeaseStatus::Setting::off;
+  } catch (...) {
+    status.setting = LidLeaseStatus::Setting::unreadable;
+    status.unreadableDetail = describeCurrentError();
+  }
+  // Held only once 1 was written; a lapsed lease is as good as ended, even
+  // before the next tick puts the setting back.
+  if (isSleepDisabled() && leaseExpiry_ && leaseUptimeExpiry_ &&
+      !hasLapsed(LidLeaseTerm{*leaseExpiry_, *leaseUptimeExpiry_})) {
+    const double wall = leaseExpiry_->secondsSince(dates_->now());
+    const double uptime = *leaseUptimeExpiry_ - uptime_->uptime();
+    status.leaseRemaining = std::clamp(std::min(wall, uptime), 0.0, LidSleepLease::duration);
+  }
+  return status;
+}
+
 bool LidSleepLeaseKeeper::revokeBeforeExit(const std::function<bool()>& until, const std::function<void()>& pause) {
   clearLease();
   write(false, /*evenIfJustFailed=*/true);

@@ -9,6 +9,7 @@
 #include "base/Date.h"
 #include "clock/DateProvider.h"
 #include "clock/UptimeProvider.h"
+#include "lease/LidLeaseStatus.h"
 #include "lease/LidLeaseTerm.h"
 #include "lease/SleepSettingStanding.h"
 #include "lease/SystemSleepSetting.h"
@@ -48,6 +49,11 @@ class LidSleepLeaseKeeper {
   // Reads the setting unless the keeper's own write is failing; adopts a 0
   // written by something else, and never overrides a 1 it did not write.
   SleepSettingStanding readStanding();
+
+  // The setting as it reads now and what is left of the lease held over it,
+  // for whoever asks. Changes nothing: no lease is ended, extended or
+  // adopted, and nothing is written.
+  LidLeaseStatus status() const;
 
   // Drops the lease and insists on writing 0 before the process ends: one
   // try at once, then `pause()` and another try until one succeeds or

@@ -29,6 +29,16 @@ std::string renewLine(double deadline) {
   return "renew " + std::string(digits, result.ptr) + "\n";
 }
 
+std::string requestLine(const LidLeaseRequest& request) {
+  switch (request.kind()) {
+    case LidLeaseRequest::Kind::renew: return renewLine(request.until());
+    case LidLeaseRequest::Kind::status: return std::string(statusLine);
+    case LidLeaseRequest::Kind::revoke:
+    case LidLeaseRequest::Kind::disconnect: break;
+  }
+  return std::string(revokeLine);
+}
+
 std::string replyLine(const std::optional<std::string>& reply) {
   std::string line = reply.value_or("");
   for (char& c : line) {
@@ -44,6 +54,7 @@ std::optional<std::string> replyText(std::string_view line) {
 
 std::variant<LidLeaseRequest, Violation> parseRequest(std::string_view line) {
   if (line == "revoke") return LidLeaseRequest::revoke();
+  if (line == "status") return LidLeaseRequest::status();
   constexpr std::string_view renew = "renew ";
   if (line.starts_with(renew)) {
     if (const auto deadline = parseDeadline(line.substr(renew.size()))) return LidLeaseRequest::renew(*deadline);

@@ -11,8 +11,9 @@
 namespace wakeloft {
 
 // The lease rig's wire: UTF-8 lines ending in "\n". A client sends
-// "renew <seconds since 1970>" or "revoke"; every request gets exactly one
-// reply line, empty when granted or handled, otherwise the refusal's reason.
+// "renew <seconds since 1970>", "revoke" or "status"; every request gets
+// exactly one reply line: for a renewal or revocation empty when granted or
+// handled, otherwise the refusal's reason; for a status, its text.
 namespace RigWire {
 
 inline constexpr std::size_t maximumLineBytes = 4096;
@@ -21,6 +22,10 @@ inline constexpr std::size_t maximumLineBytes = 4096;
 // reads back to the same double ("nan", "inf" and "-inf" for the rest).
 std::string renewLine(double deadline);
 inline constexpr std::string_view revokeLine = "revoke\n";
+inline constexpr std::string_view statusLine = "status\n";
+// The line for any request; a disconnect is never sent, and reads as the
+// revocation it is handled as.
+std::string requestLine(const LidLeaseRequest& request);
 
 // The reply line for a service answer; line breaks inside it become blanks.
 std::string replyLine(const std::optional<std::string>& reply);

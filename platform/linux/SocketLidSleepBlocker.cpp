@@ -109,8 +109,7 @@ class RigConnection : public std::enable_shared_from_this<RigConnection> {
   void send(const LidLeaseRequest& request, const std::shared_ptr<XPCReply>& reply) {
     if (broken_) return reply->finish(Outcome::failed());
     awaiting_.push_back(reply);
-    unsent_ += request.kind() == LidLeaseRequest::Kind::renew ? RigWire::renewLine(request.until())
-                                                              : std::string(RigWire::revokeLine);
+    unsent_ += RigWire::requestLine(request);
     if (connected_) flush();
   }
 

@@ -101,4 +101,25 @@ std::optional<std::string> codeDirectoryHash(const std::string& path, const std:
       std::span<const std::uint8_t>(CFDataGetBytePtr(data), static_cast<std::size_t>(CFDataGetLength(data))));
 }
 
+bool processMeets(pid_t pid, const std::string& requirement) {
+  const CFOwned<CFNumberRef> number(CFNumberCreate(kCFAllocatorDefault, kCFNumberIntType, &pid));
+  const void* keys[] = {kSecGuestAttributePid};
+  const void* values[] = {number.get()};
+  const CFOwned<CFDictionaryRef> attributes(CFDictionaryCreate(
+      kCFAllocatorDefault, keys, values, 1, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+  SecCodeRef guest = nullptr;
+  if (!attributes || SecCodeCopyGuestWithAttributes(nullptr, attributes.get(), kSecCSDefaultFlags, &guest) != errSecSuccess) {
+    return false;
+  }
+  const CFOwned<SecCodeRef> code(guest);
+  const CFOwned<CFStringRef> text(
+      CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(requirement.data()),
+                              static_cast<CFIndex>(requirement.size()), kCFStringEncodingUTF8, false));
+  if (!text) return false;
+  SecRequirementRef compiled = nullptr;
+  if (SecRequirementCreateWithString(text.get(), kSecCSDefaultFlags, &compiled) != errSecSuccess) return false;
+  const CFOwned<SecRequirementRef> owned(compiled);
+  return SecCodeCheckValidity(code.get(), kSecCSDefaultFlags, owned.get()) == errSecSuccess;
+}
+
 }  // namespace wakeloft::CodeSigningIdentity

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <optional>
 #include <string>
 
@@ -18,6 +20,10 @@ std::optional<std::string> currentDesignatedRequirement();
 // The code-directory hash of the code at `path`, only if its signature is
 // valid and meets `requirement` (requirement-language text).
 std::optional<std::string> codeDirectoryHash(const std::string& path, const std::string& requirement);
+
+// Whether the running process `pid` is validly signed and meets
+// `requirement`. False when it cannot be told.
+bool processMeets(pid_t pid, const std::string& requirement);
 
 }  // namespace CodeSigningIdentity
 }  // namespace wakeloft

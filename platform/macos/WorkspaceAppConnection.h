@@ -24,6 +24,9 @@ class WorkspaceAppConnection final : public AppConnection {
   // path; nothing for a command outside an app.
   static std::optional<std::string> commandsOwnApp();
 
+  // The running copy's bundle, else the command's own app.
+  std::optional<std::string> appPath() const;
+
   bool isAppRunning() const override;
   void open(const std::string& address) override;
   DefaultsDomain& appDefaults() override { return defaults_; }

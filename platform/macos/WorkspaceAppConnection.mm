@@ -35,6 +35,13 @@ bool WorkspaceAppConnection::isAppRunning() const {
   return [NSRunningApplication runningApplicationsWithBundleIdentifier:nsString(bundleIdentifier_)].count > 0;
 }
 
+std::optional<std::string> WorkspaceAppConnection::appPath() const {
+  NSURL* running = [NSRunningApplication runningApplicationsWithBundleIdentifier:nsString(bundleIdentifier_)]
+                       .firstObject.bundleURL;
+  if (running.path) return utf8(running.path);
+  return ownApp_;
+}
+
 void WorkspaceAppConnection::open(const std::string& address) {
   NSURL* url = [NSURL URLWithString:nsString(address)];
   if (!url) throw std::runtime_error("\"" + address + "\" is not an address the system takes");

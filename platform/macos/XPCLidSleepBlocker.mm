@@ -59,6 +59,14 @@ class XPCLidLeaseTransport final : public LidLeaseTransport {
         }];
         return;
       }
+      case LidLeaseRequest::Kind::status: {
+        [lease readLeaseStatusWithReply:^(NSString* _Nullable text) {
+          std::optional<std::string> line;
+          if (text) line = utf8(text);
+          latch->finish(Outcome::replied(std::move(line)));
+        }];
+        return;
+      }
       case LidLeaseRequest::Kind::disconnect:
         // The helper's own word for a client that went away; never sent.
         latch->finish(Outcome::failed());

@@ -21,7 +21,7 @@ CommandOptions expected(Subcommand subcommand, std::optional<double> seconds = s
 }
 
 TEST(CommandOptionsTest, ReadsEverySubcommandOrSaysWhatIsWrongWithAUsage) {
-  const std::vector<std::pair<Arguments, CommandOptions>> cases = {
+  std::vector<std::pair<Arguments, CommandOptions>> cases = {
       {{}, expected(Subcommand::status)},
       {{"start"}, expected(Subcommand::start)},
       {{"start", "90m"}, expected(Subcommand::start, 5400)},
@@ -39,6 +39,10 @@ TEST(CommandOptionsTest, ReadsEverySubcommandOrSaysWhatIsWrongWithAUsage) {
       {{"--help"}, expected(Subcommand::help)},
       {{"--version"}, expected(Subcommand::version)},
   };
+  auto doctor = CommandOptions::of(Subcommand::doctor);
+  doctor.json = true;
+  doctor.rigFilePath = "/tmp/r";
+  cases.push_back({{"doctor", "--rig-file", "/tmp/r", "--json"}, doctor});
   for (const auto& [arguments, options] : cases) {
     const auto parsed = CommandOptions::parse(arguments);
     ASSERT_TRUE(std::holds_alternative<CommandOptions>(parsed))
@@ -61,6 +65,9 @@ TEST(CommandOptionsTest, ReadsEverySubcommandOrSaysWhatIsWrongWithAUsage) {
       {{"wait", "12", "13"}, "one PID, not also \"13\""},
       {{"wait", "abc"}, "process number, not \"abc\""},
       {{"wait", "12", "--deepwake", "--deepwake"}, "--deepwake is given twice"},
+      {{"doctor", "--socket"}, "--socket needs a PATH"},
+      {{"doctor", "--json", "--json"}, "--json is given twice"},
+      {{"doctor", "now"}, "unknown argument \"now\" for doctor"},
   };
   for (const auto& [arguments, reason] : refusals) {
     const auto parsed = CommandOptions::parse(arguments);

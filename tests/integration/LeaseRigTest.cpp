@@ -6,6 +6,7 @@
 #include "RigProcess.h"
 #include "clock/SystemDateProvider.h"
 #include "helper/RigLeaseFile.h"
+#include "lease/LidLeaseStatus.h"
 #include "rig/RigWire.h"
 
 namespace wakeloft {
@@ -47,6 +48,27 @@ TEST_F(LeaseRigTest, AGrantedLeaseCutToThirtySecondsIsHeldInTheRigFileUntilRevok
 
   EXPECT_EQ(client.ask(std::string(RigWire::revokeLine)), "");
   EXPECT_FALSE(rig.leaseFileExists());
+}
+
+TEST_F(LeaseRigTest, AStatusRequestNeverCreatesOrExtendsALease) {
+  RigClient asker(rig.socketPath), holder(rig.socketPath);
+  const auto status = [](RigClient& client) { return LidLeaseStatus::read(client.ask(std::string(RigWire::statusLine)).value_or("")); };
+  EXPECT_EQ(status(asker), (LidLeaseStatus{LidLeaseStatus::Setting::off, "", std::nullopt}));
+  EXPECT_FALSE(rig.leaseFileExists());
+
+  const double deadline = inSeconds(1);
+  ASSERT_EQ(holder.ask(RigWire::renewLine(deadline)), "");
+  const auto held = status(holder);
+  ASSERT_TRUE(held && held->leaseRemaining) << rig.log();
+  EXPECT_EQ(held->setting, LidLeaseStatus::Setting::on);
+  EXPECT_LE(*held->leaseRemaining, 1.0);
+  // Asked over and over by both, the lease still ends on its own term.
+  EXPECT_TRUE(rig.waitUntil([&] {
+    status(asker);
+    status(holder);
+    return !rig.leaseFileExists();
+  }, 3s));
+  EXPECT_EQ(status(asker), (LidLeaseStatus{LidLeaseStatus::Setting::off, "", std::nullopt}));
 }
 
 TEST_F(LeaseRigTest, ALeaseEndsWithItsClientOrItsTermAsksForSleepWithTheLidShutAndSigtermPutsTheSettingBack) {

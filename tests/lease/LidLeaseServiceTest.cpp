@@ -56,6 +56,22 @@ TEST_F(LidLeaseServiceTest, AGrantedRenewalHoldsOneSilentlyAndADeadlineAlreadyPa
   EXPECT_TRUE(service.holders().empty());
 }
 
+TEST_F(LidLeaseServiceTest, AStatusRequestReportsTheSettingAndWhatIsLeftOfTheLeaseWithoutWriting) {
+  using Setting = LidLeaseStatus::Setting;
+  const auto status = [&] { return LidLeaseStatus::read(*service.handle(LidLeaseRequest::status(), 9)); };
+  EXPECT_EQ(status(), (LidLeaseStatus{Setting::off, "", std::nullopt}));
+  service.renew(in(20), 1);
+  clocks.pass(5);
+  const auto before = writes();
+  EXPECT_EQ(status(), (LidLeaseStatus{Setting::on, "", 15.0}));
+  clocks.pass(20);  // lapsed, not yet put back: no lease to speak of
+  EXPECT_EQ(status(), (LidLeaseStatus{Setting::on, "", std::nullopt}));
+  setting->readError = "pmset timed out";
+  EXPECT_EQ(status(), (LidLeaseStatus{Setting::unreadable, "pmset timed out", std::nullopt}));
+  EXPECT_EQ(writes(), before);
+  EXPECT_EQ(service.holders(), Clients{1});
+}
+
 TEST_F(LidLeaseServiceTest, ADeadlineThatIsNotANumberIsRefusedWithoutTouchingTheSetting) {
   ASSERT_EQ(service.renew(in(30), 1), std::nullopt);
   const auto reads = setting->readCount;

@@ -19,6 +19,8 @@ bool isViolation(std::string_view line) { return std::holds_alternative<Violatio
 
 TEST(RigWireTest, RequestLinesReadAsTheirRequestWithNumbersAsStrtodReadsThem) {
   EXPECT_EQ(request("revoke"), LidLeaseRequest::revoke());
+  EXPECT_EQ(request("status"), LidLeaseRequest::status());
+  EXPECT_EQ(RigWire::requestLine(LidLeaseRequest::status()), RigWire::statusLine);
   EXPECT_EQ(request("renew 1731700000.25"), LidLeaseRequest::renew(1731700000.25));
   EXPECT_EQ(request("renew -12.5e2"), LidLeaseRequest::renew(-1250));
   EXPECT_EQ(request("renew .5"), LidLeaseRequest::renew(0.5));
@@ -40,7 +42,7 @@ TEST(RigWireTest, ARenewLineCarriesItsDeadlineExactly) {
 
 TEST(RigWireTest, AnyOtherLineIsAViolation) {
   for (const char* line : {"", "renew", "renew ", "renew  5", "renew 5 ", "renew 12abc", "renew 0x10", "renew 1e",
-                           "renew .", "renew NaN", "renew infinity", "Revoke", "revoke ", "revoke now", "hello",
+                           "renew .", "renew NaN", "renew infinity", "Revoke", "revoke ", "revoke now", "status ", "hello",
                            "renew 5\r"}) {
     EXPECT_TRUE(isViolation(line)) << '"' << line << '"';
   }

@@ -1,0 +1,149 @@
+#include "doctor/DoctorReport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace wakeloft {
+namespace {
+
+using Setting = LidLeaseStatus::Setting;
+
+// A Mac on which nothing is wrong: the app in /Applications, its helper
+// enabled and of its version, holding the setting at 1 for a lease.
+DoctorFacts healthy() {
+  DoctorFacts facts;
+  facts.isAppRunning = true;
+  facts.appPath = "/Applications/Wakeloft.app";
+  facts.appVersion = "1.4 (27)";
+  facts.applicationsFolders = {"/Applications", "/Users/ana/Applications"};
+  facts.helperRegistration = LidHelperStatus::enabled;
+  facts.helperVersion = "1.4 (27)";
+  facts.hasUsedDeepwake = true;
+  facts.helperAddress = "com.wakeloft.app.lidhelper";
+  facts.helperAnswer = LidLeaseStatus{Setting::on, "", 21.5};
+  facts.settingName = "disablesleep";
+  facts.isSettingOn = true;
+  facts.putBackCommand = "sudo pmset -a disablesleep 0";
+  facts.assertionHolders = std::vector<AssertionHolder>{};
+  facts.machine = MachineConditionsSnapshot{};
+  return facts;
+}
+
+struct Case {
+  const char* what;
+  std::function<void(DoctorFacts&)> change;
+  // The one line then wrong; empty when nothing is.
+  const char* wrongKey;
+};
+
+std::vector<std::string> wrongKeys(const DoctorReport& report) {
+  std::vector<std::string> keys;
+  for (const auto& line : report.lines()) {
+    if (line.advice) keys.push_back(line.key);
+  }
+  return keys;
+}
+
+TEST(DoctorReportTest, EachWrongFactIsMarkedAndEverythingElseIsInformation) {
+  const Case cases[] = {
+      {"nothing changed", [](DoctorFacts&) {}, ""},
+      {"setting 1, no lease", [](DoctorFacts& f) { f.helperAnswer->leaseRemaining.reset(); }, "sleepSetting"},
+      {"setting 1, helper silent", [](DoctorFacts& f) { f.helperAnswer.reset(); }, "sleepSetting"},
+      {"unread here, helper says 1 without a lease",
+       [](DoctorFacts& f) {
+         f.isSettingOn.reset();
+         f.helperAnswer->leaseRemaining.reset();
+       },
+       "sleepSetting"},
+      {"setting 0, no lease",
+       [](DoctorFacts& f) {
+         f.isSettingOn = false;
+         f.helperAnswer = LidLeaseStatus{Setting::off, "", std::nullopt};
+       },
+       ""},
+      {"helper of another version", [](DoctorFacts& f) { f.helperVersion = "1.3 (25)"; }, "helperVersion"},
+      {"helper version unknown", [](DoctorFacts& f) { f.helperVersion.reset(); }, ""},
+      {"approval needed after use", [](DoctorFacts& f) { f.helperRegistration = LidHelperStatus::requiresApproval; },
+       "helperRegistration"},
+      {"helper not found after use", [](DoctorFacts& f) { f.helperRegistration = LidHelperStatus::notFound; },
+       "helperRegistration"},
+      {"approval needed, Deepwake never used",
+       [](DoctorFacts& f) {
+         f.helperRegistration = LidHelperStatus::requiresApproval;
+         f.hasUsedDeepwake = false;
+       },
+       ""},
+      {"not registered after use", [](DoctorFacts& f) { f.helperRegistration = LidHelperStatus::notRegistered; }, ""},
+      {"registration unknown", [](DoctorFacts& f) { f.helperRegistration.reset(); }, ""},
+      {"in ~/Applications", [](DoctorFacts& f) { f.appPath = "/Users/ana/Applications/Tools/Wakeloft.app"; }, ""},
+      {"in Downloads", [](DoctorFacts& f) { f.appPath = "/Users/ana/Downloads/Wakeloft.app"; }, "location"},
+      {"translocated",
+       [](DoctorFacts& f) { f.appPath = "/private/var/folders/x/AppTranslocation/AB12/d/Wakeloft.app"; },
+       "location"},  // outside the folders as well: both lines say so
+      {"unreadable value", [](DoctorFacts& f) { f.unreadableValues = {"com.wakeloft.awakeUntil"}; }, "storedValues"},
+      {"other processes hold assertions",
+       [](DoctorFacts& f) { f.assertionHolders->push_back({88, "caffeinate", "PreventUserIdleSystemSleep", "x"}); }, ""},
+      {"a guardrail would stop Deepwake", [](DoctorFacts& f) { f.machine->isLowPowerModeOn = true; }, ""},
+  };
+  for (const auto& c : cases) {
+    DoctorFacts facts = healthy();
+    c.change(facts);
+    const DoctorReport report(facts);
+    const auto keys = wrongKeys(report);
+    EXPECT_EQ(keys.empty() ? "" : keys.front(), std::string(c.wrongKey)) << c.what;
+    EXPECT_EQ(report.exitStatus(), keys.empty() ? 0 : 1) << c.what;
+  }
+}
+
+TEST(DoctorReportTest, ATranslocatedCopyIsWrongOnItsOwnLine) {
+  DoctorFacts facts = healthy();
+  facts.applicationsFolders.push_back("/private/var/folders");
+  facts.appPath = "/private/var/folders/x/AppTranslocation/AB12/d/Wakeloft.app";
+  EXPECT_EQ(wrongKeys(DoctorReport(facts)), std::vector<std::string>{"translocated"});
+}
+
+TEST(DoctorReportTest, ASettingLeftOnSaysSomethingElseKeepsTheMacAwakeAndHowToPutItBack) {
+  DoctorFacts facts = healthy();
+  facts.helperAnswer.reset();
+  const DoctorReport report(facts);
+  const auto& line = report.lines();
+  const auto setting = std::find_if(line.begin(), line.end(), [](const auto& l) { return l.key == "sleepSetting"; });
+  ASSERT_NE(setting, line.end());
+  EXPECT_EQ(setting->advice,
+            "something else keeps your Mac awake with the lid closed; to put it back: sudo pmset -a disablesleep 0");
+}
+
+TEST(DoctorReportTest, ClosingTheLidSleepsTheMacOnlyWhileTheSettingIs0) {
+  const auto lidLine = [](const DoctorFacts& facts) {
+    const DoctorReport report(facts);
+    const auto& lines = report.lines();
+    return std::find_if(lines.begin(), lines.end(), [](const auto& l) { return l.key == "lid"; })->fact;
+  };
+  DoctorFacts facts = healthy();
+  facts.closingLidSleeps = true;
+  EXPECT_TRUE(lidLine(facts).ends_with("does not sleep the Mac"));
+  facts.isSettingOn = false;
+  facts.helperAnswer = LidLeaseStatus{Setting::off, "", std::nullopt};
+  EXPECT_TRUE(lidLine(facts).ends_with("closing it sleeps the Mac"));
+}
+
+TEST(DoctorReportTest, TheJsonFormIsOneObjectOfTheVerdictTheLinesAndTheHolders) {
+  DoctorFacts facts = healthy();
+  facts.unreadableValues = {"com.wakeloft.awakeUntil"};
+  facts.assertionHolders->push_back({42, "say \"hi\"\xFF", "NoIdleSleepAssertion", "line\nbreak\x01"});
+  const DoctorReport report(facts);
+  const std::string json = report.json();
+  EXPECT_TRUE(json.starts_with("{\"wrong\":true,\"facts\":[{\"key\":\"app\",\"fact\":\"Wakeloft: running\",\"wrong\":false},"))
+      << json;
+  EXPECT_NE(json.find(",\"wrong\":true,\"advice\":\"Wakeloft uses its defaults"), std::string::npos) << json;
+  EXPECT_TRUE(json.ends_with("],\"assertionHolders\":[{\"pid\":42,\"name\":\"say \\\"hi\\\"\xEF\xBF\xBD\",\"type\":"
+                             "\"NoIdleSleepAssertion\",\"reason\":\"line\\nbreak\\u0001\"}]}\n"))
+      << json;
+  facts.assertionHolders.reset();
+  EXPECT_TRUE(DoctorReport(facts).json().ends_with(",\"assertionHolders\":null}\n"));
+}
+
+}  // namespace
+}  // namespace wakeloft
