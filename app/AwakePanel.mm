@@ -192,6 +192,11 @@ NSColor* noteColor(const PanelNote& note) {
 }
 
 - (void)renderDeepwake:(const AwakePanelContent::Deepwake&)deepwake {
+  if (deepwake.isHidden) {
+    _deepwakeSwitch = nil;
+    [self fill:_deepwakeBlock with:@[]];
+    return;
+  }
   NSSwitch* toggle = nil;
   NSMutableArray<NSView*>* views = [NSMutableArray array];
   [views addObject:PanelViews::switchRow(deepwake.toggle, NSControlSizeRegular, contentWidth(), _perform, &toggle)];

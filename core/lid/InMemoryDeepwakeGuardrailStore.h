@@ -11,8 +11,10 @@ class InMemoryDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
   DeepwakeGuardrails::Settings settings() override { return settings_; }
   void setSettings(const DeepwakeGuardrails::Settings& settings) override { settings_ = settings; }
   DeepwakeGuardrails::Forced forced() const override { return forcedSettings; }
+  bool isDeepwakeAllowed() const override { return deepwakeAllowed; }
 
   DeepwakeGuardrails::Forced forcedSettings;
+  bool deepwakeAllowed = true;
 
  private:
   DeepwakeGuardrails::Settings settings_;

@@ -29,6 +29,7 @@ LidAwakeController::LidAwakeController(std::shared_ptr<AwakeController> awake,
       runsTranslocated_(runsTranslocated) {
   hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
   guardrailSettings_.set(guardrailStore_->settings());
+  isDeepwakeAllowed_.set(guardrailStore_->isDeepwakeAllowed());
   machineConditions_.set(machine_->snapshot());
   sessionUntil_.set(awake_->activeUntil());
 
@@ -241,6 +242,8 @@ void LidAwakeController::refresh() {
   hasAcknowledgedHeatWarning_.set(store_->hasAcknowledgedHeatWarning());
   // A configuration profile may have arrived or changed.
   guardrailSettings_.set(guardrailStore_->settings());
+  isDeepwakeAllowed_.set(guardrailStore_->isDeepwakeAllowed());
+  if (!isDeepwakeAllowed_ && isWanted()) turnOff();
   refreshConditions();
 }
 
@@ -297,6 +300,7 @@ std::optional<AwakeFailure> LidAwakeController::lastFailure() const {
 }
 
 std::optional<LidAwakeRefusal> LidAwakeController::refusal() const {
+  if (!isDeepwakeAllowed_) return LidAwakeRefusal::forbiddenByOrganization;
   if (runsTranslocated_) return LidAwakeRefusal::translocated;
   if (!hasAcknowledgedHeatWarning_) return LidAwakeRefusal::unacknowledged;
   return std::nullopt;

@@ -144,6 +144,7 @@ class LidAwakeController {
   Published<int> unanswered_{changed_, 0};
   std::vector<std::function<void()>> settledWaiters_;
   Published<bool> hasAcknowledgedHeatWarning_{changed_, false};
+  Published<bool> isDeepwakeAllowed_{changed_, true};
   Published<MachineConditionsSnapshot> machineConditions_{changed_, {}};
   Published<DeepwakeGuardrails::Settings> guardrailSettings_{changed_, {}};
   Published<std::optional<DeepwakeGuardrails::Stop>> guardrailStop_{changed_, std::nullopt};

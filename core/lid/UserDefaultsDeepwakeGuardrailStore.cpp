@@ -40,6 +40,14 @@ void UserDefaultsDeepwakeGuardrailStore::setUnlessForced(const char* key, T valu
   if (!defaults_.isForced(key)) defaults_.set(key, value);
 }
 
+bool UserDefaultsDeepwakeGuardrailStore::isDeepwakeAllowed() const {
+  if (!defaults_.isForced(deepwakeAllowedKey)) return true;
+  // A profile that says nothing clear allows nothing.
+  const auto value = defaults_.object(deepwakeAllowedKey);
+  const bool* allowed = value ? value->get<bool>() : nullptr;
+  return allowed && *allowed;
+}
+
 DeepwakeGuardrails::Forced UserDefaultsDeepwakeGuardrailStore::forced() const {
   return {defaults_.isForced(batteryFloorKey), defaults_.isForced(stopsInLowPowerModeKey),
           defaults_.isForced(stopsWhenLidOpensKey), defaults_.isForced(onlyOnPowerAdapterKey)};

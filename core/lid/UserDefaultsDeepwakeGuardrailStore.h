@@ -16,12 +16,15 @@ class UserDefaultsDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
   static constexpr const char* stopsInLowPowerModeKey = "com.wakeloft.deepwakeStopsInLowPowerMode";
   static constexpr const char* stopsWhenLidOpensKey = "com.wakeloft.deepwakeStopsWhenLidOpens";
   static constexpr const char* onlyOnPowerAdapterKey = "com.wakeloft.deepwakeOnlyOnPowerAdapter";
+  // Read only as a profile forces it: the user has no switch for it.
+  static constexpr const char* deepwakeAllowedKey = "com.wakeloft.deepwakeAllowed";
 
   explicit UserDefaultsDeepwakeGuardrailStore(DefaultsDomain& defaults) : defaults_(defaults) {}
 
   DeepwakeGuardrails::Settings settings() override;
   void setSettings(const DeepwakeGuardrails::Settings& settings) override;
   DeepwakeGuardrails::Forced forced() const override;
+  bool isDeepwakeAllowed() const override;
 
  private:
   bool readSwitch(const char* key, bool fallback);

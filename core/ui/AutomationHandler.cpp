@@ -14,6 +14,7 @@ namespace {
 std::string whyDeepwakeIsOff(const LidAwakeController& lid) {
   if (const auto refusal = lid.refusal()) {
     switch (*refusal) {
+      case LidAwakeRefusal::forbiddenByOrganization: return "your organization does not allow Deepwake on this Mac";
       case LidAwakeRefusal::translocated:
         return "Deepwake is off while Wakeloft runs from the copy macOS made of its download; move Wakeloft to "
                "Applications and open it from there";

@@ -218,6 +218,7 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
       .login = loginSection(*controllers.loginItem, system),
   };
   content.header.spokenNote = spokenGuardrail(lid, content.deepwake.guardrail);
+  content.deepwake.isHidden = lid.refusal() == LidAwakeRefusal::forbiddenByOrganization;
   if (controllers.consent && controllers.consent->isAsking()) {
     content.deepwake.automationQuestion = {TextCatalog::deepwakeAutomationQuestion,
                                            {TextCatalog::dontAllow, PanelAction::answerDeepwakeAutomation(false)},

@@ -76,6 +76,8 @@ struct AwakePanelContent {
     // shows that folder.
     std::optional<PanelNote> location = std::nullopt;
     std::optional<Question> automationQuestion = std::nullopt;
+    // Where a configuration profile forbids Deepwake, the block is not shown.
+    bool isHidden = false;
     friend bool operator==(const Deepwake&, const Deepwake&) = default;
   };
 

@@ -84,5 +84,15 @@ TEST(UserDefaultsDeepwakeGuardrailStoreTest, AProfilesValueIsReadButNeverRemoved
   EXPECT_TRUE(defaults.isForced(Store::stopsWhenLidOpensKey));
 }
 
+TEST(UserDefaultsDeepwakeGuardrailStoreTest, OnlyAProfileCanForbidDeepwakeAndOneThatSaysNothingClearDoes) {
+  InMemoryDefaultsDomain defaults;
+  defaults.set(Store::deepwakeAllowedKey, false);
+  EXPECT_TRUE(Store(defaults).isDeepwakeAllowed());
+  defaults.force(Store::deepwakeAllowedKey, true);
+  EXPECT_TRUE(Store(defaults).isDeepwakeAllowed());
+  defaults.force(Store::deepwakeAllowedKey, std::int64_t{1});
+  EXPECT_FALSE(Store(defaults).isDeepwakeAllowed());
+}
+
 }  // namespace
 }  // namespace wakeloft

@@ -27,7 +27,7 @@ TEST(ManagedProfileTest, TheSampleSetsOnlyKnownKeysWithValuesTheAppReadsAsSet) {
   const auto& payload = content->get<PropertyList::Array>()->front();
   EXPECT_EQ(*findEntry(payload, "PayloadType"), PropertyList("com.wakeloft.app"));
 
-  const std::set<std::string> known = {Store::batteryFloorKey, Store::stopsInLowPowerModeKey,
+  const std::set<std::string> known = {Store::deepwakeAllowedKey, Store::batteryFloorKey, Store::stopsInLowPowerModeKey,
                                        Store::stopsWhenLidOpensKey, Store::onlyOnPowerAdapterKey,
                                        DeepwakeAutomationConsent::key};
   InMemoryDefaultsDomain defaults;
@@ -38,6 +38,7 @@ TEST(ManagedProfileTest, TheSampleSetsOnlyKnownKeysWithValuesTheAppReadsAsSet) {
   }
   EXPECT_EQ(Store(defaults).settings(), (DeepwakeGuardrails::Settings{30, true, true, true}));
   EXPECT_EQ(Store(defaults).forced(), (DeepwakeGuardrails::Forced{true, true, true, true}));
+  EXPECT_TRUE(Store(defaults).isDeepwakeAllowed());
   const DeepwakeAutomationConsent consent(defaults);
   EXPECT_TRUE(consent.isForced());
   EXPECT_EQ(consent.answer(), DeepwakeAutomationConsent::Answer::refused);

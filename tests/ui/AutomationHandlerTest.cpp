@@ -187,6 +187,18 @@ TEST_F(AutomationHandlerTest, AHoldGoneBeforeTheAnswerTakesItsDeepwakeRequestWit
   EXPECT_FALSE(app.awake->isOn());
 }
 
+TEST_F(AutomationHandlerTest, AProfileForbiddingDeepwakeEndsItHidesItsBlockAndRefusesAddresses) {
+  app.consent->answer(true);
+  app.turnOnDeepwake();
+  app.guardrails->deepwakeAllowed = false;
+  app.lid->refresh();
+  EXPECT_FALSE(app.lid->isWanted());
+  EXPECT_TRUE(AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).deepwake.isHidden);
+  open("wakeloft://deepwake?on=1");
+  EXPECT_EQ(lastOutcome().reason, "your organization does not allow Deepwake on this Mac");
+  EXPECT_FALSE(app.lid->isWanted());
+}
+
 TEST_F(AutomationHandlerTest, WhatAProfileForbidsIsRefusedWithItsReasonAndCannotBeSwitched) {
   app.defaults.force(DeepwakeAutomationConsent::key, false);
   app.consent->reload();
