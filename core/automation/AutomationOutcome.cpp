@@ -1,5 +1,6 @@
 #include "automation/AutomationOutcome.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -78,7 +79,11 @@ std::variant<AutomationOutcome, AutomationError> AutomationOutcome::parse(std::s
 
   const auto pid = field(rest, "pid");
   long long number = -1;
-  if (pid && !pid->empty() && (pid->size() == 1 || pid->front() != '0')) {
+  // Digits only, without leading zeros, so a line read is the line written back.
+  const auto isDigits = [](std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+  };
+  if (pid && !pid->empty() && isDigits(*pid) && (pid->size() == 1 || pid->front() != '0')) {
     const auto [end, error] = std::from_chars(pid->data(), pid->data() + pid->size(), number);
     if (error != std::errc() || end != pid->data() + pid->size() || number > std::numeric_limits<pid_t>::max()) {
       number = -1;
