@@ -12,6 +12,7 @@
 #include "IOKitPowerAssertions.h"
 #include "LibprocProcessTable.h"
 #include "MainBundle.h"
+#include "ManagedPreferencesWatcher.h"
 #include "SMAppServiceLidHelperRegistration.h"
 #include "SMAppServiceLoginItem.h"
 #include "SystemDeadlineRecheckNotifier.h"
@@ -29,6 +30,7 @@
 #include "clock/TimerDeadlineScheduler.h"
 #include "ui/AppControllers.h"
 #include "ui/AutomationHandler.h"
+#include "ui/ManagedSettings.h"
 #include "ui/TextCatalog.h"
 
 #import "MenuBarStatusItem.h"
@@ -98,6 +100,7 @@ WakeloftApp* theApp = nil;
   id<NSObject> _launchObserver;
   std::unique_ptr<PublishedDeepwake> _publishedDeepwake;
   std::unique_ptr<PublishedLidHelper> _publishedLidHelper;
+  std::unique_ptr<ManagedSettings> _managedSettings;
   std::unique_ptr<AutomationHandler> _automation;
   // An address asked for the panel before the scene was in the menu bar.
   BOOL _panelWanted;
@@ -131,9 +134,13 @@ WakeloftApp* theApp = nil;
   _publishedDeepwake = std::make_unique<PublishedDeepwake>(_controllers.lid, standardDefaults());
   // The helper's registration only answers inside this bundle, so the
   // command's doctor reads it, and the helper's version, from here.
-  _publishedLidHelper = std::make_unique<PublishedLidHelper>(
-      _controllers.lid, std::make_shared<SMAppServiceLidHelperRegistration>(LidHelperService::plistName),
-      bundledHelperVersion(), standardDefaults());
+  auto registration = std::make_shared<SMAppServiceLidHelperRegistration>(LidHelperService::plistName);
+  _publishedLidHelper =
+      std::make_unique<PublishedLidHelper>(_controllers.lid, registration, bundledHelperVersion(), standardDefaults());
+  // A profile that arrives or changes while the app runs applies at once.
+  _managedSettings = std::make_unique<ManagedSettings>(
+      _controllers, registration,
+      std::make_shared<ManagedPreferencesWatcher>(std::string(LidHelperService::appIdentifier)));
   __weak WakeloftApp* weakApp = self;
   _automation = std::make_unique<AutomationHandler>(
       _controllers,

@@ -12,6 +12,9 @@ class LidHelperRegistration {
   virtual LidHelperStatus status() const = 0;
   // Throws the system's own error when registration fails.
   virtual void registerHelper() = 0;
+  // Throws the system's own error when it fails; a helper that was not
+  // registered is not a failure.
+  virtual void unregisterHelper() = 0;
 };
 
 }  // namespace wakeloft

@@ -10,6 +10,8 @@ class RigLidHelperRegistration final : public LidHelperRegistration {
  public:
   LidHelperStatus status() const override { return LidHelperStatus::enabled; }
   void registerHelper() override {}
+  // The rig stops when its owner stops it.
+  void unregisterHelper() override {}
 };
 
 }  // namespace wakeloft

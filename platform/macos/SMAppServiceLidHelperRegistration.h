@@ -22,7 +22,7 @@ class SMAppServiceLidHelperRegistration final : public LidHelperRegistration {
   // Removes the helper from Login Items and stops it; a helper that is not
   // registered is no failure. Throws std::runtime_error carrying the
   // system's own description.
-  void unregisterHelper();
+  void unregisterHelper() override;
 
  private:
   SMAppService* service_;

@@ -29,6 +29,7 @@ class FakeRegistration final : public LidHelperRegistration {
     if (afterRegistering) current = *afterRegistering;
     if (registrationError) std::rethrow_exception(registrationError);
   }
+  void unregisterHelper() override { current = LidHelperStatus::notRegistered; }
 
   LidHelperStatus current = LidHelperStatus::enabled;
   std::optional<LidHelperStatus> afterRegistering;

@@ -31,6 +31,7 @@ struct FixedRegistration final : LidHelperRegistration {
   std::string plistName;
   LidHelperStatus status() const override { return LidHelperStatus::enabled; }
   void registerHelper() override {}
+  void unregisterHelper() override {}
 };
 
 // System parts that log each time one is made, in memory and on manual
