@@ -29,7 +29,9 @@ TEST(ManagedProfileTest, TheSampleSetsOnlyKnownKeysWithValuesTheAppReadsAsSet) {
 
   const std::set<std::string> known = {Store::deepwakeAllowedKey, Store::batteryFloorKey, Store::stopsInLowPowerModeKey,
                                        Store::stopsWhenLidOpensKey, Store::onlyOnPowerAdapterKey,
-                                       DeepwakeAutomationConsent::key};
+                                       DeepwakeAutomationConsent::key,
+                                       // Sparkle's own, which it reads from the app's defaults.
+                                       "SUEnableAutomaticChecks"};
   InMemoryDefaultsDomain defaults;
   for (const auto& [key, value] : *payload.get<PropertyList::Dictionary>()) {
     if (key.starts_with("Payload")) continue;
