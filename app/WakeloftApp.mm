@@ -138,9 +138,11 @@ WakeloftApp* theApp = nil;
   _publishedLidHelper =
       std::make_unique<PublishedLidHelper>(_controllers.lid, registration, bundledHelperVersion(), standardDefaults());
   // A profile that arrives or changes while the app runs applies at once.
+  PublishedLidHelper* published = _publishedLidHelper.get();
   _managedSettings = std::make_unique<ManagedSettings>(
       _controllers, registration,
-      std::make_shared<ManagedPreferencesWatcher>(std::string(LidHelperService::appIdentifier)));
+      std::make_shared<ManagedPreferencesWatcher>(std::string(LidHelperService::appIdentifier)),
+      [published] { published->update(); });
   __weak WakeloftApp* weakApp = self;
   _automation = std::make_unique<AutomationHandler>(
       _controllers,

@@ -27,10 +27,12 @@ PublishedLidHelper::PublishedLidHelper(std::shared_ptr<LidAwakeController> lid,
                                        std::shared_ptr<const LidHelperRegistration> registration,
                                        std::optional<std::string> version, DefaultsDomain& defaults)
     : lid_(std::move(lid)), registration_(std::move(registration)), version_(std::move(version)), defaults_(defaults) {
-  publish(defaults_, registration_->status(), version_);
+  update();
   // The subscription ends with this object, so the raw pointer never dangles.
-  changes_ = lid_->observe([this] { publish(defaults_, registration_->status(), version_); });
+  changes_ = lid_->observe([this] { update(); });
 }
+
+void PublishedLidHelper::update() { publish(defaults_, registration_->status(), version_); }
 
 void PublishedLidHelper::publish(DefaultsDomain& defaults, LidHelperStatus status, const std::optional<std::string>& version) {
   const DefaultsValue name = std::string(nameOf(status));

@@ -38,6 +38,10 @@ class PublishedLidHelper {
   PublishedLidHelper(std::shared_ptr<LidAwakeController> lid, std::shared_ptr<const LidHelperRegistration> registration,
                      std::optional<std::string> version, DefaultsDomain& defaults);
 
+  // Publishes the registration as it is now, for a change that Deepwake's
+  // state does not show (the helper unregistered by a profile).
+  void update();
+
   // Writes only what differs from what is stored; an absent version is removed.
   static void publish(DefaultsDomain& defaults, LidHelperStatus status, const std::optional<std::string>& version);
   // Strict: a status is one of the four names, a version a non-empty string

@@ -8,8 +8,12 @@
 namespace wakeloft {
 
 ManagedSettings::ManagedSettings(Controllers controllers, std::shared_ptr<LidHelperRegistration> registration,
-                                 std::shared_ptr<ManagedPreferencesNotifier> changes)
-    : controllers_(std::move(controllers)), registration_(std::move(registration)), changes_(std::move(changes)) {
+                                 std::shared_ptr<ManagedPreferencesNotifier> changes,
+                                 std::function<void()> unregistered)
+    : controllers_(std::move(controllers)),
+      registration_(std::move(registration)),
+      changes_(std::move(changes)),
+      unregistered_(std::move(unregistered)) {
   requireMainThread("ManagedSettings");
   changes_->observe([this] { apply(); });
   apply();
@@ -25,6 +29,7 @@ void ManagedSettings::apply() {
   if (status != LidHelperStatus::enabled && status != LidHelperStatus::requiresApproval) return;
   try {
     registration_->unregisterHelper();
+    if (unregistered_) unregistered_();
   } catch (const std::exception&) {
     // The system's launch service did not answer; the next change of the
     // profile, or the next launch, tries again.

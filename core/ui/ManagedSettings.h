@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "base/ManagedPreferencesNotifier.h"
@@ -15,8 +16,9 @@ namespace wakeloft {
 // the organization does not allow is not left behind. Main thread only.
 class ManagedSettings {
  public:
+  // `unregistered` runs after the helper was unregistered.
   ManagedSettings(Controllers controllers, std::shared_ptr<LidHelperRegistration> registration,
-                  std::shared_ptr<ManagedPreferencesNotifier> changes);
+                  std::shared_ptr<ManagedPreferencesNotifier> changes, std::function<void()> unregistered = {});
   ManagedSettings(const ManagedSettings&) = delete;
   ManagedSettings& operator=(const ManagedSettings&) = delete;
   ~ManagedSettings();
@@ -27,6 +29,7 @@ class ManagedSettings {
   Controllers controllers_;
   std::shared_ptr<LidHelperRegistration> registration_;
   std::shared_ptr<ManagedPreferencesNotifier> changes_;
+  std::function<void()> unregistered_;
 };
 
 }  // namespace wakeloft

@@ -25,12 +25,13 @@ class ManagedSettingsTest : public ::testing::Test {
  protected:
   void SetUp() override { app.start(); }
   std::unique_ptr<ManagedSettings> follow() {
-    return std::make_unique<ManagedSettings>(app.controllers(), registration, changes);
+    return std::make_unique<ManagedSettings>(app.controllers(), registration, changes, [this] { ++toldUnregistered; });
   }
 
   testing::TestControllers app;
   std::shared_ptr<testing::FakeLidHelperRegistration> registration = std::make_shared<testing::FakeLidHelperRegistration>();
   std::shared_ptr<ProfileChanges> changes = std::make_shared<ProfileChanges>();
+  int toldUnregistered = 0;
 };
 
 TEST_F(ManagedSettingsTest, AProfileForbiddingDeepwakeWhileItRunsEndsItAndUnregistersTheHelper) {
@@ -42,6 +43,7 @@ TEST_F(ManagedSettingsTest, AProfileForbiddingDeepwakeWhileItRunsEndsItAndUnregi
   changes->arrive();
   EXPECT_FALSE(app.lid->isWanted());
   EXPECT_EQ(registration->current, LidHelperStatus::notRegistered);
+  EXPECT_EQ(toldUnregistered, 1);
 }
 
 TEST_F(ManagedSettingsTest, TheHelperIsUnregisteredOnlyWhileDeepwakeIsForbiddenAndOnlyWhenRegistered) {
@@ -73,7 +75,7 @@ TEST_F(ManagedSettingsTest, AFailedUnregistrationIsTriedAgainOnTheNextChange) {
   registration->unregistrationError = nullptr;
   changes->arrive();
   EXPECT_EQ(registration->unregistrations, 2);
-  EXPECT_EQ(registration->current, LidHelperStatus::notRegistered);
+  EXPECT_EQ(toldUnregistered, 1);
 }
 
 TEST_F(ManagedSettingsTest, AForcedAnswerForScriptsIsReadWhenTheProfileArrives) {
