@@ -41,12 +41,6 @@ TEST_F(DoctorRigTest, WithALeaseHeldNothingIsWrong) {
   EXPECT_TRUE(says(result, "Wakeloft lease: held, ")) << result.output;
 }
 
-TEST_F(DoctorRigTest, WithNoLeaseHeldNothingIsWrong) {
-  const auto result = doctor();
-  EXPECT_EQ(result.exitStatus, 0) << result.output;
-  EXPECT_TRUE(says(result, "Wakeloft lease: none")) << result.output;
-}
-
 TEST_F(DoctorRigTest, ARigFileWrittenBehindTheHelpersBackIsWrongAndExits1) {
   std::ofstream(rig.leasePath) << "1731700000.5\n";
   const auto result = doctor(true);
