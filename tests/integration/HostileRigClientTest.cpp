@@ -6,17 +6,15 @@
 #include <fstream>
 
 #include "RigProcess.h"
-#include "clock/SystemDateProvider.h"
 #include "rig/RigWire.h"
 
 namespace wakeloft {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::inSeconds;
 using testing::RigClient;
 using testing::RigProcess;
-
-double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
 
 std::size_t occurrences(const std::string& text, const std::string& part) {
   std::size_t count = 0;

@@ -2,19 +2,17 @@
 #include <sys/stat.h>
 
 #include "RigProcess.h"
-#include "clock/SystemDateProvider.h"
 #include "helper/RigLeaseFile.h"
-#include "lease/LidHelperRefusal.h"
 #include "rig/RigWire.h"
 
 namespace wakeloft {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::inSeconds;
 using testing::RigClient;
 using testing::RigProcess;
 
-double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
 std::string revoke() { return std::string(RigWire::revokeLine); }
 
 class LeaseRigTest : public ::testing::Test {
@@ -62,21 +60,6 @@ TEST_F(LeaseRigTest, AForeignLineClosesOnlyItsSendersConnectionAndEndsOnlyItsTer
   }, 2s));
   EXPECT_NE(rig.log().find("closed: it sent an unknown request"), std::string::npos) << rig.log();
   EXPECT_EQ(good.ask(RigWire::renewLine(inSeconds(20))), "");
-}
-
-// The rig file is the setting: made or removed by someone else, it was
-// changed elsewhere.
-TEST_F(LeaseRigTest, ARigFileChangedBehindTheHelpersBackIsLeftAsItIs) {
-  RigClient client(rig.socketPath);
-  RigLeaseFile::write(Date{inSeconds(100)}, rig.leasePath);
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), LidHelperRefusal::settingOnElsewhere().reason());
-  EXPECT_TRUE(rig.leaseFileExists());
-
-  std::filesystem::remove(rig.leasePath);
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), "");
-  std::filesystem::remove(rig.leasePath);
-  EXPECT_EQ(client.ask(RigWire::renewLine(inSeconds(20))), LidHelperRefusal::settingTurnedOffElsewhere().reason());
-  EXPECT_FALSE(rig.leaseFileExists());
 }
 
 TEST(LeaseRigStartTest, BadArgumentsGetTheUsageAndStatus2) {

@@ -21,7 +21,12 @@
 #include <thread>
 #include <vector>
 
+#include "clock/SystemDateProvider.h"
+
 namespace wakeloft::testing {
+
+// The deadline a client sends for `seconds` from now.
+inline double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
 
 struct RigSetup {
   rlim_t openFileLimit = 0;  // the helper's descriptors, when not 0
