@@ -35,16 +35,6 @@ TEST_F(LidSleepLeaseKeeperTest, ATermLapsesAtWhicheverOfItsTwoEndsComesFirst) {
   EXPECT_TRUE(keeper->hasLapsed(term));
 }
 
-TEST_F(LidSleepLeaseKeeperTest, RenewingWritesOnlyWhenTheValueChanges) {
-  keeper->renew(after(30));
-  const auto before = writes();
-  clocks.pass(10);
-  keeper->checkLease();
-  keeper->renew(after(30));
-  EXPECT_EQ(writes(), before);
-  EXPECT_TRUE(setting->value);
-}
-
 TEST_F(LidSleepLeaseKeeperTest, TheCheckEndsALeaseAtItsUptimeEndWhenTheClockWasSetBack) {
   keeper->renew(after(3600));
   clocks.setWallClock(-3600);
