@@ -52,9 +52,10 @@ TEST_F(BundleVersionTest, ReadsAnInfoPlistOfAtMostOneMebibyte) {
 
 TEST_F(BundleVersionTest, AnythingButAVersionDictionaryIsNotRead) {
   EXPECT_EQ(read(), std::nullopt);  // missing
+  const PropertyList noShortVersion = PropertyList::Dictionary{{"CFBundleVersion", "27"}};
   for (const std::string& content : {std::string("not a property list"),
                                      PropertyListXMLWriter::document(PropertyList::Array{"1.4", "27"}),
-                                     PropertyListXMLWriter::document(PropertyList::Dictionary{{"CFBundleVersion", "27"}})}) {
+                                     PropertyListXMLWriter::document(noShortVersion)}) {
     writeInfo(content);
     EXPECT_EQ(read(), std::nullopt) << content;
   }

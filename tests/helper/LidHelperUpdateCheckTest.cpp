@@ -96,8 +96,9 @@ TEST_F(LidHelperUpdateCheckTest, AMissingOrUnsignedFileNeverMakesItStepAsideAndI
   check->fileChanged();
   check->settingSettled();
   EXPECT_EQ(stepsAside, 0);
-  EXPECT_EQ(checkLog, (Lines{"helper file not found at " + helperPath + "; this helper keeps running",
-                             "the file at " + helperPath + " is not validly signed helper code; this helper keeps running"}));
+  EXPECT_EQ(checkLog,
+            (Lines{"helper file not found at " + helperPath + "; this helper keeps running",
+                   "the file at " + helperPath + " is not validly signed helper code; this helper keeps running"}));
 }
 
 }  // namespace

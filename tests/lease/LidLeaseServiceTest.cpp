@@ -41,7 +41,9 @@ TEST_F(LidLeaseServiceTest, AGrantedRenewalHoldsOneSilentlyAndADeadlineAlreadyPa
 
 TEST_F(LidLeaseServiceTest, AStatusRequestReportsTheSettingAndWhatIsLeftOfTheLeaseWithoutWriting) {
   using Setting = LidLeaseStatus::Setting;
-  const auto status = [&] { return LidLeaseStatus::read(*service->handle(LidLeaseRequest::status(), 9)); };
+  const auto status = [&] {
+    return LidLeaseStatus::read(service->handle(LidLeaseRequest::status(), 9).value_or(""));
+  };
   service->renew(in(20), 1);
   clocks.pass(5);
   const auto before = writes();
