@@ -51,13 +51,6 @@ TEST(LidHelperFileWatchTest, NothingAtThePathIsMissingAndTheSameFileBackIsStillK
   EXPECT_EQ(disk.judgements, 1);
 }
 
-TEST(LidHelperFileWatchTest, SameCodeInANewFileIsReplaced) {
-  FakeHelperFile disk;
-  auto watch = disk.watch();
-  disk.identity->inode = 101;
-  EXPECT_EQ(watch.find(), Finding::replaced(runningHash));
-}
-
 TEST(LidHelperFileWatchTest, LookSaysWhenTheFindingOrItsHashChanged) {
   FakeHelperFile disk;
   auto watch = disk.watch();
