@@ -58,6 +58,14 @@ TEST_F(LidHelperDaemonTest, TheTickIsArmedForTheEarliestLapseAndEndsEachTermInTu
   EXPECT_FALSE(tick->pending.has_value());
 }
 
+// Set again, the timer would start over: asked often enough, a lapse would never come.
+TEST_F(LidHelperDaemonTest, RequestsThatChangeNothingLeaveTheTickAlone) {
+  ask(1, renewFor(20));
+  const int scheduled = tick->scheduleCount;
+  for (int i = 0; i < 3; ++i) ask(2, LidLeaseRequest::status());
+  EXPECT_EQ(tick->scheduleCount, scheduled);
+}
+
 // A hung app stays connected but stops renewing.
 TEST_F(LidHelperDaemonTest, AClockSetBackAfterTheLastRenewalStillEndsTheLeaseAtItsUptimeEnd) {
   EXPECT_EQ(ask(1, renewFor(30)), std::nullopt);
