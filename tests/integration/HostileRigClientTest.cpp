@@ -6,40 +6,21 @@
 #include <fstream>
 
 #include "RigProcess.h"
-#include "clock/SystemDateProvider.h"
 #include "rig/RigWire.h"
 
 namespace wakeloft {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::inSeconds;
 using testing::RigClient;
 using testing::RigProcess;
-
-double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
 
 std::size_t occurrences(const std::string& text, const std::string& part) {
   std::size_t count = 0;
   for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
   return count;
 }
-
-// A connection made without waiting: fails at once, instead of blocking, when
-// the helper's backlog is full.
-struct QuickConnection {
-  explicit QuickConnection(const std::string& path) {
-    fd = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
-    connected = connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-  }
-  ~QuickConnection() { ::close(fd); }
-  QuickConnection(const QuickConnection&) = delete;
-  QuickConnection& operator=(const QuickConnection&) = delete;
-  int fd = -1;
-  bool connected = false;
-};
 
 TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
   RigProcess rig(std::nullopt, {.openFileLimit = 64});
@@ -50,21 +31,21 @@ TEST(HostileRigClientTest, ABurstPastTheOpenFileLimitLeavesTheHelperServing) {
 
   // Stopped, the helper accepts nothing: the whole burst waits in its backlog.
   kill(rig.pid, SIGSTOP);
-  std::vector<std::unique_ptr<QuickConnection>> burst;
-  for (int i = 0; i < 70; ++i) burst.push_back(std::make_unique<QuickConnection>(rig.socketPath));
+  std::vector<std::unique_ptr<RigClient>> burst;
+  for (int i = 0; i < 70; ++i) burst.push_back(std::make_unique<RigClient>(rig.socketPath, true));
   kill(rig.pid, SIGCONT);
-  for (const auto& connection : burst) EXPECT_TRUE(connection->connected);
+  for (const auto& connection : burst) EXPECT_TRUE(connection->connected());
 
   // Those past the limit are closed at once, said once.
   const std::string full = "connections are open, as many as this helper serves";
-  ASSERT_TRUE(rig.waitUntil([&] { return rig.log().find(full) != std::string::npos; })) << rig.log();
+  ASSERT_TRUE(rig.waitUntil([&] { return rig.logSays(full); })) << rig.log();
   EXPECT_EQ(holder.ask(RigWire::renewLine(inSeconds(25))), "") << rig.log();
   EXPECT_EQ(occurrences(rig.log(), full), 1u) << rig.log();
 
   // Its lease ends with it, and the helper still has the descriptors to look at the lid.
   holder.close();  // as when its process is killed
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s)) << rig.log();
-  EXPECT_TRUE(rig.waitUntil([&] { return rig.log().find("asked the system to sleep") != std::string::npos; }))
+  EXPECT_TRUE(rig.waitUntil([&] { return rig.logSays("asked the system to sleep"); }))
       << rig.log();
 
   burst.clear();
@@ -81,11 +62,11 @@ TEST(HostileRigClientTest, OutOfDescriptorsAllTheSameItWaitsForOneInsteadOfSpinn
   // A limit lowered behind its back: connections now run it out of descriptors.
   const rlimit low{32, 32};
   ASSERT_EQ(prlimit(rig.pid, RLIMIT_NOFILE, &low, nullptr), 0) << std::strerror(errno);
-  std::vector<std::unique_ptr<QuickConnection>> burst;
-  for (int i = 0; i < 40; ++i) burst.push_back(std::make_unique<QuickConnection>(rig.socketPath));
+  std::vector<std::unique_ptr<RigClient>> burst;
+  for (int i = 0; i < 40; ++i) burst.push_back(std::make_unique<RigClient>(rig.socketPath, true));
 
   const std::string refused = "connections not accepted for now: Error accepting connection: Too many open files";
-  ASSERT_TRUE(rig.waitUntil([&] { return rig.log().find(refused) != std::string::npos; })) << rig.log();
+  ASSERT_TRUE(rig.waitUntil([&] { return rig.logSays(refused); })) << rig.log();
   EXPECT_EQ(holder.ask(RigWire::renewLine(inSeconds(25))), "") << rig.log();
   EXPECT_EQ(occurrences(rig.log(), refused), 1u) << rig.log();
 
@@ -99,9 +80,9 @@ TEST(HostileRigClientTest, OutOfDescriptorsAllTheSameItWaitsForOneInsteadOfSpinn
 TEST(HostileRigClientTest, AClientThatNeverReadsIsHeldBackWhileOthersAreServed) {
   RigProcess rig;
   ASSERT_TRUE(rig.waitForSocket()) << rig.log();
-  QuickConnection flooder(rig.socketPath);
+  RigClient flooder(rig.socketPath, true);
   const std::string renewal = RigWire::renewLine(inSeconds(20));
-  ASSERT_EQ(::send(flooder.fd, renewal.data(), renewal.size(), MSG_NOSIGNAL), static_cast<ssize_t>(renewal.size()));
+  ASSERT_EQ(::send(flooder.fd(), renewal.data(), renewal.size(), MSG_NOSIGNAL), static_cast<ssize_t>(renewal.size()));
   ASSERT_TRUE(rig.waitUntil([&] { return rig.leaseFileExists(); }));
 
   // Requests whose replies it never reads, until the helper stops taking them.
@@ -112,12 +93,12 @@ TEST(HostileRigClientTest, AClientThatNeverReadsIsHeldBackWhileOthersAreServed) 
   const auto end = std::chrono::steady_clock::now() + 5s;
   while (!heldBack && pushed < (64u << 20) && std::chrono::steady_clock::now() < end) {
     const std::size_t at = pushed % requests.size();  // lines stay whole across partial sends
-    const ssize_t sent = ::send(flooder.fd, requests.data() + at, requests.size() - at, MSG_NOSIGNAL);
+    const ssize_t sent = ::send(flooder.fd(), requests.data() + at, requests.size() - at, MSG_NOSIGNAL);
     if (sent > 0) {
       pushed += static_cast<std::size_t>(sent);
     } else {
       ASSERT_EQ(errno, EAGAIN) << std::strerror(errno);
-      pollfd writable{flooder.fd, POLLOUT, 0};
+      pollfd writable{flooder.fd(), POLLOUT, 0};
       heldBack = poll(&writable, 1, 500) == 0;
     }
   }
@@ -130,8 +111,7 @@ TEST(HostileRigClientTest, AClientThatNeverReadsIsHeldBackWhileOthersAreServed) 
   EXPECT_TRUE(rig.leaseFileExists());  // the flooder's own lease stands
 
   // Not read from, its end still shows: its lease ends with it.
-  ::close(flooder.fd);
-  flooder.fd = -1;
+  flooder.close();
   EXPECT_TRUE(rig.waitUntil([&] { return !rig.leaseFileExists(); }, 2s)) << rig.log();
 }
 

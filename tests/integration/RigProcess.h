@@ -21,7 +21,12 @@
 #include <thread>
 #include <vector>
 
+#include "clock/SystemDateProvider.h"
+
 namespace wakeloft::testing {
+
+// The deadline a client sends for `seconds` from now.
+inline double inSeconds(double seconds) { return SystemDateProvider().now().adding(seconds).secondsSince1970; }
 
 struct RigSetup {
   rlim_t openFileLimit = 0;  // the helper's descriptors, when not 0
@@ -101,6 +106,7 @@ class RigProcess {
   }
 
   bool leaseFileExists() const { return std::filesystem::exists(leasePath); }
+  bool logSays(const std::string& text) const { return log().find(text) != std::string::npos; }
 
   // Exit status once the process ended, within the limit.
   std::optional<int> waitForExit(std::chrono::milliseconds limit) {
@@ -123,11 +129,12 @@ class RigProcess {
   rlim_t openFileLimit_ = 0;
 };
 
-// One connection to the rig, speaking its wire.
+// One connection to the rig, speaking its wire. Made without waiting, it
+// fails at once instead of blocking when the helper's backlog is full.
 class RigClient {
  public:
-  explicit RigClient(const std::string& socketPath) {
-    fd_ = socket(AF_UNIX, SOCK_STREAM, 0);
+  explicit RigClient(const std::string& socketPath, bool withoutWaiting = false) {
+    fd_ = socket(AF_UNIX, SOCK_STREAM | (withoutWaiting ? SOCK_NONBLOCK : 0), 0);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     std::strncpy(address.sun_path, socketPath.c_str(), sizeof address.sun_path - 1);
@@ -136,6 +143,7 @@ class RigClient {
   ~RigClient() { close(); }
 
   bool connected() const { return connected_; }
+  int fd() const { return fd_; }
   void close() {
     if (fd_ >= 0) ::close(fd_);
     fd_ = -1;

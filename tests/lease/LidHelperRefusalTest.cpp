@@ -10,10 +10,8 @@ using Kind = LidHelperRefusal::Kind;
 // Details keep their own bytes, non-ASCII and empty ones too.
 TEST(LidHelperRefusalTest, EveryKnownRefusalSurvivesTheTripAsTextAndOnesThatOnlyResembleThemAreKeptWhole) {
   const LidHelperRefusal refusals[] = {
-      LidHelperRefusal::settingUnreadable("pmset timed out"),
       LidHelperRefusal::settingUnreadable("pmset \u201Cfailed\u201D"),
       LidHelperRefusal::settingUnwritten(""),
-      LidHelperRefusal::settingUnwritten("Operation not permitted"),
       LidHelperRefusal::settingNotPutBack("Read-only file system"),
       LidHelperRefusal::unrecognized("A sentence from a newer helper."),
       LidHelperRefusal::deadlineNotANumber(),
