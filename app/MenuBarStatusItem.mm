@@ -42,6 +42,8 @@ using namespace wakeloft;
   _settings = [[SettingsMenuButton alloc] initWithPresets:controllers.presets
                                                       lid:controllers.lid
                                                   consent:controllers.consent
+                                                automatic:controllers.automatic
+                                               screenLock:nullptr
                                            updateReminder:SoftwareUpdate.shared.reminder
                                           checkForUpdates:^{
                                             [SoftwareUpdate.shared checkForUpdates];

@@ -4,6 +4,7 @@
 #include <string>
 
 #import "AboutPopup.h"
+#import "AutomaticPopup.h"
 #import "ActionHandler.h"
 #include "BundleTexts.h"
 #include "MainBundle.h"
@@ -36,6 +37,8 @@ void openFeedbackForm() {
   std::shared_ptr<PresetDurationsController> _presets;
   std::shared_ptr<LidAwakeController> _lid;
   std::shared_ptr<DeepwakeAutomationConsent> _consent;
+  std::shared_ptr<AutomaticSessionController> _automatic;
+  std::shared_ptr<ScreenLockSetting> _screenLock;
   std::shared_ptr<UpdateReminder> _reminder;
   Subscription _reminderChanges;
   std::unique_ptr<SettingsMenu> _menu;
@@ -49,6 +52,8 @@ void openFeedbackForm() {
 - (instancetype)initWithPresets:(std::shared_ptr<PresetDurationsController>)presets
                             lid:(std::shared_ptr<LidAwakeController>)lid
                         consent:(std::shared_ptr<DeepwakeAutomationConsent>)consent
+                      automatic:(std::shared_ptr<AutomaticSessionController>)automatic
+                     screenLock:(std::shared_ptr<ScreenLockSetting>)screenLock
                  updateReminder:(std::shared_ptr<UpdateReminder>)reminder
                 checkForUpdates:(void (^)(void))checkForUpdates {
   self = [super init];
@@ -56,6 +61,8 @@ void openFeedbackForm() {
   _presets = std::move(presets);
   _lid = std::move(lid);
   _consent = std::move(consent);
+  _automatic = std::move(automatic);
+  _screenLock = std::move(screenLock);
   _reminder = std::move(reminder);
   void (^check)(void) = [checkForUpdates copy];
   _menu = std::make_unique<SettingsMenu>(SettingsMenu::Actions{
@@ -174,7 +181,14 @@ void openFeedbackForm() {
   switch (*popup) {
     case SettingsMenu::Popup::settings: content = [[SettingsPopup alloc] initWithPresets:_presets]; break;
     case SettingsMenu::Popup::safety: content = [[SafetyPopup alloc] initWithLid:_lid consent:_consent]; break;
+    case SettingsMenu::Popup::automatic:
+      if (_automatic) content = [[AutomaticPopup alloc] initWithAutomatic:_automatic screenLock:_screenLock];
+      break;
     case SettingsMenu::Popup::about: content = [[AboutPopup alloc] init]; break;
+  }
+  if (!content) {
+    _menu->popupClosed();
+    return;
   }
   NSPopover* previous = _popover;
   _popover = [[NSPopover alloc] init];

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "automatic/AutomaticSessionController.h"
 #include "lid/DeepwakeAutomationConsent.h"
 #include "lid/LidAwakeController.h"
 #include "prefs/LoginItemController.h"
@@ -22,6 +23,8 @@ struct Controllers {
   std::shared_ptr<PresetDurationsController> presets;
   std::shared_ptr<ProcessBindingController> binding = nullptr;
   std::shared_ptr<DeepwakeAutomationConsent> consent = nullptr;
+  // The sessions the automatic rules keep; absent until the app builds them.
+  std::shared_ptr<AutomaticSessionController> automatic = nullptr;
 };
 
 }  // namespace wakeloft

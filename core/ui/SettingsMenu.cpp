@@ -25,6 +25,7 @@ std::vector<SettingsMenu::Item> SettingsMenu::items(const std::optional<std::str
   return {
       {TextCatalog::choosePresetDurations, Command::choosePresetDurations, ""},
       {TextCatalog::safetyMenuItem, Command::safety, ""},
+      {TextCatalog::automaticMenuItem, Command::automatic, ""},
       {TextCatalog::aboutWakeloft, Command::about, ""},
       {updateTitle, Command::checkForUpdates, ""},
       {TextCatalog::sendFeedback, Command::sendFeedback, ""},
@@ -54,6 +55,7 @@ void SettingsMenu::perform(Command command) {
   switch (command) {
     case Command::choosePresetDurations: show(Popup::settings); return;
     case Command::safety: show(Popup::safety); return;
+    case Command::automatic: show(Popup::automatic); return;
     case Command::about: show(Popup::about); return;
     case Command::checkForUpdates: run(actions_.checkForUpdates); return;
     case Command::sendFeedback: run(actions_.sendFeedback); return;

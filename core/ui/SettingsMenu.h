@@ -19,9 +19,9 @@ namespace wakeloft {
 // keeps of its own. Main thread only.
 class SettingsMenu {
  public:
-  enum class Command { choosePresetDurations, safety, about, checkForUpdates, sendFeedback, quit };
+  enum class Command { choosePresetDurations, safety, automatic, about, checkForUpdates, sendFeedback, quit };
   // The popovers anchored to the button; one at a time.
-  enum class Popup { settings, safety, about };
+  enum class Popup { settings, safety, automatic, about };
 
   // A menu item, or a separator when it has no title.
   struct Item {

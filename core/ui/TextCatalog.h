@@ -204,6 +204,42 @@ class TextCatalog {
   // one; they are counted only while none has an end, so there is no time left.
   static constexpr TextKey statusOnUntilProcessesEnd{"On \u00B7 until %d processes end", TextTable::standard};
   static constexpr TextKey spokenOnUntilProcessesEnd{"Wakeloft, on, until %d processes end", TextTable::standard};
+  // --- The Automatic popover: rules that keep the Mac awake by themselves ---
+  static constexpr TextKey automaticMenuItem{"Automatic\u2026", TextTable::standard};
+  static constexpr TextKey automatic{"Automatic", TextTable::standard};
+  static constexpr TextKey whileExternalDisplay{"While a display is connected", TextTable::standard};
+  static constexpr TextKey whileExternalDisplayHint{
+      "Keeps your Mac awake while an external display is connected, even a mirrored or sleeping one.",
+      TextTable::standard};
+  static constexpr TextKey whileOnPowerAdapter{"While on power adapter", TextTable::standard};
+  static constexpr TextKey whileOnPowerAdapterHint{"Keeps your Mac awake while it's plugged in.", TextTable::standard};
+  static constexpr TextKey whileAppsRun{"While these apps are open", TextTable::standard};
+  static constexpr TextKey whileAppsRunHint{"Keeps your Mac awake while any of the apps below is open.",
+                                            TextTable::standard};
+  static constexpr TextKey onSchedule{"On a schedule", TextTable::standard};
+  static constexpr TextKey onScheduleHint{"Keeps your Mac awake on the chosen days, from the first time to the second.",
+                                          TextTable::standard};
+  static constexpr TextKey noAppsChosen{"No apps chosen", TextTable::standard};
+  static constexpr TextKey addApp{"Add App\u2026", TextTable::standard};
+  static constexpr TextKey removeApp{"Remove \u201C%@\u201D", TextTable::standard};
+  static constexpr TextKey appWithoutIdentifier{
+      "\u201C%@\u201D can't be added because it has no bundle identifier.", TextTable::standard};
+  static constexpr TextKey appNotKept{"\u201C%@\u201D can't be added because its name or location can't be stored.",
+                                      TextTable::standard};
+  static constexpr TextKey appListFull{"The list is full. Remove an app to add another.", TextTable::standard};
+  static constexpr TextKey scheduleFrom{"From", TextTable::standard};
+  static constexpr TextKey scheduleTo{"To", TextTable::standard};
+  static constexpr TextKey automaticCombination{"Stay awake when", TextTable::standard};
+  static constexpr TextKey combinationAny{"Any rule that's on holds", TextTable::standard};
+  static constexpr TextKey combinationAll{"All rules that are on hold", TextTable::standard};
+  static constexpr TextKey stopWhenScreenLocks{"Stop when the screen locks", TextTable::standard};
+  static constexpr TextKey stopWhenScreenLocksHint{
+      "Every session ends when the screen locks or you switch users, except while Deepwake is on.",
+      TextTable::deepwake};
+  static constexpr TextKey commandLineToolsNote{
+      "Command-line tools aren't apps. To keep your Mac awake while one runs, use \u201Cwakeloft run\u201D or "
+      "\u201Cwakeloft wait\u201D in Terminal.",
+      TextTable::standard};
 };
 
 }  // namespace wakeloft

@@ -10,12 +10,14 @@
 #include <vector>
 
 #include "AppTables.h"
+#include "TestAutomaticSessions.h"
 #include "TestControllers.h"
 #include "prefs/PresetDurations.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
 #include "ui/MenuBarItem.h"
 #include "ui/AboutPopupContent.h"
+#include "ui/AutomaticPopupContent.h"
 #include "ui/QuitConfirmationAlert.h"
 #include "ui/SafetyPopupContent.h"
 #include "ui/SettingsMenu.h"
@@ -202,6 +204,34 @@ KeySet produced() {
     collect(keys, row.title);
     collect(keys, row.hint);
   }
+  testing::TestAutomaticSessions sessions;
+  sessions.start();
+  testing::ManualScreenLockSetting screenLock;
+  using Bundle = AutomaticPopupContent::ChosenBundle;
+  for (const auto& bundle : {Bundle{std::nullopt, "Tool", std::nullopt, "/Tool.app"},
+                             Bundle{"com.example.a", "A", std::nullopt, "/A.app"},
+                             Bundle{"com.example.b", "B\n", std::nullopt, "/B.app"}}) {
+    if (const auto refusal = AutomaticPopupContent::addChosenApp(bundle, *sessions.automatic)) collect(keys, *refusal);
+  }
+  const auto automatic = AutomaticPopupContent::current(*sessions.automatic, "en_US", &screenLock);
+  for (const auto& text : {automatic.title, automatic.noApps, automatic.addApp, automatic.startLabel,
+                           automatic.endLabel, automatic.combinationTitle, automatic.commandLineNote,
+                           automatic.stopWhenScreenLocks->title, automatic.stopWhenScreenLocks->hint}) {
+    collect(keys, text);
+  }
+  for (const auto& rule : automatic.rules) {
+    collect(keys, rule.toggle.title);
+    collect(keys, rule.toggle.hint);
+  }
+  for (const auto& chosen : automatic.apps) collect(keys, chosen.removeLabel);
+  for (const auto& choice : automatic.combinations) collect(keys, choice.label);
+  auto full = sessions.automatic->settings();
+  full.apps.resize(AutomaticRules::Settings::mostApps);
+  for (std::size_t i = 0; i < full.apps.size(); ++i) full.apps[i] = {"com.example." + std::to_string(i), "A", ""};
+  sessions.automatic->setSettings(full);
+  collect(keys, *AutomaticPopupContent::addChosenApp(Bundle{"com.example.c", "C", std::nullopt, "/C.app"},
+                                                     *sessions.automatic));
+
   struct Utc final : TimeZone {
     int secondsFromGMT(Date) const override { return 0; }
   };

@@ -14,8 +14,8 @@ using Popup = SettingsMenu::Popup;
 
 TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKeyAndAWaitingUpdateOnTheButtonAndInItsItem) {
   const auto items = SettingsMenu::items();
-  ASSERT_EQ(items.size(), 7u);
-  const std::vector<std::string> titles = {"Choose preset durations\u2026", "Safety\u2026", "About Wakeloft",
+  ASSERT_EQ(items.size(), 8u);
+  const std::vector<std::string> titles = {"Choose preset durations\u2026", "Safety\u2026", "Automatic\u2026", "About Wakeloft",
                                            "Check for Updates\u2026", "Send Feedback"};
   for (std::size_t i = 0; i < titles.size(); ++i) {
     EXPECT_EQ(items[i].title->english(), titles[i]);
@@ -23,19 +23,20 @@ TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKeyAndAWaitingUpdateOnTheB
   }
   EXPECT_EQ(items[0].command, Command::choosePresetDurations);
   EXPECT_EQ(items[1].command, Command::safety);
-  EXPECT_EQ(items[4].command, Command::sendFeedback);
-  EXPECT_TRUE(items[5].isSeparator());
-  EXPECT_EQ(items[6].title->english(), "Quit Wakeloft");
-  EXPECT_EQ(items[6].command, Command::quit);
-  EXPECT_EQ(items[6].keyEquivalent, "q");
+  EXPECT_EQ(items[2].command, Command::automatic);
+  EXPECT_EQ(items[5].command, Command::sendFeedback);
+  EXPECT_TRUE(items[6].isSeparator());
+  EXPECT_EQ(items[7].title->english(), "Quit Wakeloft");
+  EXPECT_EQ(items[7].command, Command::quit);
+  EXPECT_EQ(items[7].keyEquivalent, "q");
 
   EXPECT_EQ(SettingsMenu::buttonSymbolFor(std::nullopt), "gearshape");
   EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");
   EXPECT_EQ(SettingsMenu::buttonAccessibilityLabel("2.1").english(), "Settings, version 2.1 is ready to install");
   const auto waiting = SettingsMenu::items("2.1");
   ASSERT_EQ(waiting.size(), items.size());
-  EXPECT_EQ(waiting[3].title->english(), "Install Version 2.1\u2026");
-  EXPECT_EQ(waiting[3].command, Command::checkForUpdates);
+  EXPECT_EQ(waiting[4].title->english(), "Install Version 2.1\u2026");
+  EXPECT_EQ(waiting[4].command, Command::checkForUpdates);
 }
 
 TEST(UpdateReminderTest, OnlyAScheduledUpdateTheUpdaterCannotBringToTheFrontWaitsUntilAttended) {
