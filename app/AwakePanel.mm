@@ -44,8 +44,10 @@ NSColor* noteColor(const PanelNote& note) {
   NSStackView* _deepwakeBlock;
   NSStackView* _retryBlock;
   NSStackView* _loginBlock;
+  NSStackView* _screenOnBlock;
   NSSwitch* _deepwakeSwitch;
   NSSwitch* _loginSwitch;
+  NSSwitch* _screenOnSwitch;
 }
 
 - (instancetype)initWithPerform:(PanelViews::Perform)perform footer:(NSView*)footer {
@@ -89,13 +91,14 @@ NSColor* noteColor(const PanelNote& note) {
 
   _mainButtonBlock = column(@[], lineSpacing);
   _sessionBlock = column(@[], AwakePanelContent::presetsCaptionSpacing);
+  _screenOnBlock = column(@[], lineSpacing);
   _deepwakeBlock = column(@[], lineSpacing);
   _retryBlock = column(@[], lineSpacing);
   _loginBlock = column(@[], lineSpacing);
 
   NSMutableArray<NSView*>* blocks = [NSMutableArray arrayWithArray:@[
-    _header, _explanation, _mainButtonBlock, _sessionBlock, _deepwakeBlock, _retryBlock, PanelViews::divider(),
-    _loginBlock, PanelViews::divider()
+    _header, _explanation, _mainButtonBlock, _sessionBlock, _screenOnBlock, _deepwakeBlock, _retryBlock,
+    PanelViews::divider(), _loginBlock, PanelViews::divider()
   ]];
   if (_footer) [blocks addObject:_footer];
   _stack = column(blocks, AwakePanelContent::blockSpacing);
@@ -140,12 +143,14 @@ NSColor* noteColor(const PanelNote& note) {
 
   if (!_shown || _shown->mainButton != content.mainButton) [self renderMainButton:content.mainButton];
   if (!_shown || _shown->sessionControls != content.sessionControls) [self renderSession:content.sessionControls];
+  if (!_shown || _shown->screenOn != content.screenOn) [self renderScreenOn:content.screenOn];
   if (!_shown || _shown->deepwake != content.deepwake) [self renderDeepwake:content.deepwake];
   if (!_shown || _shown->retry != content.retry) [self renderRetry:content.retry];
   if (!_shown || _shown->login != content.login) [self renderLogin:content.login];
   // A switch the controllers refused goes back, even when nothing else moved.
   if (_deepwakeSwitch) PanelViews::setState(_deepwakeSwitch, content.deepwake.toggle);
   if (_loginSwitch) PanelViews::setState(_loginSwitch, content.login.toggle);
+  if (_screenOnSwitch && content.screenOn) PanelViews::setState(_screenOnSwitch, content.screenOn->toggle);
   _shown = content;
 
   [self.view layoutSubtreeIfNeeded];
@@ -231,6 +236,20 @@ NSColor* noteColor(const PanelNote& note) {
     [views addObject:PanelViews::note(*retry.failure, noteColor(*retry.failure), contentWidth(), _perform)];
   }
   [self fill:_retryBlock with:views];
+}
+
+// Compact, as people change it per task; its help is VoiceOver's.
+- (void)renderScreenOn:(const std::optional<AwakePanelContent::ScreenOn>&)screenOn {
+  NSMutableArray<NSView*>* views = [NSMutableArray array];
+  NSSwitch* toggle = nil;
+  if (screenOn) {
+    [views addObject:PanelViews::switchRow(screenOn->toggle, NSControlSizeSmall, contentWidth(), _perform, &toggle)];
+    if (const auto& note = screenOn->failure) {
+      [views addObject:PanelViews::note(*note, noteColor(*note), contentWidth(), _perform)];
+    }
+  }
+  _screenOnSwitch = toggle;
+  [self fill:_screenOnBlock with:views];
 }
 
 - (void)renderLogin:(const AwakePanelContent::Login&)login {

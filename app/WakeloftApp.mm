@@ -18,6 +18,7 @@
 #include "SystemDeadlineRecheckNotifier.h"
 #include "SystemMachineConditions.h"
 #include "SystemMachineConditionsNotifier.h"
+#include "SystemScreenLockNotifier.h"
 #include "UserDefaultsDomain.h"
 #include "XPCLidSleepBlocker.h"
 #include "automation/PublishedDeepwake.h"
@@ -62,6 +63,7 @@ AppControllers::SystemParts systemParts() {
       .loginItem = [] { return std::make_shared<SMAppServiceLoginItem>(); },
       .processTable = [] { return std::make_shared<LibprocProcessTable>(); },
       .processExitWatcher = [] { return std::make_shared<DispatchProcessExitWatcher>(); },
+      .screenLockNotifier = [] { return std::make_shared<SystemScreenLockNotifier>(); },
   };
 }
 

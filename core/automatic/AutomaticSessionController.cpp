@@ -86,7 +86,7 @@ void AutomaticSessionController::evaluate() {
   const bool graceOver = rulesStoppedAt_ && now >= *rulesStoppedAt_ + gracePeriod;
   if (graceOver) setSuppressed(false);
   if (graceOver && awake_->isAutomatic() && binding_->holds().empty()) changeSession([&] { awake_->turnOff(); });
-  if (hold && !suppressed_ && !awake_->isRequested()) changeSession([&] { awake_->turnOnAutomatically(); });
+  if (hold && !suppressed_ && !isScreenLocked_ && !awake_->isRequested()) changeSession([&] { awake_->turnOnAutomatically(); });
 
   std::optional<Date> graceEnd;
   if (rulesStoppedAt_ && !graceOver && (awake_->isAutomatic() || suppressed_)) {
@@ -106,6 +106,12 @@ void AutomaticSessionController::evaluate() {
   } else {
     scheduler_->cancel();
   }
+}
+
+void AutomaticSessionController::setScreenLocked(bool locked) {
+  isScreenLocked_ = locked;
+  if (locked && awake_->isAutomatic()) changeSession([&] { awake_->turnOff(); });
+  evaluate();
 }
 
 AutomaticRules::Facts AutomaticSessionController::readFacts() const {
@@ -133,7 +139,9 @@ void AutomaticSessionController::sessionChanged() {
         (was.continuousEnd && continuous_->continuousTime() + endTolerance >= *was.continuousEnd);
     const bool processesEnded = was.heldOnlyForProcesses && !turnedOffWithProcesses;
     // Only the user stops a session otherwise, and that is heard as "not now".
-    if (!timeRanOut && !processesEnded && AutomaticRules::hold(settings_, readFacts())) setSuppressed(true);
+    if (!timeRanOut && !processesEnded && !isScreenLocked_ && AutomaticRules::hold(settings_, readFacts())) {
+      setSuppressed(true);
+    }
   }
   evaluate();
 }

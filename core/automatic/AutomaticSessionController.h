@@ -66,6 +66,11 @@ class AutomaticSessionController {
   void resume();
   // Judges the rules again, as after a fact changed.
   void evaluate();
+  // The screen locked where a lock ends sessions: the automatic session
+  // ends, none starts while it stays locked, and a session that ends
+  // meanwhile is not the user's "not now". Unlocked, the rules that hold
+  // start one again.
+  void setScreenLocked(bool locked);
 
   const AutomaticRules::Settings& settings() const { return settings_; }
   const AutomaticRules::Facts& facts() const { return facts_; }
@@ -115,6 +120,7 @@ class AutomaticSessionController {
   SeenSession seen_;
   bool turnedOffWhileHeldForProcesses_ = false;
   bool isChangingSession_ = false;
+  bool isScreenLocked_ = false;
   Subscription bindingChanges_;
   WeakSelf<AutomaticSessionController> weakSelf_{this};
 };

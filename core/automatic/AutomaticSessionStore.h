@@ -4,7 +4,8 @@
 
 namespace wakeloft {
 
-// Where the automatic rules and their suppression live across launches.
+// Where the automatic rules, their suppression and whether a lock stops
+// sessions live across launches.
 // Main thread only.
 class AutomaticSessionStore {
  public:
@@ -13,6 +14,10 @@ class AutomaticSessionStore {
   virtual void setSettings(const AutomaticRules::Settings& settings) = 0;
   virtual bool isSuppressed() = 0;
   virtual void setSuppressed(bool suppressed) = 0;
+  // Whether a lock or a switch to another user ends every session; off by
+  // default.
+  virtual bool stopsWhenScreenLocks() = 0;
+  virtual void setStopsWhenScreenLocks(bool on) = 0;
 };
 
 }  // namespace wakeloft

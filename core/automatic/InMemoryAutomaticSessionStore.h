@@ -11,10 +11,13 @@ class InMemoryAutomaticSessionStore final : public AutomaticSessionStore {
   void setSettings(const AutomaticRules::Settings& settings) override { settings_ = settings; }
   bool isSuppressed() override { return suppressed_; }
   void setSuppressed(bool suppressed) override { suppressed_ = suppressed; }
+  bool stopsWhenScreenLocks() override { return stopsWhenScreenLocks_; }
+  void setStopsWhenScreenLocks(bool on) override { stopsWhenScreenLocks_ = on; }
 
  private:
   AutomaticRules::Settings settings_;
   bool suppressed_ = false;
+  bool stopsWhenScreenLocks_ = false;
 };
 
 }  // namespace wakeloft

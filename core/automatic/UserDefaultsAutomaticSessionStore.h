@@ -23,6 +23,7 @@ class UserDefaultsAutomaticSessionStore final : public AutomaticSessionStore {
   static constexpr const char* scheduleEndKey = "com.wakeloft.automaticScheduleEnd";
   static constexpr const char* combinationKey = "com.wakeloft.automaticCombination";
   static constexpr const char* suppressedKey = "com.wakeloft.automaticSessionsSuppressed";
+  static constexpr const char* stopWhenScreenLocksKey = "com.wakeloft.stopWhenScreenLocks";
 
   explicit UserDefaultsAutomaticSessionStore(DefaultsDomain& defaults) : defaults_(defaults) {}
 
@@ -30,6 +31,8 @@ class UserDefaultsAutomaticSessionStore final : public AutomaticSessionStore {
   void setSettings(const AutomaticRules::Settings& settings) override;
   bool isSuppressed() override { return readSwitch(suppressedKey, false); }
   void setSuppressed(bool suppressed) override { defaults_.set(suppressedKey, suppressed); }
+  bool stopsWhenScreenLocks() override { return readSwitch(stopWhenScreenLocksKey, false); }
+  void setStopsWhenScreenLocks(bool on) override { defaults_.set(stopWhenScreenLocksKey, on); }
 
  private:
   bool readSwitch(const char* key, bool fallback);

@@ -33,7 +33,10 @@ AwakeController::AwakeController(std::shared_ptr<SleepBlocker> blocker, std::sha
   isRequested_.set(!isOff);
   setDeadline(stale ? std::nullopt : deadline);
 
-  recheck_->observe(weakSelf_([](AwakeController& self) { self.checkExpiry(); }));
+  recheck_->observe(weakSelf_([](AwakeController& self) {
+    self.checkExpiry();
+    self.keepAssertion();
+  }));
 
   if (!restoringPreviousState || isOff) return;
   if (stale) {
@@ -88,6 +91,18 @@ void AwakeController::checkExpiry() {
     turnOff();
   } else {
     arm(*end);  // a clock change or a sleep may have moved the end
+  }
+}
+
+void AwakeController::keepAssertion() {
+  if (!isOn_) return;
+  try {
+    blocker_->restore();
+  } catch (const std::exception& error) {
+    // As a refused start: the request stands and the panel offers the retry.
+    isOn_.set(false);
+    lastFailure_.set(AwakeFailure::from(error));
+    notifySessionObservers();
   }
 }
 

@@ -43,6 +43,9 @@ class AwakeController {
   void turnOff();
   // Ends a lapsed session at once; otherwise re-arms the timer at the end.
   void checkExpiry();
+  // Takes the assertion again if the system dropped it; done after every
+  // wake and clock change.
+  void keepAssertion();
   // Called after every start and every stop, in registration order, with the
   // new state in place. Observers live as long as the controller.
   void observeSession(std::function<void()> observer);

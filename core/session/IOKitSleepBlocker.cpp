@@ -6,16 +6,24 @@
 
 namespace wakeloft {
 
-IOKitSleepBlocker::IOKitSleepBlocker(std::shared_ptr<PowerAssertions> assertions, std::string reason)
-    : assertions_(std::move(assertions)), reason_(std::move(reason)) {}
+IOKitSleepBlocker::IOKitSleepBlocker(std::shared_ptr<PowerAssertions> assertions, std::string reason,
+                                     std::string type)
+    : assertions_(std::move(assertions)), reason_(std::move(reason)), type_(std::move(type)) {}
 
 IOKitSleepBlocker::~IOKitSleepBlocker() { release(); }
 
 void IOKitSleepBlocker::engage() {
   if (assertionID_) return;
-  const auto created = assertions_->create(assertionType, assertionLevelOn, reason_);
+  const auto created = assertions_->create(type_, assertionLevelOn, reason_);
   if (created.code != 0) throw SleepBlockerError::assertionFailed(created.code);
   assertionID_ = created.assertionID;
+}
+
+void IOKitSleepBlocker::restore() {
+  if (!assertionID_ || assertions_->isHeld(*assertionID_, type_, reason_)) return;
+  // Gone already: nothing to give back under the old ID.
+  assertionID_.reset();
+  engage();
 }
 
 void IOKitSleepBlocker::release() {

@@ -22,8 +22,19 @@ class InMemorySleepBlocker final : public SleepBlocker {
     if (!engaged_) return;
     ++releaseCalls;
     engaged_ = false;
+    dropped_ = false;
+  }
+  void restore() override {
+    if (!std::exchange(dropped_, false) || !engaged_) return;
+    engaged_ = false;
+    engage();
   }
   bool isEngaged() const override { return engaged_; }
+
+  // The system lets go of the assertion behind the blocker's back; it still
+  // counts as engaged until restored.
+  void drop() { dropped_ = engaged_; }
+  bool isHeld() const { return engaged_ && !dropped_; }
 
   // The IOReturn code the next engage is refused with; used once.
   std::optional<int> nextRefusal;
@@ -33,6 +44,7 @@ class InMemorySleepBlocker final : public SleepBlocker {
 
  private:
   bool engaged_ = false;
+  bool dropped_ = false;
 };
 
 }  // namespace wakeloft

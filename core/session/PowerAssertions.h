@@ -5,7 +5,7 @@
 
 namespace wakeloft {
 
-// The two power-management calls the sleep blocker makes. IOKit answers them
+// The power-management calls the sleep blocker makes. IOKit answers them
 // on macOS; tests answer them with a recording fake, so the blocker's rules
 // run here without the system.
 class PowerAssertions {
@@ -20,6 +20,9 @@ class PowerAssertions {
   virtual Creation create(const std::string& type, std::uint32_t level, const std::string& name) = 0;
   // Returns the system's IOReturn for the release.
   virtual std::int32_t release(std::uint32_t assertionID) = 0;
+  // Whether the system still holds the assertion created under this ID, of
+  // this type and name: it may drop one behind the app's back.
+  virtual bool isHeld(std::uint32_t assertionID, const std::string& type, const std::string& name) = 0;
 };
 
 }  // namespace wakeloft

@@ -126,7 +126,7 @@ void ProcessBindingController::ended(const ProcessIdentity& process) {
   settle();
 }
 
-void ProcessBindingController::releaseAll() {
+void ProcessBindingController::releaseAll(std::optional<Release> why) {
   const Date now = dates_->now();
   const auto holds = holds_.get();
   holds_.set({});
@@ -135,8 +135,8 @@ void ProcessBindingController::releaseAll() {
   store_->save(std::nullopt);
   for (const auto& hold : holds) {
     watcher_->cancel(hold.process.identity.pid);
-    const auto why = hasPassed(hold.until, now) ? Release::timeRanOut : Release::sessionTurnedOff;
-    for (const auto& observer : releaseObservers_) observer(hold.process, why);
+    const auto told = why.value_or(hasPassed(hold.until, now) ? Release::timeRanOut : Release::sessionTurnedOff);
+    for (const auto& observer : releaseObservers_) observer(hold.process, told);
   }
 }
 

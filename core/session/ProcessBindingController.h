@@ -31,7 +31,7 @@ namespace wakeloft {
 class ProcessBindingController {
  public:
   // Why a hold was let go of while its process still ran.
-  enum class Release { sessionTurnedOff, timeRanOut };
+  enum class Release { sessionTurnedOff, timeRanOut, screenLocked };
 
   ProcessBindingController(std::shared_ptr<AwakeController> awake, std::shared_ptr<ProcessBindingStore> store,
                            std::shared_ptr<const ProcessTable> processes, std::shared_ptr<ProcessExitWatcher> watcher,
@@ -45,6 +45,12 @@ class ProcessBindingController {
   // the same process replaces its first. Says why not, changing nothing,
   // when there is no such process or its end cannot be watched.
   std::optional<std::string> hold(pid_t pid, std::optional<double> seconds);
+
+  // The screen locked with sessions ending on a lock: lets go of every
+  // process, each told as `screenLocked`. Ending the session is the caller's.
+  void releaseForScreenLock() {
+    if (!holds_.get().empty()) releaseAll(Release::screenLocked);
+  }
 
   // The processes the session is held for.
   const std::vector<ProcessHold>& holds() const { return holds_; }
@@ -67,7 +73,8 @@ class ProcessBindingController {
  private:
   bool watch(const RunningProcess& process, std::string& failure);
   void ended(const ProcessIdentity& process);
-  void releaseAll();
+  // Each hold told as `why`, or by whether its time ran out.
+  void releaseAll(std::optional<Release> why = std::nullopt);
   // Drops the claims that have passed and makes the session last exactly as
   // long as the claims left, then remembers them.
   void settle();

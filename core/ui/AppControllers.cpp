@@ -1,5 +1,6 @@
 #include "ui/AppControllers.h"
 
+#include "automatic/UserDefaultsAutomaticSessionStore.h"
 #include "base/MainThread.h"
 #include "helper/LidHelperService.h"
 #include "lease/LidSleepLease.h"
@@ -10,6 +11,7 @@
 #include "session/IOKitSleepBlocker.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
 #include "session/UserDefaultsProcessBindingStore.h"
+#include "session/UserDefaultsScreenOnStore.h"
 
 namespace wakeloft::AppControllers {
 
@@ -42,8 +44,21 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
       std::move(bindingDates), parts.deadlineScheduler(), /*restoringPreviousState=*/true);
 
   auto consent = std::make_shared<DeepwakeAutomationConsent>(defaults);
-  return {std::move(awake),   std::move(lid),     std::move(loginItem),
-          std::move(presets), std::move(binding), std::move(consent)};
+
+  auto lock = std::make_shared<ScreenLockState>(parts.screenLockNotifier());
+  auto display = std::make_shared<IOKitSleepBlocker>(parts.powerAssertions(), IOKitSleepBlocker::appReason,
+                                                     IOKitSleepBlocker::displayAssertionType);
+  auto screenMachine = parts.machineConditions();
+  auto screenMachineChanges = parts.conditionsNotifier();
+  auto screenRecheck = parts.recheckNotifier();
+  auto screenOn = std::make_shared<ScreenOnController>(
+      awake, std::move(display), std::make_shared<UserDefaultsScreenOnStore>(defaults), std::move(screenMachine),
+      std::move(screenMachineChanges), lock, std::move(screenRecheck));
+  // The automatic sessions' controller goes in here where it is built.
+  auto screenLock = std::make_shared<ScreenLockPolicy>(lock, awake, binding, lid, /*automatic=*/nullptr,
+                                                       std::make_shared<UserDefaultsAutomaticSessionStore>(defaults));
+  return {std::move(awake),   std::move(lid),     std::move(loginItem), std::move(presets),
+          std::move(binding), std::move(consent), std::move(screenOn),  std::move(screenLock)};
 }
 
 std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,

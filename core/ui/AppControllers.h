@@ -18,6 +18,7 @@
 #include "lid/MachineConditions.h"
 #include "lid/MachineConditionsNotifier.h"
 #include "prefs/LoginItem.h"
+#include "session/ScreenLockNotifier.h"
 #include "session/PowerAssertions.h"
 #include "ui/Controllers.h"
 
@@ -56,12 +57,15 @@ struct SystemParts {
   // bound to a process.
   std::function<std::shared_ptr<const ProcessTable>()> processTable;
   std::function<std::shared_ptr<ProcessExitWatcher>()> processExitWatcher;
+  // Word of the screen locking and of user switches.
+  std::function<std::shared_ptr<ScreenLockNotifier>()> screenLockNotifier;
 };
 
 // In order: the awake controller (restoring the previous session), Deepwake
 // riding on it, the login item with its registration repaired, the starred
 // presets, then the process binding, which takes up the process the session
-// was bound to if it still runs and ends the session otherwise. The stores
+// was bound to if it still runs and ends the session otherwise; last the
+// display kept on beside the session and the lock's end of sessions. The stores
 // keep `defaults` by reference: it must outlive them.
 Controllers live(const SystemParts& parts, DefaultsDomain& defaults);
 

@@ -61,9 +61,11 @@ AutomationHandler::AutomationHandler(Controllers controllers, std::function<void
   // Only this handler's own holds are ever let go of here, and it lives as long as the app.
   controllers_.binding->observeReleases(
       [outcomes = outcomes_](const RunningProcess& process, ProcessBindingController::Release why) {
-        const bool ranOut = why == ProcessBindingController::Release::timeRanOut;
-        outcomes->publish({AutomationOutcome::Kind::released, "", process.identity.pid,
-                           ranOut ? "its time ran out" : "the session was turned off"});
+        using Release = ProcessBindingController::Release;
+        const char* reason = "the session was turned off";
+        if (why == Release::timeRanOut) reason = "its time ran out";
+        if (why == Release::screenLocked) reason = "the screen locked, and sessions end when it does";
+        outcomes->publish({AutomationOutcome::Kind::released, "", process.identity.pid, reason});
       });
 }
 

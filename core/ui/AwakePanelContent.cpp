@@ -161,6 +161,21 @@ std::optional<PanelNote> failureNote(const std::optional<AwakeFailure>& failure)
   return PanelNote{NoteSymbol::error, FailureText::describing(*failure), std::nullopt};
 }
 
+std::optional<AwakePanelContent::ScreenOn> screenOnSection(const Controllers& controllers) {
+  if (!controllers.screenOn) return std::nullopt;
+  const auto& screenOn = *controllers.screenOn;
+  AwakePanelContent::ScreenOn section{{TextCatalog::keepScreenOn, screenOn.keepsScreenOn(), true,
+                                       PanelAction::setKeepScreenOn(true), PanelAction::setKeepScreenOn(false),
+                                       TextCatalog::keepScreenOnHelp},
+                                      std::nullopt};
+  if (const auto& failure = screenOn.lastFailure()) {
+    const auto* refused = std::get_if<AwakeFailure::AssertionRefused>(&failure->value());
+    section.failure = refused ? PanelNote{NoteSymbol::error, {TextCatalog::screenOnRefused, {refused->code}}}
+                              : failureNote(failure);
+  }
+  return section;
+}
+
 // macOS 15 renamed the pane.
 LocalizedText loginItemsLink(const OperatingSystemVersion& system) {
   return system.majorVersion >= 15 ? TextCatalog::openLoginItemsAndExtensions : TextCatalog::openLoginItems;
@@ -204,6 +219,7 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
       .explanation = sentenceFor(AwakeExplanation::describing(awake.isOn(), awake.activeUntil(), lid.isOn())),
       .mainButton = {awake.isOn() ? TextCatalog::turnOff : TextCatalog::turnOn, PanelAction::toggleAwakeMode()},
       .sessionControls = sessionControlsFor(awake, *controllers.presets, locale),
+      .screenOn = screenOnSection(controllers),
       // A reason the mode cannot be used at all disables the switch; the
       // precaution below says what to do about it. The caption explains the
       // coined name, so VoiceOver gives it as the switch's help.

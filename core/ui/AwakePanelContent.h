@@ -52,6 +52,14 @@ struct AwakePanelContent {
     friend bool operator==(const SessionControls&, const SessionControls&) = default;
   };
 
+  // "Keep the Screen On", compact under the session controls, its help
+  // saying what else a screen kept on keeps away; the refusal under it.
+  struct ScreenOn {
+    PanelSwitch toggle;
+    std::optional<PanelNote> failure;
+    friend bool operator==(const ScreenOn&, const ScreenOn&) = default;
+  };
+
   // The caption under the switch is also the switch's accessibility help,
   // where VoiceOver reads it instead of as a text of its own.
   // The switch stays on while a guardrail pauses Deepwake for power: the
@@ -103,6 +111,8 @@ struct AwakePanelContent {
   LocalizedText explanation;
   PanelButton mainButton;
   SessionControls sessionControls;
+  // Absent where the app keeps no display on.
+  std::optional<ScreenOn> screenOn;
   Deepwake deepwake;
   Retry retry;
   // A divider comes before the login section and another after it, then

@@ -3,6 +3,8 @@
 #include <memory>
 
 #include "automatic/AutomaticSessionController.h"
+#include "automatic/ScreenLockPolicy.h"
+#include "automatic/ScreenOnController.h"
 #include "lid/DeepwakeAutomationConsent.h"
 #include "lid/LidAwakeController.h"
 #include "prefs/LoginItemController.h"
@@ -23,6 +25,10 @@ struct Controllers {
   std::shared_ptr<PresetDurationsController> presets;
   std::shared_ptr<ProcessBindingController> binding = nullptr;
   std::shared_ptr<DeepwakeAutomationConsent> consent = nullptr;
+  // The display kept on beside the session, and whether a lock ends
+  // sessions; absent where the app does not build them.
+  std::shared_ptr<ScreenOnController> screenOn = nullptr;
+  std::shared_ptr<ScreenLockPolicy> screenLock = nullptr;
   // The sessions the automatic rules keep; absent until the app builds them.
   std::shared_ptr<AutomaticSessionController> automatic = nullptr;
 };

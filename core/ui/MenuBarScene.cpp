@@ -28,6 +28,7 @@ MenuBarScene::MenuBarScene(Controllers controllers, std::shared_ptr<UpdateRemind
   subscriptions_.push_back(controllers_.presets->observe(onChange));
   if (controllers_.binding) subscriptions_.push_back(controllers_.binding->observe(onChange));
   if (controllers_.consent) subscriptions_.push_back(controllers_.consent->observe(onChange));
+  if (controllers_.screenOn) subscriptions_.push_back(controllers_.screenOn->observe(onChange));
   if (updateReminder_) subscriptions_.push_back(updateReminder_->changed().observe(onChange));
   showIcon();
 }

@@ -31,6 +31,9 @@ void perform(const PanelAction& action, const Controllers& controllers,
     case Operation::acknowledgeHeatWarning: lid.acknowledgeHeatWarning(); return;
     case Operation::stopRetrying: awake.turnOff(); return;
     case Operation::setOpenAtLogin: controllers.loginItem->setEnabled(action.isOn()); return;
+    case Operation::setKeepScreenOn:
+      if (controllers.screenOn) controllers.screenOn->setKeepsScreenOn(action.isOn());
+      return;
     case Operation::openLoginItemsSettings:
       if (openLoginItemsSettings) openLoginItemsSettings();
       return;

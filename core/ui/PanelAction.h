@@ -24,6 +24,8 @@ class PanelAction {
     stopRetrying,
     // The login switch, with its new position.
     setOpenAtLogin,
+    // "Keep the Screen On", with its new position.
+    setKeepScreenOn,
     openLoginItemsSettings,
     // The answer to "Allow scripts and Shortcuts to turn on Deepwake?".
     answerDeepwakeAutomation,
@@ -43,6 +45,7 @@ class PanelAction {
   static PanelAction acknowledgeHeatWarning() { return PanelAction(Operation::acknowledgeHeatWarning); }
   static PanelAction stopRetrying() { return PanelAction(Operation::stopRetrying); }
   static PanelAction setOpenAtLogin(bool on) { return switchedTo(Operation::setOpenAtLogin, on); }
+  static PanelAction setKeepScreenOn(bool on) { return switchedTo(Operation::setKeepScreenOn, on); }
   static PanelAction openLoginItemsSettings() { return PanelAction(Operation::openLoginItemsSettings); }
   static PanelAction answerDeepwakeAutomation(bool allowed) {
     return switchedTo(Operation::answerDeepwakeAutomation, allowed);

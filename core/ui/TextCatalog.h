@@ -107,6 +107,11 @@ class TextCatalog {
   static constexpr TextKey openLoginItemsAndExtensions{"Open Login Items & Extensions\u2026", TextTable::standard};
   static constexpr TextKey openLoginItems{"Open Login Items\u2026", TextTable::standard};
   static constexpr TextKey spokenError{"Error: %@", TextTable::standard};
+  static constexpr TextKey keepScreenOn{"Keep the Screen On", TextTable::standard};
+  static constexpr TextKey keepScreenOnHelp{
+      "A screen kept on also keeps the screen saver and automatic locking from starting.", TextTable::standard};
+  static constexpr TextKey screenOnRefused{"macOS couldn't keep your screen on (IOKit error %d).",
+                                           TextTable::standard};
 
   // --- Settings menu and its popovers ---
   static constexpr TextKey settings{"Settings", TextTable::standard};

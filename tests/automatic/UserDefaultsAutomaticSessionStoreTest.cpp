@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/InMemoryDefaultsDomain.h"
+#include "session/UserDefaultsScreenOnStore.h"
 
 namespace wakeloft {
 namespace {
@@ -50,6 +51,28 @@ TEST(UserDefaultsAutomaticSessionStoreTest, AnUnreadableValueReadsAsTheDefaultAn
     EXPECT_EQ(store.settings(), expected) << key;
     EXPECT_FALSE(store.isSuppressed()) << key;
     EXPECT_EQ(defaults.values().size(), 1u) << key;
+  }
+}
+
+TEST(UserDefaultsAutomaticSessionStoreTest, TheScreenSwitchesAreOffByDefaultAndAnythingButABooleanIsRemoved) {
+  struct Switch {
+    const char* key;
+    std::function<bool(DefaultsDomain&)> read;
+  };
+  const Switch switches[] = {
+      {Store::stopWhenScreenLocksKey, [](DefaultsDomain& d) { return Store(d).stopsWhenScreenLocks(); }},
+      {UserDefaultsScreenOnStore::keepScreenOnKey,
+       [](DefaultsDomain& d) { return UserDefaultsScreenOnStore(d).keepsScreenOn(); }},
+  };
+  const std::pair<std::optional<DefaultsValue>, bool> values[] = {
+      {std::nullopt, false}, {true, true}, {false, false}, {1, false}, {"YES", false}};
+  for (const auto& [key, read] : switches) {
+    for (const auto& [value, on] : values) {
+      InMemoryDefaultsDomain defaults;
+      if (value) defaults.set(key, *value);
+      EXPECT_EQ(read(defaults), on) << key;
+      EXPECT_EQ(defaults.object(key).has_value(), value && value->get<bool>()) << key;
+    }
   }
 }
 

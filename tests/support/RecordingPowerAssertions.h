@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -29,6 +30,11 @@ struct RecordingPowerAssertions final : PowerAssertions {
   std::int32_t release(std::uint32_t assertionID) override {
     releases.push_back(assertionID);
     return releaseCode;
+  }
+  // Assertions the system has let go of by itself.
+  std::vector<std::uint32_t> dropped;
+  bool isHeld(std::uint32_t assertionID, const std::string&, const std::string&) override {
+    return std::find(dropped.begin(), dropped.end(), assertionID) == dropped.end();
   }
 };
 

@@ -15,6 +15,7 @@
 #include "lid/UserDefaultsLidAwakeStore.h"
 #include "prefs/InMemoryLoginItem.h"
 #include "prefs/UserDefaultsPresetDurationStore.h"
+#include "session/InMemoryScreenLockNotifier.h"
 #include "session/UserDefaultsAwakeIntentStore.h"
 #include "session/UserDefaultsProcessBindingStore.h"
 #include "support/RecordingPowerAssertions.h"
@@ -78,6 +79,8 @@ class AppControllersTest : public ::testing::Test {
         .processTable = logged("process table", [this] { return processes; }),
         .processExitWatcher =
             logged("process exit watcher", [] { return std::make_shared<testing::ManualProcessExitWatcher>(); }),
+        .screenLockNotifier =
+            logged("screen lock notifier", [] { return std::make_shared<InMemoryScreenLockNotifier>(); }),
     };
   }
 
@@ -159,7 +162,8 @@ TEST_F(AppControllersTest, ThePartsAreMadeInLaunchOrderAndRestoreWhatTheDefaults
                                             "recheck notifier", "bundle path", "helper registration", "team",
                                             "lid sleep blocker", "machine conditions", "conditions notifier", "dates",
                                             "scheduler", "scheduler", "login item", "process table",
-                                            "process exit watcher", "scheduler"}));
+                                            "process exit watcher", "scheduler", "screen lock notifier", "power assertions",
+                                            "machine conditions", "conditions notifier", "recheck notifier"}));
   EXPECT_TRUE(controllers.awake->isOn());
   ASSERT_EQ(assertions->creations.size(), 1u);
   EXPECT_EQ(assertions->creations[0].name, "Wakeloft is keeping this Mac awake");

@@ -13,6 +13,8 @@
 #include "TestAutomaticSessions.h"
 #include "TestControllers.h"
 #include "prefs/PresetDurations.h"
+#include "session/InMemoryScreenLockNotifier.h"
+#include "session/InMemoryScreenOnStore.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
 #include "ui/MenuBarItem.h"
@@ -89,6 +91,10 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   collect(keys, panel.login.approval);
   collect(keys, panel.login.location);
   collect(keys, panel.login.failure);
+  if (const auto& screenOn = panel.screenOn) {
+    collect(keys, screenOn->toggle);
+    collect(keys, screenOn->failure);
+  }
 }
 
 // The panel in every state that changes its words.
@@ -113,6 +119,17 @@ void collectPanels(KeySet& keys) {
   shown(app);
   app.awake->turnOn(3600);
   shown(app);
+  // The screen kept on, and refused.
+  auto withScreenOn = app.controllers();
+  auto display = std::make_shared<InMemorySleepBlocker>();
+  display->nextRefusal = -1;
+  auto screenOnStore = std::make_shared<InMemoryScreenOnStore>();
+  screenOnStore->setKeepsScreenOn(true);
+  withScreenOn.screenOn = std::make_shared<ScreenOnController>(
+      app.awake, display, screenOnStore, app.machine, std::make_shared<testing::ManualConditionsNotifier>(),
+      std::make_shared<ScreenLockState>(std::make_shared<InMemoryScreenLockNotifier>()),
+      std::make_shared<testing::ManualRecheckNotifier>());
+  collect(keys, AwakePanelContent::current(withScreenOn, "en_US", {14, 0, 0}));
   app.clocks.pass(3570);
   shown(app);
   app.machine->current.isOnBattery = true;
