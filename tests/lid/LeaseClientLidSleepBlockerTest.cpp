@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
-#include "support/CompletionLog.h"
 #include "lid/LidSleepBlockerError.h"
+#include "support/CompletionLog.h"
 #include "support/MainLoopPump.h"
 
 namespace wakeloft {

@@ -180,19 +180,22 @@ TEST_F(LidAwakeControllerTest, AFailedLaterRenewalTurnsDeepwakeOffGivesBackAndIs
 
 TEST_F(LidAwakeControllerTest, TheSessionsEndEndsDeepwakeWhicheverTimerSeesItFirst) {
   const std::vector<std::pair<const char*, std::function<void()>>> ends = {
-      {"Deepwake's own timer, fired early first", [&] {
+      {"Deepwake's own timer, fired early first",
+       [&] {
          clocks.pass(900);  // the clock was moved: only re-armed
          sessionEnd->fire();
          EXPECT_TRUE(lid->isEngaged());
          clocks.pass(900);
          sessionEnd->fire();
        }},
-      {"the lease check", [&] {
+      {"the lease check",
+       [&] {
          clocks.pass(1800);
          leaseTimer->fire();
        }},
       // Not inside the session's own change, but through a deadline of now.
-      {"the session stopped", [&] {
+      {"the session stopped",
+       [&] {
          awake->turnOff();
          EXPECT_TRUE(lid->isEngaged());
          sessionEnd->fire();

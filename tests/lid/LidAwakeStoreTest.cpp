@@ -26,8 +26,8 @@ using Store = UserDefaultsDeepwakeGuardrailStore;
 TEST(UserDefaultsDeepwakeGuardrailStoreTest, SettingsRoundTripUnderTheirKeys) {
   InMemoryDefaultsDomain defaults;
   EXPECT_EQ(Store(defaults).settings(), DeepwakeGuardrails::Settings{});
-  const DeepwakeGuardrails::Settings chosen{.batteryFloor = 0, .stopsInLowPowerMode = false, .stopsWhenLidOpens = true,
-                                            .onlyOnPowerAdapter = true};
+  const DeepwakeGuardrails::Settings chosen{
+      .batteryFloor = 0, .stopsInLowPowerMode = false, .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true};
   Store(defaults).setSettings(chosen);
   EXPECT_EQ(defaults.object(Store::batteryFloorKey), DefaultsValue(0));
   EXPECT_EQ(Store(defaults).settings(), chosen);

@@ -8,9 +8,9 @@ namespace wakeloft {
 namespace {
 
 using testing::CompletionLog;
+using ::testing::ElementsAre;
 using testing::failure;
 using testing::success;
-using ::testing::ElementsAre;
 
 const Date noon = Date::fromSecondsSince1970(1'700'000'000);
 

@@ -140,8 +140,8 @@ TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
 
 TEST_F(AwakeControllerTest, ALengthThatCannotBeADeadlineTurnsTheSessionOff) {
   auto awake = make();
-  for (const double length : {std::numeric_limits<double>::infinity(), std::nan(""),
-                              Date::distantFuture().secondsSince(now()) + 1}) {
+  for (const double length :
+       {std::numeric_limits<double>::infinity(), std::nan(""), Date::distantFuture().secondsSince(now()) + 1}) {
     awake->turnOn(std::nullopt);
     awake->turnOn(length);
     EXPECT_FALSE(awake->isRequested()) << length;
@@ -194,9 +194,9 @@ TEST_F(AwakeControllerTest, LaunchRestoresAFutureDeadlineWithItsTimer) {
 }
 
 TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableSessionWithoutEngaging) {
-  for (const auto stored : {StoredAwakeIntent::intent(AwakeIntent::until(now())),  // due now counts as lapsed
-                            StoredAwakeIntent::unreadableDeadline(),
-                            StoredAwakeIntent::intent(AwakeIntent::until(Date{INFINITY}))}) {
+  for (const auto stored :
+       {StoredAwakeIntent::intent(AwakeIntent::until(now())),  // due now counts as lapsed
+        StoredAwakeIntent::unreadableDeadline(), StoredAwakeIntent::intent(AwakeIntent::until(Date{INFINITY}))}) {
     store->stored = stored;
     EXPECT_FALSE(make()->isRequested());
     EXPECT_EQ(saved(), AwakeIntent::off());
@@ -216,11 +216,7 @@ using AwakeControllerDeathTest = AwakeControllerTest;
 
 TEST_F(AwakeControllerDeathTest, ContinuousDeadlineOffTheMainThreadStopsTheProgram) {
   auto awake = make();
-  EXPECT_DEATH(
-      {
-        std::thread([&] { awake->turnOn(60.0); }).join();
-      },
-      "must run on the main thread");
+  EXPECT_DEATH({ std::thread([&] { awake->turnOn(60.0); }).join(); }, "must run on the main thread");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 namespace wakeloft {
 namespace {
 
-constexpr std::int32_t ioReturnError = -536870212;  // kIOReturnError
+constexpr std::int32_t ioReturnError = -536870212;     // kIOReturnError
 constexpr std::int32_t ioReturnNotFound = -536870160;  // kIOReturnNotFound
 
 using testing::RecordingPowerAssertions;

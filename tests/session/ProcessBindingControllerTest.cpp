@@ -36,11 +36,10 @@ class ProcessBindingControllerTest : public ::testing::Test {
     awake = std::make_shared<AwakeController>(std::make_shared<InMemorySleepBlocker>(), intents, clocks.dates,
                                               clocks.continuous, timer,
                                               std::make_shared<testing::ManualRecheckNotifier>(), true);
-    binding = std::make_unique<ProcessBindingController>(awake, store, processes, watcher, clocks.dates, holdTimer,
-                                                         true);
-    binding->observeReleases([this](const RunningProcess& process, Release why) {
-      released.emplace_back(process.name, why);
-    });
+    binding =
+        std::make_unique<ProcessBindingController>(awake, store, processes, watcher, clocks.dates, holdTimer, true);
+    binding->observeReleases(
+        [this](const RunningProcess& process, Release why) { released.emplace_back(process.name, why); });
   }
   std::vector<std::string> held() const {
     std::vector<std::string> names;
@@ -152,7 +151,7 @@ TEST_F(ProcessBindingControllerTest, TheUsersStopEndsEveryHold) {
   ASSERT_EQ(binding->hold(5000, 600), std::nullopt);
   awake->turnOff();
   EXPECT_EQ(released, (std::vector<std::pair<std::string, Release>>{{"make", Release::sessionTurnedOff},
-                                                                     {"render", Release::sessionTurnedOff}}));
+                                                                    {"render", Release::sessionTurnedOff}}));
   expectUnbound();
 }
 
@@ -166,7 +165,10 @@ TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunn
            {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::indefinite(), {"make", "render"}, true},
            {StoredProcessBinding::bound(both), 4242, AwakeIntent::indefinite(), {"render"}, true},
            {StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}), 4242, until, {}, false},
-           {StoredProcessBinding::bound({UserClaim{}, {{make, std::nullopt}}}), 4242, AwakeIntent::indefinite(), {},
+           {StoredProcessBinding::bound({UserClaim{}, {{make, std::nullopt}}}),
+            4242,
+            AwakeIntent::indefinite(),
+            {},
             true},
            {StoredProcessBinding::unreadable(), std::nullopt, AwakeIntent::indefinite(), {}, false},
            {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::off(), {}, false},  // its session over

@@ -29,7 +29,8 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, EachIntentIsWrittenUnderBothKeysAsItIsR
   store.save(AwakeIntent::until(Date{1'700'000'000.25}));
   EXPECT_EQ(defaults.object(until), DefaultsValue(1'700'000'000.25));
   EXPECT_EQ(defaults.object(requested), DefaultsValue(true));
-  for (const auto& intent : {AwakeIntent::until(Date{1'700'000'000.25}), AwakeIntent::indefinite(), AwakeIntent::off()}) {
+  for (const auto& intent :
+       {AwakeIntent::until(Date{1'700'000'000.25}), AwakeIntent::indefinite(), AwakeIntent::off()}) {
     store.save(intent);
     EXPECT_EQ(store.load(), StoredAwakeIntent::intent(intent));
   }

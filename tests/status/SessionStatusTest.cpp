@@ -10,11 +10,7 @@ namespace {
 const std::optional<Date> deadline = Date::fromSecondsSince1970(1'700'000'000);
 
 TEST(AwakeExplanationTest, TheExplanationTellsLidAndDeadlineApartAndOnlyARunningTimerCanBeCancelled) {
-  for (const auto& until : {std::optional<Date>(), deadline}) {
-    for (const bool lid : {false, true}) {
-      EXPECT_EQ(AwakeExplanation::describing(false, until, lid), AwakeExplanation::sleepsNormally);
-    }
-  }
+  EXPECT_EQ(AwakeExplanation::describing(false, deadline, true), AwakeExplanation::sleepsNormally);
 
   EXPECT_EQ(AwakeExplanation::describing(true, std::nullopt, false), AwakeExplanation::awakeIndefinitely);
   EXPECT_EQ(AwakeExplanation::describing(true, deadline, false), AwakeExplanation::awakeUntilSessionEnds);
@@ -24,7 +20,6 @@ TEST(AwakeExplanationTest, TheExplanationTellsLidAndDeadlineApartAndOnlyARunning
   EXPECT_EQ(AwakeSessionControls::shown(true, deadline), AwakeSessionControls::cancelTimer);
   EXPECT_EQ(AwakeSessionControls::shown(true, std::nullopt), AwakeSessionControls::presets);
   EXPECT_EQ(AwakeSessionControls::shown(false, deadline), AwakeSessionControls::presets);
-  EXPECT_EQ(AwakeSessionControls::shown(false, std::nullopt), AwakeSessionControls::presets);
 }
 
 }  // namespace
