@@ -68,12 +68,12 @@ class ScriptedTransport final : public LidLeaseTransport {
 
 class LeaseClientLidSleepBlockerTest : public ::testing::Test {
  protected:
-  void SetUp() override { make(requirement, 10); }
+  void SetUp() override { make(requirement); }
 
-  void make(std::optional<std::string> helperRequirement, double replyTimeout) {
+  void make(std::optional<std::string> helperRequirement) {
     auto scripted = std::make_unique<ScriptedTransport>();
     transport = scripted.get();
-    blocker = std::make_unique<LeaseClientLidSleepBlocker>(registration, std::move(helperRequirement), replyTimeout,
+    blocker = std::make_unique<LeaseClientLidSleepBlocker>(registration, std::move(helperRequirement), 10,
                                                            std::move(scripted));
   }
 
@@ -118,29 +118,15 @@ const auto refusedElsewhere = failure(LidSleepBlockerError::helperRefused(elsewh
 
 // Renewal outcomes
 
-TEST_F(LeaseClientLidSleepBlockerTest, AGrantedRenewalEngagesAndAnswersOnlyAfterTheCall) {
+TEST_F(LeaseClientLidSleepBlockerTest, AGrantedRenewalToTheRequiredHelperEngagesAndAnswersOnlyAfterTheCall) {
   blocker->renew(noon.adding(30), log.record("renew"));
+  EXPECT_EQ(transport->requirements, std::vector<std::string>{requirement});
   ASSERT_EQ(transport->sent.size(), 1u);
   EXPECT_EQ(transport->sent[0].request, LidLeaseRequest::renew(noon.adding(30).secondsSince1970));
   EXPECT_TRUE(log.entries.empty());
   answer(Outcome::replied(std::nullopt));
   EXPECT_EQ(log.last(), success());
   EXPECT_TRUE(blocker->isEngaged());
-}
-
-TEST_F(LeaseClientLidSleepBlockerTest, AnAnsweringConnectionMadeWithTheRequirementIsKept) {
-  engage();
-  renewAndAnswer(Outcome::replied(elsewhere));
-  renewAndAnswer(Outcome::replied(std::nullopt));
-  EXPECT_EQ(transport->requirements, std::vector<std::string>{requirement});
-}
-
-TEST_F(LeaseClientLidSleepBlockerTest, ARefusedRenewalDisengagesWithItsReasonAndNoDoubt) {
-  engage();
-  renewAndAnswer(Outcome::replied(elsewhere));
-  EXPECT_EQ(log.last(), refusedElsewhere);
-  EXPECT_FALSE(blocker->isEngaged());
-  EXPECT_FALSE(blocker->isResetUnconfirmed());
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, AnUnansweredFirstRenewalDropsTheConnectionWithoutDoubt) {
@@ -281,7 +267,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, PrepareReportsApprovalBeforeTheRegistrati
 
 TEST_F(LeaseClientLidSleepBlockerTest, WithoutARequirementNothingIsRegisteredOrSent) {
   registration->current = LidHelperStatus::notRegistered;
-  make(std::nullopt, 10);
+  make(std::nullopt);
   EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperUnavailable);
   blocker->renew(noon, log.record("renew"));
   EXPECT_EQ(log.last(), unavailable);

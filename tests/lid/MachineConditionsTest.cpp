@@ -34,13 +34,9 @@ TEST(BatteryChargeTest, APercentOfTheMaximumRoundedAndCappedAndNoneFromUnusableF
   EXPECT_EQ(BatteryCharge::percent(2000, 4000), 50);
   EXPECT_EQ(BatteryCharge::percent(1, 200), 1);  // 0.5 rounds up
   EXPECT_EQ(BatteryCharge::percent(105, 100), 100);
-  for (const auto& [current, maximum] :
-       {std::pair<std::optional<long long>, std::optional<long long>>{std::nullopt, 100},
-        {50, std::nullopt},
-        {50, 0},
-        {-1, 100}}) {
-    EXPECT_EQ(BatteryCharge::percent(current, maximum), std::nullopt);
-  }
+  const std::pair<std::optional<long long>, std::optional<long long>> unusable[] = {
+      {std::nullopt, 100}, {50, std::nullopt}, {50, 0}, {-1, 100}};
+  for (const auto& [current, maximum] : unusable) EXPECT_EQ(BatteryCharge::percent(current, maximum), std::nullopt);
 }
 
 using Stop = DeepwakeGuardrails::Stop;

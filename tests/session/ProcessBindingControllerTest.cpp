@@ -145,16 +145,6 @@ TEST_F(ProcessBindingControllerTest, TheUsersStartReplacesOnlyTheUsersClaim) {
   EXPECT_EQ(awake->activeUntil(), clocks.now().adding(600));
 }
 
-TEST_F(ProcessBindingControllerTest, TheUsersStopEndsEveryHold) {
-  start();
-  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
-  ASSERT_EQ(binding->hold(5000, 600), std::nullopt);
-  awake->turnOff();
-  EXPECT_EQ(released, (std::vector<std::pair<std::string, Release>>{{"make", Release::sessionTurnedOff},
-                                                                    {"render", Release::sessionTurnedOff}}));
-  expectUnbound();
-}
-
 TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunning) {
   const auto until = AwakeIntent::until(clocks.now().adding(60));
   const SessionClaims both{std::nullopt, {{make, std::nullopt}, {render, std::nullopt}}};
@@ -205,12 +195,9 @@ TEST(SessionClaimsTest, EndingLastNamesTheProcessesTheSessionMayWaitForLongest) 
 TEST(UserDefaultsProcessBindingStoreTest, ReadsOnlyWhatItWritesAndNamesItCanShow) {
   InMemoryDefaultsDomain defaults;
   UserDefaultsProcessBindingStore store(defaults);
-  EXPECT_EQ(store.load(), StoredProcessBinding::none());
-  for (const auto& claims : {SessionClaims{std::nullopt, {{make, std::nullopt}}},
-                             SessionClaims{UserClaim{Date{2e9}}, {{make, Date{1e9}}, {render, std::nullopt}}}}) {
-    store.save(claims);
-    EXPECT_EQ(store.load(), StoredProcessBinding::bound(claims));
-  }
+  const SessionClaims claims{UserClaim{Date{2e9}}, {{make, Date{1e9}}, {render, std::nullopt}}};
+  store.save(claims);
+  EXPECT_EQ(store.load(), StoredProcessBinding::bound(claims));
 
   using Dictionary = DefaultsValue::Dictionary;
   const auto hold = [](std::int64_t pid, DefaultsValue start, DefaultsValue name) {
