@@ -61,8 +61,6 @@ TEST(UserDefaultsDeepwakeGuardrailStoreTest, AProfilesValueIsReadButNeverRemoved
   store.setSettings({.batteryFloor = 10, .stopsWhenLidOpens = false, .onlyOnPowerAdapter = true});
   EXPECT_FALSE(defaults.values().contains(Store::batteryFloorKey));
   EXPECT_FALSE(defaults.values().contains(Store::stopsWhenLidOpensKey));
-  EXPECT_TRUE(defaults.values().contains(Store::onlyOnPowerAdapterKey));
-  EXPECT_TRUE(defaults.isForced(Store::stopsWhenLidOpensKey));
 }
 
 TEST(UserDefaultsDeepwakeGuardrailStoreTest, OnlyAProfileCanForbidDeepwakeAndOneThatSaysNothingClearDoes) {

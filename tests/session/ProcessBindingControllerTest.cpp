@@ -148,6 +148,7 @@ TEST_F(ProcessBindingControllerTest, TheUsersStartReplacesOnlyTheUsersClaim) {
 TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunning) {
   const auto until = AwakeIntent::until(clocks.now().adding(60));
   const SessionClaims both{std::nullopt, {{make, std::nullopt}, {render, std::nullopt}}};
+  const SessionClaims withTheUsers{UserClaim{}, {{make, std::nullopt}}};
   // What was stored, whose pid now runs another process, the session asked
   // for; the processes taken up and whether the session stays on.
   using Case = std::tuple<StoredProcessBinding, std::optional<pid_t>, AwakeIntent, std::vector<std::string>, bool>;
@@ -155,11 +156,7 @@ TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunn
            {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::indefinite(), {"make", "render"}, true},
            {StoredProcessBinding::bound(both), 4242, AwakeIntent::indefinite(), {"render"}, true},
            {StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}), 4242, until, {}, false},
-           {StoredProcessBinding::bound({UserClaim{}, {{make, std::nullopt}}}),
-            4242,
-            AwakeIntent::indefinite(),
-            {},
-            true},
+           {StoredProcessBinding::bound(withTheUsers), 4242, AwakeIntent::indefinite(), {}, true},
            {StoredProcessBinding::unreadable(), std::nullopt, AwakeIntent::indefinite(), {}, false},
            {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::off(), {}, false},  // its session over
        }) {
