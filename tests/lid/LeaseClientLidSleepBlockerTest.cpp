@@ -116,8 +116,6 @@ class LeaseClientLidSleepBlockerTest : public ::testing::Test {
 const auto unavailable = failure(LidSleepBlockerError::helperUnavailable());
 const auto refusedElsewhere = failure(LidSleepBlockerError::helperRefused(elsewhere));
 
-// Renewal outcomes
-
 TEST_F(LeaseClientLidSleepBlockerTest, AGrantedRenewalToTheRequiredHelperEngagesAndAnswersOnlyAfterTheCall) {
   blocker->renew(noon.adding(30), log.record("renew"));
   EXPECT_EQ(transport->requirements, std::vector<std::string>{requirement});
@@ -154,8 +152,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, DoubtSurvivesRefusalsAndErrorsAndEndsWith
   renewAndAnswer(Outcome::replied(std::nullopt));
   EXPECT_FALSE(blocker->isResetUnconfirmed());
 }
-
-// Revoke outcomes
 
 TEST_F(LeaseClientLidSleepBlockerTest, ARevokeWithNothingEverHeldSucceedsAtOnceSendingNothing) {
   blocker->revoke(log.record("revoke"));
@@ -194,8 +190,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, WhileInDoubtARevokeIsSentOnANewConnection
   EXPECT_EQ(transport->sent.back().connection, 2);
 }
 
-// Serial asking
-
 TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAsked) {
   blocker->renew(noon.adding(10), log.record("first"));
   blocker->renew(noon.adding(20), log.record("second"));
@@ -228,8 +222,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, AnAnswerAfterTheBlockerIsGoneIsIgnored) {
   testing::pumpMainLoopFor(0.1);
   EXPECT_TRUE(log.entries.empty());
 }
-
-// prepare()
 
 LidSleepBlockerError::Kind thrownKind(LeaseClientLidSleepBlocker& blocker) {
   try {

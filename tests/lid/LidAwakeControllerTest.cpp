@@ -71,8 +71,6 @@ class LidAwakeControllerTest : public ::testing::Test {
   std::shared_ptr<InMemoryDeepwakeGuardrailStore> guardrails = std::make_shared<InMemoryDeepwakeGuardrailStore>();
 };
 
-// --- Starting ---
-
 TEST_F(LidAwakeControllerTest, AnUnusableLengthIsRefusedBeforeTheHelperIsPrepared) {
   auto controller = make();
   EXPECT_FALSE(controller->turnOn(std::numeric_limits<double>::infinity()));
@@ -122,8 +120,6 @@ TEST_F(LidAwakeControllerTest, JoiningKeepsTheRunningSessionUnlessItLapsedWhileT
   EXPECT_EQ(awake->activeUntil(), now().adding(7200));
 }
 
-// --- Switching off ---
-
 TEST_F(LidAwakeControllerTest, TurnOffGivesBackOnlyALeaseItHoldsOnceAndStopsRenewing) {
   make()->turnOff();
   EXPECT_EQ(lid->revokeCount, 0);
@@ -146,8 +142,6 @@ TEST_F(LidAwakeControllerTest, ARenewalAnsweredAfterTurnOffChangesNothing) {
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_EQ(lid->revokeCount, 1);  // no second give-back for the stale failure
 }
-
-// --- A failed renewal ---
 
 TEST_F(LidAwakeControllerTest, AFailedFirstRenewalGivesBackAtOnceAndSwitchingOffDismissesIt) {
   lid->nextRenewalError = unavailable();
@@ -174,8 +168,6 @@ TEST_F(LidAwakeControllerTest, AFailedLaterRenewalTurnsDeepwakeOffGivesBackAndIs
   controller->checkLease();
   EXPECT_EQ(lid->renewCount, 1);
 }
-
-// --- Deepwake follows the awake session ---
 
 TEST_F(LidAwakeControllerTest, TheSessionsEndEndsDeepwakeWhicheverTimerSeesItFirst) {
   const std::vector<std::pair<const char*, std::function<void()>>> ends = {
@@ -214,8 +206,6 @@ TEST_F(LidAwakeControllerTest, LengtheningOrShorteningTheSessionMovesDeepwakesEn
   awake->turnOn(600.0);
   EXPECT_EQ(sessionEnd->pending, start.adding(600));
 }
-
-// --- Give-backs that are not confirmed ---
 
 TEST_F(LidAwakeControllerTest, AnUnconfirmedResetLastsUntilARetriedGiveBackOrARenewalIsConfirmed) {
   for (const bool renewing : {false, true}) {
@@ -273,8 +263,6 @@ TEST_F(LidAwakeControllerTest, RepliesAndTimersAfterTheControllerIsGoneDoNothing
   EXPECT_EQ(lid->renewCount, 1);
   EXPECT_EQ(lid->revokeCount, 0);
 }
-
-// --- Guardrails ---
 
 using Stop = DeepwakeGuardrails::Stop;
 using Rule = Stop::Rule;

@@ -65,10 +65,9 @@ class ProcessBindingControllerTest : public ::testing::Test {
   std::vector<std::pair<std::string, Release>> released;
 };
 
-TEST_F(ProcessBindingControllerTest, AHeldSessionEndsWhenItsProcessEnds) {
+TEST_F(ProcessBindingControllerTest, AHeldSessionIsRememberedAndEndsWithItsProcess) {
   start();
   EXPECT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
-  EXPECT_TRUE(awake->isOn());
   EXPECT_EQ(store->stored, StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}));
   watcher->end(4242);
   EXPECT_FALSE(awake->isRequested());

@@ -34,7 +34,6 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, EachIntentIsWrittenUnderBothKeysAsItIsR
     store.save(intent);
     EXPECT_EQ(store.load(), StoredAwakeIntent::intent(intent));
   }
-  // Off leaves the old deadline behind, unread.
   EXPECT_FALSE(defaults.object(requested).has_value());
 }
 
