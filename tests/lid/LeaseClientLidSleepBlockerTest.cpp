@@ -127,6 +127,12 @@ TEST_F(LeaseClientLidSleepBlockerTest, AGrantedRenewalToTheRequiredHelperEngages
   EXPECT_TRUE(blocker->isEngaged());
 }
 
+TEST_F(LeaseClientLidSleepBlockerTest, ARefusedRenewalDisengages) {
+  engage();
+  renewAndAnswer(Outcome::replied(elsewhere));
+  EXPECT_FALSE(blocker->isEngaged());
+}
+
 TEST_F(LeaseClientLidSleepBlockerTest, AnUnansweredFirstRenewalDropsTheConnectionWithoutDoubt) {
   renewAndAnswer(Outcome::unanswered());
   EXPECT_EQ(log.last(), unavailable);
@@ -157,6 +163,12 @@ TEST_F(LeaseClientLidSleepBlockerTest, ARevokeWithNothingEverHeldSucceedsAtOnceS
   blocker->revoke(log.record("revoke"));
   EXPECT_EQ(log.last(), success());
   EXPECT_EQ(transport->connectionsMade, 0);
+}
+
+TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesBeforeItIsAnswered) {
+  engage();
+  blocker->revoke(log.record("revoke"));
+  EXPECT_FALSE(blocker->isEngaged());
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, AFailedRevokeIsSuccessUnlessALeaseMayBeHeldUnseen) {

@@ -62,6 +62,13 @@ TEST_F(AwakeControllerTest, ATimerFiringEarlyOnlyReArmsAtTheEnd) {
   EXPECT_EQ(scheduler->pending, end);
 }
 
+TEST_F(AwakeControllerTest, PastTheEndTheTimeLeftIsNoneNeverLess) {
+  auto awake = make();
+  awake->turnOn(60.0);
+  clocks.pass(90);
+  EXPECT_EQ(awake->remaining(), 0);
+}
+
 TEST_F(AwakeControllerTest, ATimerOutlivingItsControllerNeitherReleasesNorForgetsTheSession) {
   auto awake = make();
   awake->turnOn(60.0);
@@ -157,6 +164,15 @@ TEST_F(AwakeControllerTest, SessionObserversAreToldOfEveryStopAndStartInTheOrder
   awake->turnOff();
   awake->toggle();
   EXPECT_EQ(seen, (std::vector<std::string>{"first off", "second off", "first on", "second on"}));
+}
+
+// That an automatic start is never stored is the automatic session's test.
+TEST_F(AwakeControllerTest, AnAutomaticStartNeverTakesOverTheUsersSession) {
+  auto awake = make();
+  awake->turnOn(600.0);
+  awake->turnOnAutomatically();
+  EXPECT_FALSE(awake->isAutomatic());
+  EXPECT_EQ(awake->activeUntil(), now().adding(600));
 }
 
 TEST_F(AwakeControllerTest, LaunchRestoresAFutureDeadlineWithItsTimer) {
