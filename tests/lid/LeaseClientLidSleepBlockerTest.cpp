@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
-#include "support/CompletionLog.h"
 #include "lid/LidSleepBlockerError.h"
+#include "support/CompletionLog.h"
 #include "support/MainLoopPump.h"
 
 namespace wakeloft {
@@ -57,15 +57,11 @@ class ScriptedTransport final : public LidLeaseTransport {
     EXPECT_TRUE(open_) << "sent without a connection";
     sent.push_back({request, reply, connectionsMade});
   }
-  void drop() override {
-    if (open_) ++drops;
-    open_ = false;
-  }
+  void drop() override { open_ = false; }
 
   std::vector<Sent> sent;
   std::vector<std::string> requirements;
   int connectionsMade = 0;
-  int drops = 0;
 
  private:
   bool open_ = false;
@@ -73,12 +69,12 @@ class ScriptedTransport final : public LidLeaseTransport {
 
 class LeaseClientLidSleepBlockerTest : public ::testing::Test {
  protected:
-  void SetUp() override { make(requirement, 10); }
+  void SetUp() override { make(requirement); }
 
-  void make(std::optional<std::string> helperRequirement, double replyTimeout) {
+  void make(std::optional<std::string> helperRequirement) {
     auto scripted = std::make_unique<ScriptedTransport>();
     transport = scripted.get();
-    blocker = std::make_unique<LeaseClientLidSleepBlocker>(registration, std::move(helperRequirement), replyTimeout,
+    blocker = std::make_unique<LeaseClientLidSleepBlocker>(registration, std::move(helperRequirement), 10,
                                                            std::move(scripted));
   }
 
@@ -118,172 +114,127 @@ class LeaseClientLidSleepBlockerTest : public ::testing::Test {
   CompletionLog log;
 };
 
-// Renewal outcomes
+const auto unavailable = failure(LidSleepBlockerError::helperUnavailable());
+const auto refusedElsewhere = failure(LidSleepBlockerError::helperRefused(elsewhere));
 
-TEST_F(LeaseClientLidSleepBlockerTest, GrantedRenewalEngagesOnOneConnectionMadeWithTheRequirement) {
+TEST_F(LeaseClientLidSleepBlockerTest, AGrantedRenewalToTheRequiredHelperEngagesAndAnswersOnlyAfterTheCall) {
   blocker->renew(noon.adding(30), log.record("renew"));
+  EXPECT_EQ(transport->requirements, std::vector<std::string>{requirement});
   ASSERT_EQ(transport->sent.size(), 1u);
   EXPECT_EQ(transport->sent[0].request, LidLeaseRequest::renew(noon.adding(30).secondsSince1970));
-  EXPECT_TRUE(log.entries.empty());  // never inside the call
+  EXPECT_TRUE(log.entries.empty());
   answer(Outcome::replied(std::nullopt));
   EXPECT_EQ(log.last(), success());
   EXPECT_TRUE(blocker->isEngaged());
-
-  renewAndAnswer(Outcome::replied(std::nullopt));
-  EXPECT_EQ(transport->connectionsMade, 1);
-  EXPECT_EQ(transport->requirements, std::vector<std::string>{requirement});
-  EXPECT_EQ(transport->drops, 0);
 }
 
-// A refusal passes the reason through and keeps the connection; an error
-// drops even an answering one.
-TEST_F(LeaseClientLidSleepBlockerTest, RefusedOrFailedRenewalsDisengageWithoutDoubt) {
-  for (const bool refused : {true, false}) {
-    engage();
-    renewAndAnswer(refused ? Outcome::replied(elsewhere) : Outcome::failed());
-    EXPECT_EQ(log.last(), failure(refused ? LidSleepBlockerError::helperRefused(elsewhere)
-                                          : LidSleepBlockerError::helperUnavailable()));
-    EXPECT_FALSE(blocker->isEngaged());
-    EXPECT_FALSE(blocker->isResetUnconfirmed());
-    EXPECT_EQ(transport->isOpen(), refused);
-  }
-  EXPECT_EQ(transport->drops, 1);
+TEST_F(LeaseClientLidSleepBlockerTest, ARefusedRenewalDisengages) {
+  engage();
+  renewAndAnswer(Outcome::replied(elsewhere));
+  EXPECT_FALSE(blocker->isEngaged());
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, AnUnansweredFirstRenewalDropsTheConnectionWithoutDoubtAndAHelperAwaitingApprovalSaysSo) {
+TEST_F(LeaseClientLidSleepBlockerTest, AnUnansweredFirstRenewalDropsTheConnectionWithoutDoubt) {
   renewAndAnswer(Outcome::unanswered());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
+  EXPECT_EQ(log.last(), unavailable);
   EXPECT_FALSE(blocker->isResetUnconfirmed());
   EXPECT_FALSE(transport->isOpen());
-
-  registration->current = LidHelperStatus::requiresApproval;
-  renewAndAnswer(Outcome::unanswered());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRequiresApproval()));
-  renewAndAnswer(Outcome::failed());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRequiresApproval()));
-  // A helper that answers is heard, whatever the registration says.
-  renewAndAnswer(Outcome::replied(elsewhere));
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRefused(elsewhere)));
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, UnansweredRenewalOnAnAnsweringConnectionKeepsItAndLeavesDoubt) {
-  loseTrack();
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
-  EXPECT_FALSE(blocker->isEngaged());
-  EXPECT_TRUE(transport->isOpen());
-
-  // Doubt survives refusals and errors, and ends with a confirmed renewal.
+TEST_F(LeaseClientLidSleepBlockerTest, AnUnreachableHelperAwaitingApprovalSaysSoButOneThatAnswersIsHeard) {
+  registration->current = LidHelperStatus::requiresApproval;
+  for (const auto& outcome : {Outcome::unanswered(), Outcome::failed()}) {
+    renewAndAnswer(outcome);
+    EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRequiresApproval()));
+  }
   renewAndAnswer(Outcome::replied(elsewhere));
-  EXPECT_TRUE(blocker->isResetUnconfirmed());
+  EXPECT_EQ(log.last(), refusedElsewhere);
+}
+
+TEST_F(LeaseClientLidSleepBlockerTest, DoubtSurvivesRefusalsAndErrorsAndEndsWithAConfirmedRenewal) {
+  loseTrack();
+  renewAndAnswer(Outcome::replied(elsewhere));
   renewAndAnswer(Outcome::failed());
   EXPECT_TRUE(blocker->isResetUnconfirmed());
   renewAndAnswer(Outcome::replied(std::nullopt));
   EXPECT_FALSE(blocker->isResetUnconfirmed());
 }
 
-// Revoke outcomes
-
-TEST_F(LeaseClientLidSleepBlockerTest, RevokeWithNothingToGiveBackSendsNothingAndAFailedOneIsSuccessUnlessALeaseMayBeHeld) {
+TEST_F(LeaseClientLidSleepBlockerTest, ARevokeWithNothingEverHeldSucceedsAtOnceSendingNothing) {
   blocker->revoke(log.record("revoke"));
-  EXPECT_EQ(log.last(), success());  // at once
-  EXPECT_TRUE(transport->sent.empty());
+  EXPECT_EQ(log.last(), success());
   EXPECT_EQ(transport->connectionsMade, 0);
+}
 
+TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesBeforeItIsAnswered) {
+  engage();
+  blocker->revoke(log.record("revoke"));
+  EXPECT_FALSE(blocker->isEngaged());
+}
+
+TEST_F(LeaseClientLidSleepBlockerTest, AFailedRevokeIsSuccessUnlessALeaseMayBeHeldUnseen) {
   engage();
   revokeAndAnswer(Outcome::failed());
   EXPECT_EQ(log.last(), success());
-  EXPECT_FALSE(transport->isOpen());
 
   loseTrack();
   revokeAndAnswer(Outcome::failed());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
+  EXPECT_EQ(log.last(), unavailable);
   EXPECT_TRUE(blocker->isResetUnconfirmed());
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesAtOnceEndsDoubtWhenConfirmedButLeavesItWhenRefusedOrUnansweredUntilOneIsConfirmed) {
+TEST_F(LeaseClientLidSleepBlockerTest, ARefusedOrUnansweredRevokeLeavesDoubt) {
+  const std::pair<Outcome, testing::Received> cases[] = {{Outcome::replied(elsewhere), refusedElsewhere},
+                                                         {Outcome::unanswered(), unavailable}};
+  for (const auto& [outcome, received] : cases) {
+    engage();
+    revokeAndAnswer(outcome);
+    EXPECT_EQ(log.last(), received);
+    EXPECT_TRUE(blocker->isResetUnconfirmed());
+  }
+}
+
+TEST_F(LeaseClientLidSleepBlockerTest, WhileInDoubtARevokeIsSentOnANewConnection) {
   loseTrack();
+  renewAndAnswer(Outcome::failed());  // drops the connection
   blocker->revoke(log.record("revoke"));
-  EXPECT_FALSE(blocker->isEngaged());
   ASSERT_FALSE(transport->sent.empty());
   EXPECT_EQ(transport->sent.back().request, LidLeaseRequest::revoke());
-  answer(Outcome::replied(std::nullopt));
-  EXPECT_EQ(log.last(), success());
-  EXPECT_FALSE(blocker->isResetUnconfirmed());
-
-  engage();
-  revokeAndAnswer(Outcome::replied(elsewhere));
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperRefused(elsewhere)));
-  EXPECT_TRUE(blocker->isResetUnconfirmed());
-
-  engage();
-  revokeAndAnswer(Outcome::unanswered());
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
-  EXPECT_TRUE(transport->isOpen());  // it had been answering
-
-  renewAndAnswer(Outcome::failed());  // drops the connection
-  ASSERT_FALSE(transport->isOpen());
-  blocker->revoke(log.record("revoke"));
-  ASSERT_FALSE(transport->sent.empty());
-  ASSERT_EQ(transport->sent.back().request, LidLeaseRequest::revoke());
   EXPECT_EQ(transport->sent.back().connection, 2);
-  answer(Outcome::replied(std::nullopt));
-  EXPECT_FALSE(blocker->isResetUnconfirmed());
 }
 
-// Serial asking and the time limit
-
-TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAskedOneFromACompletionOnTheNextTurn) {
+TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAsked) {
   blocker->renew(noon.adding(10), log.record("first"));
   blocker->renew(noon.adding(20), log.record("second"));
   blocker->revoke(log.record("revoke"));
-  ASSERT_EQ(transport->sent.size(), 1u);
-
-  answer(Outcome::replied(std::nullopt));
-  ASSERT_EQ(transport->sent.size(), 2u);
+  for (std::size_t sent = 1; sent <= 3; ++sent) {
+    ASSERT_EQ(transport->sent.size(), sent);
+    answer(Outcome::replied(std::nullopt));
+  }
   EXPECT_EQ(transport->sent[1].request, LidLeaseRequest::renew(noon.adding(20).secondsSince1970));
-  // Still engaged: the revoke waits behind the second renewal.
-  EXPECT_TRUE(blocker->isEngaged());
-
-  answer(Outcome::replied(std::nullopt));
-  ASSERT_EQ(transport->sent.size(), 3u);
-  EXPECT_EQ(transport->sent[2].request, LidLeaseRequest::revoke());
-  answer(Outcome::replied(std::nullopt));
   EXPECT_EQ(log.tags(), (std::vector<std::string>{"first", "second", "revoke"}));
+}
 
+TEST_F(LeaseClientLidSleepBlockerTest, ARequestMadeInACompletionGoesOutAfterItReturns) {
   auto renewed = log.record("renew");
   blocker->renew(noon, [&](std::exception_ptr error) {
     blocker->revoke(log.record("revoke"));
-    EXPECT_EQ(transport->sent.size(), 4u);  // the renewal is not done until its completion returns
+    EXPECT_EQ(transport->sent.size(), 1u);
     renewed(error);
   });
   answer(Outcome::replied(std::nullopt));
-  ASSERT_EQ(transport->sent.size(), 5u);
-  EXPECT_EQ(transport->sent[4].request, LidLeaseRequest::revoke());
+  EXPECT_EQ(transport->sent.size(), 2u);
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, ALateAnswerIsIgnoredAfterTheTimeLimitOrWithTheBlockerGone) {
-  make(requirement, 0.05);
-  engage();
-  blocker->renew(noon.adding(30), log.record("late"));
-  ASSERT_TRUE(testing::pumpMainLoopUntil([&] { return log.entries.size() == 2; }, 5));
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));
-
-  ASSERT_FALSE(transport->sent.empty());
-  transport->sent.back().reply->finish(Outcome::replied(std::nullopt));
-  testing::pumpMainLoopFor(0.1);
-  EXPECT_EQ(log.entries.size(), 2u);
-  EXPECT_FALSE(blocker->isEngaged());
-
+TEST_F(LeaseClientLidSleepBlockerTest, AnAnswerAfterTheBlockerIsGoneIsIgnored) {
   blocker->renew(noon, log.record("renew"));
   ASSERT_FALSE(transport->sent.empty());
   auto reply = transport->sent.back().reply;
   blocker.reset();
   reply->finish(Outcome::replied(std::nullopt));
   testing::pumpMainLoopFor(0.1);
-  EXPECT_EQ(log.entries.size(), 2u);
+  EXPECT_TRUE(log.entries.empty());
 }
-
-// Without a requirement, and prepare()
 
 LidSleepBlockerError::Kind thrownKind(LeaseClientLidSleepBlocker& blocker) {
   try {
@@ -295,45 +246,38 @@ LidSleepBlockerError::Kind thrownKind(LeaseClientLidSleepBlocker& blocker) {
   return LidSleepBlockerError::Kind::helperUnavailable;
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, PrepareLeavesAKnownHelperAloneRegistersAMissingOneAndWithoutARequirementNothingIsEverSent) {
+TEST_F(LeaseClientLidSleepBlockerTest, PrepareRegistersOnlyAMissingHelper) {
   EXPECT_NO_THROW(blocker->prepare());
-  registration->current = LidHelperStatus::requiresApproval;
-  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperRequiresApproval);
-  EXPECT_EQ(registration->registrations, 0);
-
   for (const auto missing : {LidHelperStatus::notRegistered, LidHelperStatus::notFound}) {
     registration->current = missing;
     registration->afterRegistering = LidHelperStatus::enabled;
     EXPECT_NO_THROW(blocker->prepare());
   }
   EXPECT_EQ(registration->registrations, 2);
-
-  const int registrations = registration->registrations;
-  make(std::nullopt, 10);
-  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperUnavailable);
-  EXPECT_EQ(registration->registrations, registrations);
-
-  blocker->renew(noon, log.record("renew"));
-  EXPECT_EQ(log.last(), failure(LidSleepBlockerError::helperUnavailable()));  // at once
-  blocker->revoke(log.record("revoke"));
-  EXPECT_EQ(log.last(), success());
-  EXPECT_EQ(transport->connectionsMade, 0);
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, PrepareReportsApprovalBeforeTheRegistrationError) {
+TEST_F(LeaseClientLidSleepBlockerTest, PrepareReportsApprovalBeforeTheRegistrationsOwnError) {
+  registration->current = LidHelperStatus::requiresApproval;
+  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperRequiresApproval);
+
   registration->current = LidHelperStatus::notRegistered;
-  registration->afterRegistering = LidHelperStatus::requiresApproval;
   registration->registrationError = std::make_exception_ptr(std::runtime_error("Operation not permitted"));
+  registration->afterRegistering = LidHelperStatus::requiresApproval;
   EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperRequiresApproval);
 
   registration->current = LidHelperStatus::notRegistered;
   registration->afterRegistering = std::nullopt;
-  try {
-    blocker->prepare();
-    ADD_FAILURE() << "the registration error was swallowed";
-  } catch (const std::runtime_error& error) {
-    EXPECT_STREQ(error.what(), "Operation not permitted");
-  }
+  EXPECT_THROW(blocker->prepare(), std::runtime_error);
+}
+
+TEST_F(LeaseClientLidSleepBlockerTest, WithoutARequirementNothingIsRegisteredOrSent) {
+  registration->current = LidHelperStatus::notRegistered;
+  make(std::nullopt);
+  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperUnavailable);
+  blocker->renew(noon, log.record("renew"));
+  EXPECT_EQ(log.last(), unavailable);
+  EXPECT_EQ(registration->registrations, 0);
+  EXPECT_EQ(transport->connectionsMade, 0);
 }
 
 }  // namespace
