@@ -128,7 +128,6 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
            {{"start"}, 0, "wakeloft://start", ""},
            {{"start", "5400"}, 0, "wakeloft://start?for=1h30m", ""},
            {{"stop"}, 0, "wakeloft://stop", ""},
-           {{"deepwake", "on"}, 0, "wakeloft://deepwake?on=1", ""},
            {{"deepwake", "off"}, 0, "wakeloft://deepwake?on=0", ""},
            {{"snooze"}, 64, "", "wakeloft: unknown command \"snooze\"\n" + usage},
            {{"wait", "1"}, 64, "", "wakeloft: pid 1 is the system's own, not a process to wait for\n" + usage},
@@ -238,7 +237,6 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
   // Running, the stored intent, the processes held, Deepwake published on; what is said.
   using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, bool, std::string>;
   const std::vector<Case> cases = {
-      {false, AwakeIntent::off(), {}, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
       // Nothing runs without the app, whatever was left behind; only what
       // the app takes up again comes back.
       {false, AwakeIntent::indefinite(), {live}, true,
