@@ -125,12 +125,10 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
   const std::string usage = CommandOptions::usage;
   app.whenOpened = [this] { answer(AutomationOutcome::Kind::accepted); };
   for (const auto& c : std::vector<Case>{
-           {{"start"}, 0, "wakeloft://start", ""},
            {{"start", "5400"}, 0, "wakeloft://start?for=1h30m", ""},
            {{"stop"}, 0, "wakeloft://stop", ""},
            {{"deepwake", "off"}, 0, "wakeloft://deepwake?on=0", ""},
            {{"snooze"}, 64, "", "wakeloft: unknown command \"snooze\"\n" + usage},
-           {{"wait", "1"}, 64, "", "wakeloft: pid 1 is the system's own, not a process to wait for\n" + usage},
        }) {
     app.opened.clear();
     EXPECT_EQ(run(c.arguments), c.status);
