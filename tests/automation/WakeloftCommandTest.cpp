@@ -233,7 +233,7 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
   const RunningProcess cc{{4243, 99}, "cc"};
   const std::string self = live.name + " (pid " + std::to_string(live.identity.pid) + ")";
   // Running, the stored intent, the processes held, Deepwake published on; what is said.
-  using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, bool, std::string>;
+  using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, DefaultsValue, std::string>;
   const std::vector<Case> cases = {
       // Nothing runs without the app, whatever was left behind; only what
       // the app takes up again comes back.
@@ -244,7 +244,8 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
        "Wakeloft: running\nAwake: on, 1:30:09 left, or until make (pid 4242) ends\nDeepwake: on\n"},
       {true, AwakeIntent::indefinite(), {gone, cc}, false,
        "Wakeloft: running\nAwake: on until 2 processes end: make (pid 4242), cc (pid 4243)\nDeepwake: off\n"},
-      {true, AwakeIntent::until(now.adding(-1)), {}, false, "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
+      // Only a boolean says Deepwake is on.
+      {true, AwakeIntent::until(now.adding(-1)), {}, "1", "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
   };
   for (const auto& [running, intent, held, deepwake, text] : cases) {
     app.running = running;
