@@ -70,7 +70,8 @@ TEST(ChildProcessTest, AHungChildIsKilledAndReapedAtTheDeadline) {
   for (const std::string closing : {"", "exec >&- 2>&-; "}) {
     SCOPED_TRACE(closing);
     const auto start = std::chrono::steady_clock::now();
-    const auto error = runFailing({"/bin/sh", "-c", "echo $$ > " + pidFile + "; " + closing + "exec /bin/sleep 5"}, 0.3);
+    const auto error =
+        runFailing({"/bin/sh", "-c", "echo $$ > " + pidFile + "; " + closing + "exec /bin/sleep 5"}, 0.3);
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(error.kind(), Kind::timedOut);
     EXPECT_STREQ(error.what(), "/bin/sh did not finish within 0.3 seconds and was stopped");

@@ -30,6 +30,12 @@ DoctorFacts healthy() {
   return facts;
 }
 
+// The setting read as 0 here and by the helper, which holds no lease.
+void settingOff(DoctorFacts& facts) {
+  facts.isSettingOn = false;
+  facts.helperAnswer = LidLeaseStatus{Setting::off, "", std::nullopt};
+}
+
 struct Case {
   const char* what;
   std::function<void(DoctorFacts&)> change;
@@ -65,12 +71,7 @@ TEST(DoctorReportTest, EachWrongFactIsMarkedAndEverythingElseIsInformation) {
          f.helperAnswer->leaseRemaining.reset();
        },
        "sleepSetting"},
-      {"setting 0, no lease",
-       [](DoctorFacts& f) {
-         f.isSettingOn = false;
-         f.helperAnswer = LidLeaseStatus{Setting::off, "", std::nullopt};
-       },
-       ""},
+      {"setting 0, no lease", settingOff, ""},
       {"helper of another version", [](DoctorFacts& f) { f.helperVersion = "1.3 (25)"; }, "helperVersion"},
       {"helper version unknown", [](DoctorFacts& f) { f.helperVersion.reset(); }, ""},
       {"approval needed after use", [](DoctorFacts& f) { f.helperRegistration = LidHelperStatus::requiresApproval; },
@@ -85,9 +86,6 @@ TEST(DoctorReportTest, EachWrongFactIsMarkedAndEverythingElseIsInformation) {
        ""},
       {"not registered after use", [](DoctorFacts& f) { f.helperRegistration = LidHelperStatus::notRegistered; }, ""},
       {"in Downloads", [](DoctorFacts& f) { f.appPath = "/Users/ana/Downloads/Wakeloft.app"; }, "location"},
-      {"translocated",
-       [](DoctorFacts& f) { f.appPath = "/private/var/folders/x/AppTranslocation/AB12/d/Wakeloft.app"; },
-       "location"},  // outside the folders as well: both lines say so
       {"unreadable value", [](DoctorFacts& f) { f.unreadableValues = {"com.wakeloft.awakeUntil"}; }, "storedValues"},
       {"other processes hold assertions",
        [](DoctorFacts& f) { f.assertionHolders->push_back({88, "caffeinate", "PreventUserIdleSystemSleep", "x"}); }, ""},
@@ -121,8 +119,7 @@ TEST(DoctorReportTest, ClosingTheLidSleepsTheMacOnlyWhileTheSettingIs0) {
   DoctorFacts facts = healthy();
   facts.closingLidSleeps = true;
   EXPECT_TRUE(lineOf(facts, "lid").fact.ends_with("does not sleep the Mac"));
-  facts.isSettingOn = false;
-  facts.helperAnswer = LidLeaseStatus{Setting::off, "", std::nullopt};
+  settingOff(facts);
   EXPECT_TRUE(lineOf(facts, "lid").fact.ends_with("closing it sleeps the Mac"));
 }
 

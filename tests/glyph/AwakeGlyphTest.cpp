@@ -23,7 +23,8 @@ TEST(AwakeGlyphTest, SingleVesselIsRoundedToWholePointsAtItsAspect) {
   EXPECT_EQ(image.size, (GlyphSize{22, 15}));
   EXPECT_TRUE(image.isTemplate);
   ASSERT_EQ(image.parts.size(), 1u);
-  EXPECT_EQ(image.parts[0].content, (std::variant<GlyphImage::VesselOnLaptop, SystemSymbol>(GlyphImage::VesselOnLaptop{false})));
+  EXPECT_EQ(image.parts[0].content,
+            (std::variant<GlyphImage::VesselOnLaptop, SystemSymbol>(GlyphImage::VesselOnLaptop{false})));
   EXPECT_EQ(image.parts[0].frame, (GlyphRect{0, 0, 22, 15}));
 }
 

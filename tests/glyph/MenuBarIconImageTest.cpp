@@ -18,21 +18,22 @@ FixedSymbolMetrics systemSymbols(double badgeWidth = 9) {
   return symbols;
 }
 
-// The badge is the last part, after a clear ring a point wide around it.
-const GlyphImage::Part& badgeOf(const GlyphImage& image) {
-  static const GlyphImage::Part none{GlyphImage::VesselOnLaptop{}, {}};
+// The badge, the last part; a failure, not a crash, when there is none.
+GlyphImage::Part badgeOf(const GlyphImage& image) {
   EXPECT_GE(image.parts.size(), 3u) << "no badge after the glyph";
-  if (image.parts.size() < 3) return none;
-  const auto& badge = image.parts.back();
+  return image.parts.size() < 3 ? GlyphImage::Part{GlyphImage::VesselOnLaptop{}, {}} : image.parts.back();
+}
+
+TEST(MenuBarIconImageTest, TheTimerBadgeIsAClockInAClearRingAPointWide) {
+  const auto image = MenuBarIcon{true, true, false}.image(LayoutDirection::leftToRight, systemSymbols());
+  ASSERT_EQ(image.parts.size(), 3u);
+  const auto& ring = image.parts[1];
+  const auto& badge = image.parts[2];
   EXPECT_EQ(std::get<SystemSymbol>(badge.content), SystemSymbol::clockFill(8));
-  EXPECT_EQ(badge.blend, Blend::draw);
-  const auto& ring = image.parts[image.parts.size() - 2];
   EXPECT_EQ(ring.content, badge.content);
   EXPECT_EQ(ring.blend, Blend::erase);
-  EXPECT_DOUBLE_EQ(ring.frame.height, badge.frame.height + 2);
-  EXPECT_DOUBLE_EQ(ring.frame.y, badge.frame.y - 1);
-  EXPECT_DOUBLE_EQ(ring.frame.x + ring.frame.width / 2, badge.frame.x + badge.frame.width / 2);
-  return badge;
+  EXPECT_EQ(ring.frame,
+            (GlyphRect{badge.frame.x - 1, badge.frame.y - 1, badge.frame.width + 2, badge.frame.height + 2}));
 }
 
 TEST(MenuBarIconImageTest, VesselWithoutTimerIs21By14FilledWhenOn) {

@@ -30,7 +30,8 @@ TEST(FeedbackLinkTest, GivenVersionsGoInTheQueryPercentEncoded) {
 }
 
 TEST(FeedbackLinkTest, OnlyAHostNameWithAnOptionalPortMakesAForm) {
-  EXPECT_EQ(FeedbackLink::formOn("feedback.example-site.co.uk:8443"), "https://feedback.example-site.co.uk:8443/feedback");
+  EXPECT_EQ(FeedbackLink::formOn("feedback.example-site.co.uk:8443"),
+            "https://feedback.example-site.co.uk:8443/feedback");
   EXPECT_EQ(FeedbackLink::formOn("localhost"), "https://localhost/feedback");
   for (const char* bad : {"", "https://example.com", "example.com/", "example..com", "-example.com", "exa mple.com",
                           "example.com:0", "example.com:65536", "user@example.com", "ex\xc3\xa4mple.com"}) {

@@ -83,8 +83,8 @@ TEST_F(LoginItemControllerTest, ARefreshClearsTheFailureOnlyWhenTheStateChanged)
 
 TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocation) {
   const std::tuple<LoginItemState, bool, bool, int> cases[] = {
-      {LoginItemState::enabled, true, true, 1},           {LoginItemState::enabled, false, true, 0},
-      {LoginItemState::disabled, true, true, 0},          {LoginItemState::requiresApproval, true, true, 0},
+      {LoginItemState::enabled, true, true, 1},  {LoginItemState::enabled, false, true, 0},
+      {LoginItemState::disabled, true, true, 0}, {LoginItemState::requiresApproval, true, true, 0},
       {LoginItemState::enabled, true, false, 0},
   };
   for (const auto& [state, repairing, stable, registered] : cases) {

@@ -13,7 +13,8 @@ const std::vector<AwakeDuration> defaultThree{halfHour, hour, twoHours};
 const double nan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(PresetDurationsTest, UpToThreeDistinctCandidatesAreAChoiceAndComeBackSorted) {
-  EXPECT_EQ(PresetDurations::validated(std::vector<double>{28800, 3600}), (std::vector<AwakeDuration>{hour, eightHours}));
+  EXPECT_EQ(PresetDurations::validated(std::vector<double>{28800, 3600}),
+            (std::vector<AwakeDuration>{hour, eightHours}));
   // No stars at all is a choice too: the panel then offers no presets.
   EXPECT_EQ(PresetDurations::validated(std::vector<double>{}), std::vector<AwakeDuration>{});
   // One bad value spoils the rest.
