@@ -42,6 +42,7 @@ TEST(AutomationAddressTest, RefusesWhatItCannotReadAndSaysWhy) {
       {"wakeloft://start#soon", "fragment"},
       {"wakeloft://start?for=1h&for=2h", "\"for\" is given twice"},
       {"wakeloft://start?until=5", "start takes no key \"until\""},
+      {"wakeloft://start?", "empty query"},
       {"wakeloft://start?for", "not KEY=VALUE"},
       {"wakeloft://start?for=-5m", "cannot be negative"},
       {"wakeloft://start?for=0", "longer than zero"},

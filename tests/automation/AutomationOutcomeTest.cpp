@@ -39,7 +39,8 @@ TEST(AutomationOutcomeTest, RefusesGarbage) {
   for (const std::string& line : std::vector<std::string>{"", "granted;id=a;pid=0;reason=", "accepted;id=a;pid=0",
                                  "accepted;pid=0;id=a;reason=", "accepted;id=a_b;pid=0;reason=",
                                  "accepted;id=a;pid=01;reason=", "released;id=a;pid=0;reason=gone",
-                                 "refused;id=a;pid=7;reason=no", "refused;id=a;pid=0;reason=a\tb"}) {
+                                 "refused;id=a;pid=7;reason=no", "refused;id=a;pid=0;reason=a\tb",
+                                 "accepted;id=a;pid=0;reason=but", std::string(2000, 'a')}) {
     EXPECT_TRUE(std::holds_alternative<AutomationError>(AutomationOutcome::parse(line))) << line;
   }
 }

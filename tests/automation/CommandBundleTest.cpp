@@ -13,6 +13,7 @@ TEST(CommandBundleTest, FindsTheAppOnlyAroundItsHelpers) {
       {"/Users/me/build/My Build.app/Contents/Helpers/wakeloft", "/Users/me/build/My Build.app"},
       {"/Applications/Wakeloft.app/Contents/MacOS/Wakeloft", std::nullopt},
       {"/Applications/Wakeloft/Contents/Helpers/wakeloft", std::nullopt},
+      {"/.app/Contents/Helpers/wakeloft", std::nullopt},
       {"/Applications/Wakeloft.app/Contents/Helpers/", std::nullopt},
       {"Wakeloft.app/Contents/Helpers/wakeloft", std::nullopt},
   };

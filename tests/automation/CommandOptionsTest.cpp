@@ -50,16 +50,21 @@ TEST(CommandOptionsTest, SaysWhatIsWrongWithAUsage) {
   const std::vector<std::pair<Arguments, std::string>> refusals = {
       {{"sleep"}, "unknown command \"sleep\""},
       {{"--verbose"}, "unknown option \"--verbose\""},
+      {{"status", "now"}, "status takes nothing after it"},
       {{"start", "1h", "2h"}, "one DURATION at most"},
       {{"start", "9h"}, "longer than 8h"},
       {{"deepwake", "maybe"}, "on or off"},
       {{"run"}, "run needs a COMMAND"},
       {{"run", "--for"}, "--for needs a DURATION"},
       {{"run", "--for", "1h", "--for=2h", "make"}, "--for is given twice"},
+      {{"run", "--fast", "make"}, "unknown option \"--fast\" for run"},
       {{"wait"}, "wait needs the PID"},
       {{"wait", "12", "13"}, "one PID, not also \"13\""},
       {{"wait", "abc"}, "process number, not \"abc\""},
+      {{"wait", "12", "--deepwake", "--deepwake"}, "--deepwake is given twice"},
       {{"doctor", "--socket"}, "--socket needs a PATH"},
+      {{"doctor", "--json", "--json"}, "--json is given twice"},
+      {{"doctor", "now"}, "unknown argument \"now\" for doctor"},
   };
   for (const auto& [arguments, reason] : refusals) {
     const auto parsed = CommandOptions::parse(arguments);

@@ -11,7 +11,7 @@ TEST(InMemoryDefaultsDomainTest, BooleanReadingConvertsLikeThePlatform) {
   const std::pair<DefaultsValue, bool> cases[] = {
       {true, true},  {std::int64_t{0}, false}, {std::int64_t{-3}, true}, {0.5, true},  {"yes", true},
       {"  T", true}, {"007", true},            {"000", false},           {"NO", false}, {"maybe", false},
-      {Date{5}, false},
+      {"", false},   {Date{5}, false},         {DefaultsValue::Data{1}, false},
   };
   for (const auto& [value, expected] : cases) {
     defaults.set("flag", value);

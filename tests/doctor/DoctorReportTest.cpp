@@ -84,6 +84,7 @@ TEST(DoctorReportTest, EachWrongFactIsMarkedAndEverythingElseIsInformation) {
          f.hasUsedDeepwake = false;
        },
        ""},
+      {"registration unknown", [](DoctorFacts& f) { f.helperRegistration.reset(); }, ""},
       {"not registered after use", [](DoctorFacts& f) { f.helperRegistration = LidHelperStatus::notRegistered; }, ""},
       {"in Downloads", [](DoctorFacts& f) { f.appPath = "/Users/ana/Downloads/Wakeloft.app"; }, "location"},
       {"unreadable value", [](DoctorFacts& f) { f.unreadableValues = {"com.wakeloft.awakeUntil"}; }, "storedValues"},

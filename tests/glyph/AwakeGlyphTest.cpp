@@ -53,6 +53,7 @@ TEST(AwakeGlyphTest, DoubleMugIsTwoSymbolsTheFrontCutOutOfTheBack) {
   const auto outlined = AwakeGlyph(Vessel::doubleMug, false).image(15, mugSymbols());
   // 17.5 × 1.48 = 25.9, rounded up.
   EXPECT_EQ(outlined.size, (GlyphSize{26, 14}));
+  EXPECT_TRUE(outlined.isTemplate);
   ASSERT_EQ(outlined.parts.size(), 3u);
   const auto& back = outlined.parts[0];
   const auto& cut = outlined.parts[1];

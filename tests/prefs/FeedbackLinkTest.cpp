@@ -33,8 +33,9 @@ TEST(FeedbackLinkTest, OnlyAHostNameWithAnOptionalPortMakesAForm) {
   EXPECT_EQ(FeedbackLink::formOn("feedback.example-site.co.uk:8443"),
             "https://feedback.example-site.co.uk:8443/feedback");
   EXPECT_EQ(FeedbackLink::formOn("localhost"), "https://localhost/feedback");
-  for (const char* bad : {"", "https://example.com", "example.com/", "example..com", "-example.com", "exa mple.com",
-                          "example.com:0", "example.com:65536", "user@example.com", "ex\xc3\xa4mple.com"}) {
+  for (const char* bad : {"", "https://example.com", "example.com/", "example..com", ".example.com", "example.com.",
+                          "-example.com", "exa mple.com", "example.com:", "example.com:0", "example.com:65536",
+                          "example.com:80x", "user@example.com", "example.com?x", "ex\xc3\xa4mple.com"}) {
     EXPECT_EQ(FeedbackLink::formOn(bad), std::nullopt) << bad;
   }
   EXPECT_EQ(FeedbackLink::formOn(std::string(64, 'a') + ".com"), std::nullopt);

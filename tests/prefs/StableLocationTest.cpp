@@ -17,7 +17,8 @@ TEST(StableLocationTest, OnlyInsideAnApplicationsFolderAtAnyDepthOnceThePathsAre
   }
   // Elsewhere, a folder that is not a whole path component, relative or empty.
   for (const char* path : {"/Users/ann/Downloads/Wakeloft.app", "/Users/bob/Applications/Wakeloft.app",
-                           "/Applications Old/Wakeloft.app", "/ApplicationsWakeloft.app", "/Applications/",
+                           "/Applications Old/Wakeloft.app", "/ApplicationsWakeloft.app", "/Applications",
+                           "/Applications/",
                            "/Applications/../Users/ann/Downloads/Wakeloft.app", "Applications/Wakeloft.app", ""}) {
     EXPECT_FALSE(StableLocation::isInside(path, folders)) << path;
   }

@@ -96,6 +96,7 @@ TEST_F(AppcastReleaseTest, EachRefusalSaysWhyAndLeavesTheFeedUntouched) {
       {[](AppcastRelease& r) { r.publicKey = "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs="; },
        "does not belong to the public key"},
       {[](AppcastRelease& r) { r.shortVersion = "1.3"; }, "CHANGELOG.md has no section \"## [1.3]\""},
+      {[this](AppcastRelease& r) { r.archivePath = directory.path(); }, "cannot read the archive"},
       {[this](AppcastRelease& r) { r.archivePath = directory.write("empty.zip", ""); }, "is empty"},
       {[](AppcastRelease& r) { r.newFeedLink = "https://wakeloft.app"; }, "is already there"},
       {[this](AppcastRelease& r) { r.feedPath = directory.write("bad.xml", "<rss version=\"2.0\"><channel>"); },
