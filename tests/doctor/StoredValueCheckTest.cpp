@@ -15,7 +15,7 @@ TEST(StoredValueCheckTest, ValuesTheStoresCannotReadAreNamedAndLeftInPlace) {
       {"com.wakeloft.boundProcesses", "garbage"},
       {"com.wakeloft.presetDurations", DefaultsValue::Array{1800.0, true}},
       {"com.wakeloft.deepwakeBatteryFloor", 25},
-      {"com.wakeloft.deepwakeOnlyOnPowerAdapter", "yes"},
+      {"com.wakeloft.deepwakeOnlyOnPowerAdapter", "1"},
       {PublishedLidHelper::statusKey, "enabledish"},
       {PublishedLidHelper::versionKey, std::string(65, '1')},
   };

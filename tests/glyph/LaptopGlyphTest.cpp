@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <vector>
 #include <type_traits>
 #include <variant>
 
@@ -18,61 +18,42 @@ using Placement = LaptopGlyph::Placement;
 // control points, which the curves here keep inside their corners), grown
 // by half the stroke for stroked paths.
 struct InkBounds {
-  double minX = std::numeric_limits<double>::infinity();
-  double minY = std::numeric_limits<double>::infinity();
-  double maxX = -std::numeric_limits<double>::infinity();
-  double maxY = -std::numeric_limits<double>::infinity();
+  double minX = HUGE_VAL, minY = HUGE_VAL, maxX = -HUGE_VAL, maxY = -HUGE_VAL;
+  void add(GlyphPoint p, double grow = 0) {
+    minX = std::min(minX, p.x - grow);
+    minY = std::min(minY, p.y - grow);
+    maxX = std::max(maxX, p.x + grow);
+    maxY = std::max(maxY, p.y + grow);
+  }
 };
 
 InkBounds inkBounds(const GlyphDrawing& drawing) {
   InkBounds ink;
-  InkBounds path;
-  const auto add = [&](GlyphPoint p) {
-    path.minX = std::min(path.minX, p.x);
-    path.minY = std::min(path.minY, p.y);
-    path.maxX = std::max(path.maxX, p.x);
-    path.maxY = std::max(path.maxY, p.y);
-  };
-  const auto paint = [&](double grow) {
-    ink.minX = std::min(ink.minX, path.minX - grow);
-    ink.minY = std::min(ink.minY, path.minY - grow);
-    ink.maxX = std::max(ink.maxX, path.maxX + grow);
-    ink.maxY = std::max(ink.maxY, path.maxY + grow);
-    path = {};
-  };
+  std::vector<GlyphPoint> path;
   for (const auto& operation : drawing.operations()) {
     std::visit(
         [&](const auto& op) {
           using Op = std::decay_t<decltype(op)>;
           if constexpr (std::is_same_v<Op, GlyphDrawing::MoveTo> || std::is_same_v<Op, GlyphDrawing::LineTo>) {
-            add(op.to);
+            path.push_back(op.to);
           } else if constexpr (std::is_same_v<Op, GlyphDrawing::CurveTo>) {
-            add(op.control1);
-            add(op.control2);
-            add(op.to);
+            path.insert(path.end(), {op.control1, op.control2, op.to});
           } else if constexpr (std::is_same_v<Op, GlyphDrawing::Ellipse>) {
-            add({op.in.x, op.in.y});
-            add({op.in.maxX(), op.in.maxY()});
-          } else if constexpr (std::is_same_v<Op, GlyphDrawing::Stroke>) {
-            paint(op.width / 2);
-          } else if constexpr (std::is_same_v<Op, GlyphDrawing::Fill>) {
-            paint(0);
+            path.insert(path.end(), {{op.in.x, op.in.y}, {op.in.maxX(), op.in.maxY()}});
+          } else if constexpr (std::is_same_v<Op, GlyphDrawing::Stroke> || std::is_same_v<Op, GlyphDrawing::Fill>) {
+            double grow = 0;
+            if constexpr (std::is_same_v<Op, GlyphDrawing::Stroke>) grow = op.width / 2;
+            for (const auto point : path) ink.add(point, grow);
+            path.clear();
           } else if constexpr (std::is_same_v<Op, GlyphDrawing::Erase>) {
-            path = {};
+            path.clear();
           }
         },
         operation);
   }
-  const auto points = [&](double x, double y) { return drawing.toPoints({x, y}); };
-  const auto low = points(ink.minX, ink.minY);
-  const auto high = points(ink.maxX, ink.maxY);
+  const auto low = drawing.toPoints({ink.minX, ink.minY});
+  const auto high = drawing.toPoints({ink.maxX, ink.maxY});
   return {low.x, low.y, high.x, high.y};
-}
-
-template <typename Op>
-int count(const GlyphDrawing& drawing) {
-  return static_cast<int>(std::count_if(drawing.operations().begin(), drawing.operations().end(),
-                                        [](const auto& op) { return std::holds_alternative<Op>(op); }));
 }
 
 // The paint operations in order: 'S' stroke, 'F' fill, 'E' erase.
@@ -88,8 +69,7 @@ std::string paints(const GlyphDrawing& drawing) {
 
 GlyphRect glyphRect(double height) { return {0, 0, std::round(height * LaptopGlyph::aspect), height}; }
 
-TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndTheFootIsSnappedClearOfTheLaptop) {
-  EXPECT_EQ(LaptopGlyph::detail(7), Detail::blunt);
+TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholds) {
   EXPECT_EQ(LaptopGlyph::detail(7.99), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(8), Detail::plain);
   // Fine strokes reach 0.6 pixels at 0.6 × 1.675 ÷ (0.4 × 0.09) pixels high.
@@ -97,16 +77,14 @@ TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndTheFootIsSna
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit - 0.01), Detail::plain);
   EXPECT_EQ(LaptopGlyph::detail(fineStrokesFit + 0.01), Detail::full);
 
-  EXPECT_EQ(LaptopGlyph::detail(0), Detail::blunt);
   EXPECT_EQ(LaptopGlyph::detail(std::nan("")), Detail::blunt);
+}
 
+TEST(LaptopGlyphDetailTest, TheFootIsSnappedAPixelClearOfTheLaptopWhileTheVesselFits) {
   // Unsnapped, the foot is the gap above the ink.
-  EXPECT_DOUBLE_EQ(Placement::footY(10, 3, 0.5), 3 + 5.725);
   EXPECT_DOUBLE_EQ(Placement::footY(10, 3, 0.5, 0.0), 3 + 5.725);
-
   // 8.725 rounds to 9, well above the laptop's top at 5.
   EXPECT_DOUBLE_EQ(Placement::footY(10, 0, 0.8, 1.0), 9);
-
   // 4.925 rounds to 5, the laptop's top line; the foot goes to 6.
   EXPECT_DOUBLE_EQ(Placement::footY(10, 0, 0.42, 1.0), 6);
   // At 2x from a bottom of 0.25 pt: foot 5.425 px rounds to 5, line A is at
@@ -118,7 +96,7 @@ TEST(LaptopGlyphDetailTest, SmallGlyphsLoseDetailsAtTheThresholdsAndTheFootIsSna
   EXPECT_DOUBLE_EQ(Placement::footY(1, 0, 0.42, 1.0), 0);
 }
 
-TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhichIsHollowOnlyWithTwoAndAHalfPixelsInside) {
+TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGrid) {
   for (const double scale : {1.0, 2.0, 3.0}) {
     for (int pixelsHigh = 8; pixelsHigh <= 64; ++pixelsHigh) {
       SCOPED_TRACE(testing::Message() << pixelsHigh << " px at " << scale << "x");
@@ -130,7 +108,9 @@ TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhic
       EXPECT_GE((layout.topY - layout.footY) * scale, 1 - 1e-9);
     }
   }
+}
 
+TEST(LaptopGlyphLayoutTest, TheLaptopIsHollowOnlyWithTwoAndAHalfPixelsInside) {
   // 0.11 units at 2.5 px: a unit of 22.73 px, a glyph of 38.07 px.
   EXPECT_FALSE(LaptopGlyph::layout(glyphRect(38), 1).innerStrokeFits);
   EXPECT_TRUE(LaptopGlyph::layout(glyphRect(38.1), 1).innerStrokeFits);
@@ -141,7 +121,7 @@ TEST(LaptopGlyphLayoutTest, VesselStandsAPixelClearOfTheLaptopOnThePixelGridWhic
   EXPECT_EQ(paints(LaptopGlyph::draw(false, glyphRect(32), Detail::full, 1)).substr(0, 1), "F");
 }
 
-TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageReachesTheHandleUnlessBluntAndTheFilledLaptopSplitsOnlyAtFullDetail) {
+TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageAtEverySize) {
   for (const double scale : {1.0, 2.0, 3.0}) {
     for (int pixelsHigh = 1; pixelsHigh <= 128; ++pixelsHigh) {
       const GlyphRect in = glyphRect(pixelsHigh / scale);
@@ -155,7 +135,9 @@ TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageReachesTheHandleUnlessBluntAndTh
       }
     }
   }
+}
 
+TEST(LaptopGlyphDrawTest, InkReachesTheHandleUnlessBluntWhenItStaysCentred) {
   const GlyphRect in = glyphRect(64);
   const auto layout = LaptopGlyph::layout(in, 1);
   const double unit = layout.unit;
@@ -167,19 +149,24 @@ TEST(LaptopGlyphDrawTest, InkStaysInsideTheImageReachesTheHandleUnlessBluntAndTh
 
   // The blunt glyph leaves the handle out; its narrower ink stays centred.
   const auto blunt = LaptopGlyph::draw(true, in, Detail::blunt, 1);
-  EXPECT_EQ(count<GlyphDrawing::Ellipse>(blunt), 0);
+  EXPECT_TRUE(std::none_of(blunt.operations().begin(), blunt.operations().end(),
+                           [](const auto& op) { return std::holds_alternative<GlyphDrawing::Ellipse>(op); }));
   const auto bluntInk = inkBounds(blunt);
   const double narrowInk = (LaptopGlyph::inkWidth(Detail::blunt) - 2 * LaptopGlyph::strokeWidth) * unit;
   EXPECT_NEAR(bluntInk.maxX - bluntInk.minX, narrowInk, 1e-9);
   EXPECT_NEAR(bluntInk.minX - in.x, in.maxX() - bluntInk.maxX, 1e-9);
+}
 
+TEST(LaptopGlyphDrawTest, TheFilledLaptopSplitsOnlyAtFullDetailAndTheOutlinedBodyClearsItsHandle) {
+  const GlyphRect in = glyphRect(64);
   // Laptop slabs, handle ring, body.
   EXPECT_EQ(paints(LaptopGlyph::draw(true, in, Detail::full, 1)), "FFSF");
   EXPECT_EQ(paints(LaptopGlyph::draw(true, in, Detail::plain, 1)), "FSF");
   // Outlined: the body clears the handle's ring out of itself, then its wall.
   EXPECT_EQ(paints(LaptopGlyph::draw(false, in, Detail::plain, 1)), "SSES");
+}
 
-  // No room draws nothing.
+TEST(LaptopGlyphDrawTest, NoRoomDrawsNothing) {
   EXPECT_TRUE(LaptopGlyph::draw(true, {0, 0, 0, 14}, Detail::full, 2).operations().empty());
   EXPECT_TRUE(LaptopGlyph::draw(true, {0, 0, 21, -1}, Detail::full, 2).operations().empty());
   EXPECT_TRUE(LaptopGlyph::draw(true, {0, 0, std::nan(""), 14}, Detail::full, 2).operations().empty());

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <tuple>
 
 #include "prefs/InMemoryLoginItem.h"
 
@@ -28,102 +29,76 @@ class LoginItemControllerTest : public ::testing::Test {
   int changes = 0;
 };
 
-TEST_F(LoginItemControllerTest, SwitchingOnAndOffFollowsTheSystemWhereWaitingForApprovalIsRegisteredButNotEnabled) {
+TEST_F(LoginItemControllerTest, SwitchingOnAndOffRegistersWithTheSystemAndTellsObservers) {
   auto controller = make(LoginItemState::disabled);
-  EXPECT_FALSE(controller->isEnabled());
-  EXPECT_FALSE(controller->isRegistered());
-
   controller->setEnabled(true);
   EXPECT_EQ(item->registerCount, 1);
-  EXPECT_EQ(controller->state(), LoginItemState::enabled);
   EXPECT_TRUE(controller->isEnabled());
   EXPECT_EQ(changes, 1);
-
   controller->setEnabled(false);
   EXPECT_EQ(item->unregisterCount, 1);
-  EXPECT_EQ(controller->state(), LoginItemState::disabled);
+  EXPECT_FALSE(controller->isEnabled());
   EXPECT_EQ(changes, 2);
+}
 
-
-  controller = make(LoginItemState::disabled);
+TEST_F(LoginItemControllerTest, WaitingForApprovalIsRegisteredButNotEnabledAndAToggleSwitchesItOff) {
+  auto controller = make(LoginItemState::disabled);
   item->stateAfterRegistering = LoginItemState::requiresApproval;
   controller->setEnabled(true);
   EXPECT_FALSE(controller->isEnabled());
   EXPECT_TRUE(controller->isRegistered());
   EXPECT_TRUE(controller->needsApproval());
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
-
-  // A toggle from there switches off.
   controller->toggle();
   EXPECT_EQ(item->unregisterCount, 1);
   EXPECT_EQ(controller->state(), LoginItemState::disabled);
-
-  controller->toggle();
-  EXPECT_EQ(item->registerCount, 2);
 }
 
-TEST_F(LoginItemControllerTest, AFailingRegistrationOrUnregistrationKeepsTheFailureAndTheSystemsState) {
+TEST_F(LoginItemControllerTest, AFailureIsKeptWithTheSystemsStateUntilTheNextSuccess) {
   auto controller = make(LoginItemState::disabled);
-  item->nextRegistrationError = refusal();
-  controller->setEnabled(true);
-  EXPECT_EQ(controller->lastFailure(), refused);
-  EXPECT_EQ(controller->state(), LoginItemState::disabled);
-  EXPECT_EQ(changes, 1);
-
   // The system may have changed something despite the error.
   item->nextRegistrationError = refusal();
   item->setState(LoginItemState::requiresApproval);
   controller->setEnabled(true);
-  EXPECT_EQ(controller->state(), LoginItemState::requiresApproval);
   EXPECT_EQ(controller->lastFailure(), refused);
-
-  // The next success clears it.
+  EXPECT_EQ(controller->state(), LoginItemState::requiresApproval);
   controller->setEnabled(false);
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
-  EXPECT_EQ(controller->state(), LoginItemState::disabled);
+}
 
-  controller = make(LoginItemState::enabled);
+// As when the user switched it off in the system settings.
+TEST_F(LoginItemControllerTest, ARefreshClearsTheFailureOnlyWhenTheStateChanged) {
+  auto controller = make(LoginItemState::enabled);
   item->nextUnregistrationError = refusal();
   controller->toggle();
-  EXPECT_EQ(controller->lastFailure(), refused);
   EXPECT_TRUE(controller->isEnabled());
-
-  // A refresh clears the failure only when the state changed, as when the
-  // user switched it off in the system settings.
   changes = 0;
   controller->refresh();
   EXPECT_EQ(controller->lastFailure(), refused);
   EXPECT_EQ(changes, 0);
   item->setState(LoginItemState::disabled);
   controller->refresh();
-  EXPECT_EQ(controller->state(), LoginItemState::disabled);
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
   EXPECT_GE(changes, 1);
 }
 
-TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocationAndReportsARepairThatFailsOrEndsElsewhere) {
-  make(LoginItemState::enabled, true);
-  EXPECT_EQ(item->registerCount, 1);
+TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocation) {
+  const std::tuple<LoginItemState, bool, bool, int> cases[] = {
+      {LoginItemState::enabled, true, true, 1},  {LoginItemState::enabled, false, true, 0},
+      {LoginItemState::disabled, true, true, 0}, {LoginItemState::requiresApproval, true, true, 0},
+      {LoginItemState::enabled, true, false, 0},
+  };
+  for (const auto& [state, repairing, stable, registered] : cases) {
+    make(state, repairing, stable);
+    EXPECT_EQ(item->registerCount, registered) << static_cast<int>(state) << repairing << stable;
+  }
+}
 
-  make(LoginItemState::enabled, false);
-  EXPECT_EQ(item->registerCount, 0);
-  make(LoginItemState::disabled, true);
-  EXPECT_EQ(item->registerCount, 0);
-  make(LoginItemState::requiresApproval, true);
-  EXPECT_EQ(item->registerCount, 0);
-  make(LoginItemState::enabled, true, false);
-  EXPECT_EQ(item->registerCount, 0);
-
+TEST_F(LoginItemControllerTest, ARepairThatFailsOrEndsAwaitingApprovalIsReported) {
   auto shared = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, true);
   shared->nextRegistrationError = refusal();
-  LoginItemController failed(shared, true);
-  EXPECT_EQ(failed.lastFailure(), refused);
-  EXPECT_EQ(failed.state(), LoginItemState::enabled);
-
+  EXPECT_EQ(LoginItemController(shared, true).lastFailure(), refused);
   shared->stateAfterRegistering = LoginItemState::requiresApproval;
-  LoginItemController moved(shared, true);
-  EXPECT_EQ(moved.lastFailure(), std::nullopt);
-  EXPECT_TRUE(moved.needsApproval());
+  EXPECT_TRUE(LoginItemController(shared, true).needsApproval());
 }
 
 }  // namespace

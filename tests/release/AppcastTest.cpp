@@ -48,15 +48,6 @@ TEST(AppcastTest, ReadsEachItemsVersionWhereverSparkleReadsItAndANewItemGoesFirs
                 "    </item>\n"
                 "    <item><sparkle:version>1</sparkle:version></item>\n  </channel>\n</rss>\n");
 
-  // Without items, the new one goes last in the channel, one step in.
-  const auto empty = read(Appcast::emptyFeed("Wakeloft", "https://wakeloft.app/appcast.xml"));
-  ASSERT_TRUE(std::holds_alternative<Appcast>(empty));
-  const std::string added = std::get<Appcast>(empty).withItem(sample());
-  EXPECT_NE(added.find("</description>\n        <item>\n            <title>Version 1.1</title>"), std::string::npos);
-  EXPECT_NE(added.find("</item>\n    </channel>\n</rss>\n"), std::string::npos);
-  ASSERT_TRUE(std::holds_alternative<Appcast>(read(added)));
-  EXPECT_EQ(std::get<Appcast>(read(added)).versions(), std::vector<std::string>{"110"});
-
   const auto wherever = read(
       "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>\n<!-- feed -->\n"
       "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" "
@@ -70,7 +61,6 @@ TEST(AppcastTest, ReadsEachItemsVersionWhereverSparkleReadsItAndANewItemGoesFirs
 }
 
 TEST(AppcastTest, RefusesWhatIsNotAnAppcastOfTheExpectedShape) {
-  const std::string item = "<item><sparkle:version>1</sparkle:version></item>";
   const std::pair<std::string, std::string> refused[] = {
       {"", "line 1: no <rss> element"},
       {"<feed/>", "line 1: a root element other than <rss>"},
@@ -80,19 +70,19 @@ TEST(AppcastTest, RefusesWhatIsNotAnAppcastOfTheExpectedShape) {
       {rss + "<title/></rss>", "<title> in <rss>, where only <channel> goes"},
       {"<rss version=\"2.0\"><channel/></rss>", "sparkle prefix is not bound"},
       {rss + "<channel xmlns=\"urn:x\"/></rss>", "a <channel> in the namespace urn:x"},
+      {rss + "<channel><item><sparkle:version>1\xC3\xA9</sparkle:version></item></channel></rss>", "printable ASCII"},
+      {rss + "<channel></rss>", "<channel> closed by </rss>"},
+      {rss + "<channel><title>&#1;</title></channel></rss>", "a character XML does not allow"},
+      {rss + "<channel><x:y/></channel></rss>", "the prefix x without a namespace"},
+      {rss + "<channel/></rss><rss/>", "a second root element"},
       {rss + "<channel>\n\n<item><title>1</title></item></channel></rss>",
        "line 3: an <item> without a sparkle:version"},
-      {rss + "<channel><item><sparkle:version>1\xC3\xA9</sparkle:version></item></channel></rss>", "printable ASCII"},
       {rss + "<channel><item><sparkle:version><b/></sparkle:version></item></channel></rss>", "markup inside"},
-      {rss + "<channel>" + item + "</rss>", "<channel> closed by </rss>"},
       {rss + "<channel>", "ends inside <channel>"},
       {"<!DOCTYPE rss [<!ENTITY x \"y\">]>" + rss + "<channel/></rss>", "document type declaration"},
       {rss + "<channel><title>&nbsp;</title></channel></rss>", "undefined entity &nbsp;"},
-      {rss + "<channel><title>&#1;</title></channel></rss>", "a character XML does not allow"},
-      {rss + "<channel><x:y/></channel></rss>", "the prefix x without a namespace"},
       {rss + "<channel><link a=\"1\" a=\"2\"/></channel></rss>", "the attribute a twice"},
       {rss + "<channel/></rss>trailing", "text outside the root element"},
-      {rss + "<channel/></rss><rss/>", "a second root element"},
       {rss + "<channel/><!-- sparkle-signatures:\nedSignature: x\n--></rss>", "Sparkle's feed signature"},
       {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + rss + "<channel/></rss>", "the encoding ISO-8859-1"},
       {rss + "<channel><title>\xFF</title></channel></rss>", "bytes that are not UTF-8"},

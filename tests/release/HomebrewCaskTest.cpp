@@ -1,10 +1,6 @@
 // scripts/render-cask, which the release workflow runs to write the cask.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdlib>
-#include <optional>
-#include <sstream>
 #include <string>
 
 #include "base/ChildProcess.h"
@@ -18,15 +14,6 @@ constexpr const char* url = "https://github.com/wakeloft/wakeloft/releases/downl
 
 ChildProcess::Result render(const std::string& version, const std::string& digest, const std::string& address) {
   return ChildProcess::run({"/bin/bash", WAKELOFT_SOURCE_DIR "/scripts/render-cask", version, digest, address}, 30);
-}
-
-std::optional<std::string> onPath(const std::string& program) {
-  std::stringstream path(std::getenv("PATH") ? std::getenv("PATH") : "");
-  for (std::string folder; std::getline(path, folder, ':');) {
-    const std::string candidate = folder + "/" + program;
-    if (!folder.empty() && ::access(candidate.c_str(), X_OK) == 0) return candidate;
-  }
-  return std::nullopt;
 }
 
 TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTermsAndRefusesValuesItCannotWriteSafely) {
@@ -56,12 +43,10 @@ TEST(HomebrewCaskTest, RendersTheReleaseInTheCasksOwnTermsAndRefusesValuesItCann
 }
 
 TEST(HomebrewCaskTest, RubyReadsTheRenderedCask) {
-  const auto ruby = onPath("ruby");
-  if (!ruby) GTEST_SKIP() << "no ruby on PATH to check the cask's syntax with";
   const testing::TemporaryDirectory directory;
   const auto cask = directory.write("wakeloft.rb", render("1.2.0", sha256, url).output);
-  const auto check = ChildProcess::run({*ruby, "-c", cask}, 30);
-  EXPECT_EQ(check.exitStatus, 0) << check.output;
+  const auto check = ChildProcess::run({"/usr/bin/env", "ruby", "-c", cask}, 30);
+  if (check.exitStatus == 127) GTEST_SKIP() << "no ruby on PATH to check the cask's syntax with";
   EXPECT_NE(check.output.find("Syntax OK"), std::string::npos) << check.output;
 }
 

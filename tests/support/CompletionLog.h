@@ -1,7 +1,6 @@
 #pragma once
 
 #include <exception>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -11,54 +10,30 @@
 
 namespace wakeloft::testing {
 
-// What a completion received: nothing (success), a lid error, or some other
-// error by its message.
+// What a completion received, in words: success, a lid error by its kind
+// (and a refusal by its reason), or some other error by its message.
 struct Received {
-  bool succeeded = false;
-  std::optional<LidSleepBlockerError> lidError;
-  std::string otherError;
-
-  static Received from(std::exception_ptr error) {
-    Received received;
-    if (!error) {
-      received.succeeded = true;
-      return received;
-    }
-    try {
-      std::rethrow_exception(error);
-    } catch (const LidSleepBlockerError& lid) {
-      received.lidError = lid;
-    } catch (const std::exception& other) {
-      received.otherError = other.what();
-    }
-    return received;
-  }
+  std::string text;
+  friend bool operator==(const Received&, const Received&) = default;
+  friend std::ostream& operator<<(std::ostream& out, const Received& received) { return out << received.text; }
 };
 
-inline Received success() { return Received{true, std::nullopt, {}}; }
-inline Received failure(LidSleepBlockerError error) { return Received{false, std::move(error), {}}; }
+inline Received success() { return {"success"}; }
 
-inline bool operator==(const Received& a, const Received& b) {
-  return a.succeeded == b.succeeded && a.lidError == b.lidError && a.otherError == b.otherError;
-}
-
-inline std::ostream& operator<<(std::ostream& out, const Received& received) {
-  if (received.succeeded) return out << "success";
-  if (!received.lidError) return out << "error \"" << received.otherError << "\"";
-  switch (received.lidError->kind()) {
-    case LidSleepBlockerError::Kind::helperRefused:
-      return out << "helperRefused(\"" << received.lidError->reason() << "\")";
-    case LidSleepBlockerError::Kind::helperUnavailable: return out << "helperUnavailable";
-    case LidSleepBlockerError::Kind::helperRequiresApproval: return out << "helperRequiresApproval";
+inline Received failure(const LidSleepBlockerError& error) {
+  switch (error.kind()) {
+    case LidSleepBlockerError::Kind::helperRefused: return {"helperRefused(\"" + error.reason() + "\")"};
+    case LidSleepBlockerError::Kind::helperUnavailable: return {"helperUnavailable"};
+    case LidSleepBlockerError::Kind::helperRequiresApproval: return {"helperRequiresApproval"};
   }
-  return out;
+  return {"an unknown lid error"};
 }
 
 // Completions in the order they were called, each tagged by the caller.
 class CompletionLog {
  public:
   LidSleepBlocker::Completion record(std::string tag) {
-    return [this, tag = std::move(tag)](std::exception_ptr error) { entries.push_back({tag, Received::from(error)}); };
+    return [this, tag = std::move(tag)](std::exception_ptr error) { entries.push_back({tag, received(error)}); };
   }
 
   struct Entry {
@@ -77,8 +52,18 @@ class CompletionLog {
     return result;
   }
   // A failure that says so when no completion ran, rather than a crash.
-  Received last() const {
-    return entries.empty() ? Received{false, std::nullopt, "no completion ran"} : entries.back().received;
+  Received last() const { return entries.empty() ? Received{"no completion ran"} : entries.back().received; }
+
+ private:
+  static Received received(std::exception_ptr error) {
+    if (!error) return success();
+    try {
+      std::rethrow_exception(error);
+    } catch (const LidSleepBlockerError& lid) {
+      return failure(lid);
+    } catch (const std::exception& other) {
+      return {"error \"" + std::string(other.what()) + "\""};
+    }
   }
 };
 

@@ -22,11 +22,7 @@ struct SettableMachineConditions final : MachineConditions {
 // A conditions notifier that tells its handler only when the test posts.
 struct ManualConditionsNotifier final : MachineConditionsNotifier {
   std::function<void()> handler;
-  int observeCount = 0;
-  void observe(std::function<void()> newHandler) override {
-    ++observeCount;
-    handler = std::move(newHandler);
-  }
+  void observe(std::function<void()> newHandler) override { handler = std::move(newHandler); }
   void post() {
     if (handler) handler();
   }

@@ -14,7 +14,6 @@ struct ManualDeadlineScheduler final : DeadlineScheduler {
   std::optional<Date> pending;
   std::function<void()> action;
   int scheduleCount = 0;
-  int cancelCount = 0;
 
   void schedule(Date at, std::function<void()> newAction) override {
     ++scheduleCount;
@@ -22,7 +21,6 @@ struct ManualDeadlineScheduler final : DeadlineScheduler {
     action = std::move(newAction);
   }
   void cancel() override {
-    ++cancelCount;
     pending.reset();
     action = nullptr;
   }
