@@ -45,12 +45,11 @@ TEST_F(AwakePanelContentTest, AnUntimedSessionWithNoStarredPresetHasNoSessionCon
   app.presetStore->stored = std::vector<double>{};
   app.start();
   app.awake->turnOn(std::nullopt);
-  EXPECT_EQ(status(), Status("On", "Wakeloft, on"));
   EXPECT_EQ(content().explanation, LocalizedText(TextCatalog::awakeIndefinitely));
   EXPECT_TRUE(content().sessionControls.isEmpty());
 }
 
-TEST_F(AwakePanelContentTest, ATimedSessionCountsDownInMinutesToVoiceOverAndOffersToDropTheTimer) {
+TEST_F(AwakePanelContentTest, ATimedSessionOffersToDropTheTimerInsteadOfThePresets) {
   app.start();
   app.awake->turnOn(1530);
   const auto panel = content();
@@ -58,30 +57,28 @@ TEST_F(AwakePanelContentTest, ATimedSessionCountsDownInMinutesToVoiceOverAndOffe
             (PanelButton{TextCatalog::stayAwakeWithoutTimer, PanelAction::turnOnAwakeMode(std::nullopt)}));
   EXPECT_TRUE(panel.sessionControls.presets.empty());
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeUntilSessionEnds));
-  EXPECT_EQ(status(), Status("On \u00B7 25:30 left", "Wakeloft, on, 25 minutes left"));
-  app.clocks.pass(1501);
-  EXPECT_EQ(status(), Status("On \u00B7 0:29 left", "Wakeloft, on, less than a minute left"));
 }
 
-TEST_F(AwakePanelContentTest, ASessionBoundToAProcessNamesIt) {
-  app.processes->start(4242, 7, "make");
-  app.start();
-  // The length held for, the status line and VoiceOver's.
-  for (const auto& [seconds, line, spoken] : std::vector<std::tuple<std::optional<double>, std::string, std::string>>{
-           {std::nullopt, "On \u00B7 until \u201Cmake\u201D ends", "Wakeloft, on, until \u201Cmake\u201D ends"},
-           {1530, "On \u00B7 25:30 left or until \u201Cmake\u201D ends",
-            "Wakeloft, on, 25 minutes left or until \u201Cmake\u201D ends"}}) {
-    app.binding->hold(4242, seconds);
-    EXPECT_EQ(status(), Status(line, spoken));
-  }
-}
-
-TEST_F(AwakePanelContentTest, SeveralHeldProcessesAreCounted) {
+// Step by step; the time left in minutes to VoiceOver, a process held for by
+// its name, several by their count.
+TEST_F(AwakePanelContentTest, TheStatusSaysForHowLongAndForWhatTheMacIsKeptAwake) {
   app.processes->start(4242, 7, "make");
   app.processes->start(4243, 8, "xcodebuild");
   app.start();
-  for (const int pid : {4242, 4243}) app.binding->hold(pid, std::nullopt);
-  EXPECT_EQ(status(), Status("On \u00B7 until 2 processes end", "Wakeloft, on, until 2 processes end"));
+  for (const auto& [step, line, spoken] : std::vector<std::tuple<std::function<void()>, std::string, std::string>>{
+           {[] {}, "Off", "Wakeloft, off"},
+           {[&] { app.awake->turnOn(std::nullopt); }, "On", "Wakeloft, on"},
+           {[&] { app.awake->turnOn(1530); }, "On \u00B7 25:30 left", "Wakeloft, on, 25 minutes left"},
+           {[&] { app.clocks.pass(1501); }, "On \u00B7 0:29 left", "Wakeloft, on, less than a minute left"},
+           {[&] { app.binding->hold(4242, std::nullopt); }, "On \u00B7 until \u201Cmake\u201D ends",
+            "Wakeloft, on, until \u201Cmake\u201D ends"},
+           {[&] { app.binding->hold(4242, 1530); }, "On \u00B7 25:30 left or until \u201Cmake\u201D ends",
+            "Wakeloft, on, 25 minutes left or until \u201Cmake\u201D ends"},
+           {[&] { app.binding->hold(4243, std::nullopt); }, "On \u00B7 until 2 processes end",
+            "Wakeloft, on, until 2 processes end"}}) {
+    step();
+    EXPECT_EQ(status(), Status(line, spoken));
+  }
 }
 
 TEST_F(AwakePanelContentTest, ASessionRefusedAtLaunchOffersToStopRetryingAndSaysWhy) {
