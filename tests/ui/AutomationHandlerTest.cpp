@@ -119,12 +119,25 @@ TEST_F(AutomationHandlerTest, DeepwakeFromAScriptAsksFirstAndAllowingCarriesTheR
   EXPECT_TRUE(app.lid->isOn());
 }
 
-TEST_F(AutomationHandlerTest, DeepwakeFromAScriptIsRefusedWithoutAskingOnceTheSafetySwitchIsOff) {
-  app.consent->answer(false);
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason,
-            "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings");
-  EXPECT_EQ(panelShown, 0);
+// Each in turn, on top of the one before. Only a refused mode is the
+// panel's to show; the scripts' own refusals are not.
+TEST_F(AutomationHandlerTest, DeepwakeRefusedByARuleOrAProfileIsRefusedWithItsReason) {
+  for (const auto& [rule, reason, panels] : std::vector<std::tuple<std::function<void()>, std::string, int>>{
+           {[&] {
+              app.consent->answer(true);
+              app.guardrails->deepwakeAllowed = false;
+              app.lid->refresh();
+            },
+            "your organization does not allow Deepwake on this Mac", 1},
+           {[&] { app.consent->answer(false); },
+            "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings", 1},
+           {[&] { app.defaults.force(DeepwakeAutomationConsent::key, false); },
+            "your organization does not let scripts and Shortcuts turn on Deepwake", 1}}) {
+    rule();
+    open("wakeloft://deepwake?on=1");
+    EXPECT_EQ(lastOutcome().reason, reason);
+    EXPECT_EQ(panelShown, panels) << reason;
+  }
 }
 
 TEST_F(AutomationHandlerTest, TurningDeepwakeOffFromAScriptNeverAsks) {
@@ -139,22 +152,6 @@ TEST_F(AutomationHandlerTest, AHoldGoneBeforeTheAnswerTakesItsDeepwakeRequestWit
   app.processWatcher->end(4242);
   perform(PanelAction::answerDeepwakeAutomation(true), app.controllers(), nullptr);
   EXPECT_FALSE(app.lid->isWanted());
-}
-
-TEST_F(AutomationHandlerTest, DeepwakeForbiddenByAProfileIsRefusedWithItsReason) {
-  app.consent->answer(true);
-  app.guardrails->deepwakeAllowed = false;
-  app.lid->refresh();
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason, "your organization does not allow Deepwake on this Mac");
-}
-
-TEST_F(AutomationHandlerTest, ScriptsForbiddenByAProfileAreRefusedWithItsReasonWithoutAsking) {
-  app.defaults.force(DeepwakeAutomationConsent::key, false);
-  app.consent->reload();
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason, "your organization does not let scripts and Shortcuts turn on Deepwake");
-  EXPECT_EQ(panelShown, 0);
 }
 
 }  // namespace

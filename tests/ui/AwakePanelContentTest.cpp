@@ -16,6 +16,7 @@ using Status = std::pair<std::string, std::string>;
 
 class AwakePanelContentTest : public ::testing::Test {
  protected:
+  void SetUp() override { app.start(); }
   AwakePanelContent content(const OperatingSystemVersion& system = {14, 6, 1}) {
     return AwakePanelContent::current(app.controllers(), "en_US", system);
   }
@@ -31,7 +32,6 @@ class AwakePanelContentTest : public ::testing::Test {
 PanelNote errorNote(LocalizedText text) { return {NoteSymbol::error, std::move(text)}; }
 
 TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndEachStarredPresetInShortAndSpokenWords) {
-  app.start();
   const auto panel = content();
   EXPECT_EQ(panel.mainButton, (PanelButton{TextCatalog::turnOn, PanelAction::toggleAwakeMode()}));
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::sleepsNormally));
@@ -50,7 +50,6 @@ TEST_F(AwakePanelContentTest, AnUntimedSessionWithNoStarredPresetHasNoSessionCon
 }
 
 TEST_F(AwakePanelContentTest, ATimedSessionOffersToDropTheTimerInsteadOfThePresets) {
-  app.start();
   app.awake->turnOn(1530);
   const auto panel = content();
   EXPECT_EQ(panel.sessionControls.cancelTimer,
@@ -91,7 +90,6 @@ TEST_F(AwakePanelContentTest, ASessionRefusedAtLaunchOffersToStopRetryingAndSays
 }
 
 TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
-  app.start();
   app.helper->holdsReplies = true;
   app.lid->turnOnJoiningSessionOr(7200);
   EXPECT_FALSE(content().deepwake.toggle.isOn);
@@ -105,7 +103,6 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
 }
 
 TEST_F(AwakePanelContentTest, TheHelpersRefusalIsExplainedUnderTheSwitchNotAsTheSessionsFailure) {
-  app.start();
   app.helper->nextRenewalError = std::make_exception_ptr(
       LidSleepBlockerError::helperRefused(LidHelperRefusal::settingOnElsewhere().reason()));
   app.lid->turnOnJoiningSessionOr(7200);
@@ -154,7 +151,6 @@ TEST_F(AwakePanelContentTest, PausedForPowerTheSwitchKeepsTheUsersWishAndSaysItW
 }
 
 TEST_F(AwakePanelContentTest, OnlyATranslocatedCopyIsToldToMoveToApplicationsWithTheSwitchDisabled) {
-  app.start();
   EXPECT_EQ(content().deepwake.location, std::nullopt);
   app.translocated = true;
   app.start();
@@ -182,7 +178,6 @@ TEST_F(AwakePanelContentTest, ALoginItemOutsideApplicationsIsWarnedAboutOnlyWhil
 }
 
 TEST_F(AwakePanelContentTest, ARefusedLoginItemShowsTheSystemsWordsWithTheSwitchOff) {
-  app.start();
   app.loginItemService->nextRegistrationError = std::make_exception_ptr(std::runtime_error("Operation not permitted"));
   app.loginItem->setEnabled(true);
   const auto panel = content();

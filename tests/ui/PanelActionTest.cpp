@@ -34,31 +34,21 @@ TEST_F(PanelActionTest, TheMainButtonEndsDeepwakeAtOnceWithTheSession) {
   EXPECT_FALSE(app.lid->isOn());  // not only once its deadline timer has run
 }
 
-TEST_F(PanelActionTest, APresetStartsATimedSessionAndDroppingTheTimerKeepsItOn) {
-  run(PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(1800));
-  run(PanelAction::turnOnAwakeMode(std::nullopt));
-  EXPECT_TRUE(app.awake->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
-}
-
-TEST_F(PanelActionTest, TheDeepwakeSwitchStartsItsDefaultSessionAndTurnedOffLeavesTheSessionRunning) {
-  run(PanelAction::setDeepwake(true));
-  EXPECT_TRUE(app.lid->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));
-  run(PanelAction::setDeepwake(false));
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_TRUE(app.awake->isOn());
-}
-
-TEST_F(PanelActionTest, TheLoginSwitchReachesTheLoginItemAndTheLinksTheirViews) {
-  run(PanelAction::setOpenAtLogin(true));
-  EXPECT_TRUE(app.loginItem->isEnabled());
-  run(PanelAction::setOpenAtLogin(false));
-  EXPECT_FALSE(app.loginItem->isRegistered());
-  run(PanelAction::openLoginItemsSettings());
-  run(PanelAction::revealApplicationsFolder());
-  EXPECT_EQ(std::pair(settingsOpened, applicationsShown), std::pair(1, 1));
+// Each control in turn, from where the one before left off.
+TEST_F(PanelActionTest, EachControlReachesItsControllerOrView) {
+  const auto until = [&](double seconds) { return app.awake->activeUntil() == app.clocks.now().adding(seconds); };
+  for (const auto& [action, done, what] : std::vector<std::tuple<PanelAction, std::function<bool()>, const char*>>{
+           {PanelAction::setDeepwake(true), [&] { return app.lid->isOn() && until(7200); }, "Deepwake with its session"},
+           {PanelAction::setDeepwake(false), [&] { return !app.lid->isOn() && app.awake->isOn(); }, "Deepwake off"},
+           {PanelAction::turnOnAwakeMode(AwakeDuration{1800}), [&] { return until(1800); }, "a preset"},
+           {PanelAction::turnOnAwakeMode(std::nullopt), [&] { return !app.awake->activeUntil(); }, "no timer"},
+           {PanelAction::setOpenAtLogin(true), [&] { return app.loginItem->isEnabled(); }, "open at login"},
+           {PanelAction::setOpenAtLogin(false), [&] { return !app.loginItem->isRegistered(); }, "not at login"},
+           {PanelAction::openLoginItemsSettings(), [&] { return settingsOpened == 1; }, "the Login Items pane"},
+           {PanelAction::revealApplicationsFolder(), [&] { return applicationsShown == 1; }, "Applications"}}) {
+    run(action);
+    EXPECT_TRUE(done()) << what;
+  }
 }
 
 TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {

@@ -2,20 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/TextCatalog.h"
 
 namespace wakeloft {
 namespace {
 
 using Alert = QuitConfirmationAlert;
-
-TEST(QuitConfirmationAlertTest, TheFirstButtonQuitsAndCancelTakesEscape) {
-  const auto alert = Alert::make(QuitConfirmation::awakeMode(std::nullopt), "en_US", LayoutDirection::leftToRight);
-  ASSERT_TRUE(alert);
-  EXPECT_EQ(alert->buttons, (std::vector<Alert::Button>{{TextCatalog::quit, ""}, {TextCatalog::cancel, "\x1b"}}));
-  EXPECT_TRUE(Alert::isConfirmed(0));
-  EXPECT_FALSE(Alert::isConfirmed(1));
-}
 
 TEST(QuitConfirmationAlertTest, NothingIsAskedWhenThereIsNothingToLose) {
   EXPECT_EQ(Alert::make(QuitConfirmation::quitNow(), "en_US", LayoutDirection::leftToRight), std::nullopt);

@@ -12,19 +12,6 @@ namespace {
 using Command = SettingsMenu::Command;
 using Popup = SettingsMenu::Popup;
 
-TEST(SettingsMenuTest, ItemsComeInOrderWithOnlyQuitOnAKey) {
-  std::vector<std::optional<Command>> commands;
-  std::string keys;
-  for (const auto& item : SettingsMenu::items()) {
-    commands.push_back(item.command);
-    keys += item.keyEquivalent;
-  }
-  EXPECT_EQ(commands, (std::vector<std::optional<Command>>{Command::choosePresetDurations, Command::safety,
-                                                           Command::about, Command::checkForUpdates,
-                                                           Command::sendFeedback, std::nullopt, Command::quit}));
-  EXPECT_EQ(keys, "q");
-}
-
 TEST(SettingsMenuTest, AWaitingUpdateShowsOnTheButtonAndInItsItem) {
   EXPECT_EQ(SettingsMenu::buttonSymbolFor(std::nullopt), "gearshape");
   EXPECT_EQ(SettingsMenu::buttonSymbolFor("2.1"), "arrow.down.circle");

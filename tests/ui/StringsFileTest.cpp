@@ -39,13 +39,6 @@ TEST(StringsFileTest, ReadsEntriesInOrderWithTheirLinesAroundComments) {
   EXPECT_TRUE(entries("  /* nothing */ // here\n").empty());
 }
 
-TEST(StringsFileTest, FindsAKeyExactly) {
-  const auto file = StringsFile::parse("\"Off\" = \"Aus\";");
-  ASSERT_NE(file.find("Off"), nullptr);
-  EXPECT_EQ(*file.find("Off"), "Aus");
-  EXPECT_EQ(file.find("off"), nullptr);
-}
-
 TEST(StringsFileTest, ReadsEscapesAndUtf8Exactly) {
   EXPECT_EQ(entries("\"a\\\"b\\\\c\" = \"1\\n2\\t3\\r\";\n"
                     "\"\\U00e9\\U2026\" = \"\\Ud83d\\Ude00\";\n"
