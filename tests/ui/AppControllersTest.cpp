@@ -46,11 +46,9 @@ class AppControllersTest : public ::testing::Test {
             },
         .teamIdentifier = [this] { return team; },
         .lidSleepBlocker =
-            [this](std::shared_ptr<LidHelperRegistration> given, std::optional<std::string> requirement,
-                   double replyTimeout) {
+            [this](std::shared_ptr<LidHelperRegistration> given, std::optional<std::string> requirement, double) {
               blockerRegistration = std::move(given);
               helperRequirement = std::move(requirement);
-              blockerReplyTimeout = replyTimeout;
               return system.helper;
             },
         .machineConditions = [this] { return system.machine; },
@@ -72,7 +70,6 @@ class AppControllersTest : public ::testing::Test {
   std::shared_ptr<FixedRegistration> registration;
   std::shared_ptr<LidHelperRegistration> blockerRegistration;
   std::optional<std::string> helperRequirement;
-  double blockerReplyTimeout = 0;
 };
 
 TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
@@ -83,9 +80,9 @@ TEST_F(AppControllersTest, DeepwakeRidesOnTheSessionWithSchedulersOfItsOwn) {
   ASSERT_TRUE(controllers.lid->turnOnJoiningSessionOr(AwakeDuration::lidClosedDefault.seconds));
   const auto end = system.clocks.now().adding(AwakeDuration::lidClosedDefault.seconds);
   EXPECT_EQ(controllers.awake->activeUntil(), end);
-  EXPECT_EQ(schedulers[0]->pending, end);                       // the session's own timer
-  EXPECT_EQ(schedulers[1]->pending, system.clocks.now().adding(10));   // the lease's renewal
-  EXPECT_EQ(schedulers[2]->pending, end);                       // Deepwake's end with the session
+  EXPECT_EQ(schedulers[0]->pending, end);                             // the session's own timer
+  EXPECT_EQ(schedulers[1]->pending, system.clocks.now().adding(10));  // the lease's renewal
+  EXPECT_EQ(schedulers[2]->pending, end);                             // Deepwake's end with the session
 
   // The session's end reaches Deepwake through its own scheduler.
   controllers.awake->turnOff();
@@ -98,7 +95,6 @@ TEST_F(AppControllersTest, TheHelperIsRegisteredByItsPlistAndTrustedOnlyWithItsI
   ASSERT_TRUE(registration);
   EXPECT_EQ(registration->plistName, "com.wakeloft.app.lidhelper.plist");
   EXPECT_EQ(blockerRegistration, registration);
-  EXPECT_EQ(blockerReplyTimeout, 2.0);
   EXPECT_EQ(helperRequirement, LidHelperService::codeRequirement("com.wakeloft.app.lidhelper", "ABCDE12345"));
 
   // An unsigned app trusts no helper.
@@ -121,7 +117,8 @@ TEST_F(AppControllersTest, ATranslocatedCopyRefusesDeepwakeWithoutPreparingTheHe
 TEST_F(AppControllersTest, ThePartsRestoreWhatTheDefaultsHold) {
   defaults.set(UserDefaultsAwakeIntentStore::isAwakeRequestedKey, true);
   system.processes->start(4242, 7, "make");
-  UserDefaultsProcessBindingStore(defaults).save(SessionClaims{std::nullopt, {{system.processes->running[4242], std::nullopt}}});
+  UserDefaultsProcessBindingStore(defaults).save(
+      SessionClaims{std::nullopt, {{system.processes->running[4242], std::nullopt}}});
   defaults.set(UserDefaultsPresetDurationStore::key, DefaultsValue::Array{1800.0, 14400.0});
   defaults.set(UserDefaultsLidAwakeStore::key, true);
   defaults.set(UserDefaultsDeepwakeGuardrailStore::batteryFloorKey, 50);

@@ -78,10 +78,11 @@ TEST_F(AutomationHandlerTest, EachAddressIsAnsweredUnderItsIdAndEachHoldLetGoOfI
   open("wakeloft://hold?pid=99&id=a1");
   open("wakeloft://hold?pid=4242&id=b2");
   open("wakeloft://stop?id=c3");
-  EXPECT_EQ(outcomes->published, (std::vector<AutomationOutcome>{{Kind::refused, "a1", 0, "there is no process 99"},
-                                                                {Kind::accepted, "b2", 0, ""},
-                                                                {Kind::released, "", 4242, "the session was turned off"},
-                                                                {Kind::accepted, "c3", 0, ""}}));
+  EXPECT_EQ(outcomes->published,
+            (std::vector<AutomationOutcome>{{Kind::refused, "a1", 0, "there is no process 99"},
+                                            {Kind::accepted, "b2", 0, ""},
+                                            {Kind::released, "", 4242, "the session was turned off"},
+                                            {Kind::accepted, "c3", 0, ""}}));
 }
 
 TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndIsRefusedButAProcessIsHeldAnyway) {

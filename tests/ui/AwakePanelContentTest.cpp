@@ -103,8 +103,8 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
 }
 
 TEST_F(AwakePanelContentTest, TheHelpersRefusalIsExplainedUnderTheSwitchNotAsTheSessionsFailure) {
-  app.helper->nextRenewalError = std::make_exception_ptr(
-      LidSleepBlockerError::helperRefused(LidHelperRefusal::settingOnElsewhere().reason()));
+  app.helper->nextRenewalError =
+      std::make_exception_ptr(LidSleepBlockerError::helperRefused(LidHelperRefusal::settingOnElsewhere().reason()));
   app.lid->turnOnJoiningSessionOr(7200);
   const auto panel = content();
   EXPECT_EQ(panel.deepwake.failure, errorNote(TextCatalog::settingOnElsewhere));

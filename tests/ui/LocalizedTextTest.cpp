@@ -27,7 +27,6 @@ TEST(LocalizedTextTest, ResolvesThroughTheTranslationOrFallsBackToEnglishVerbati
   const std::string english = "macOS couldn't keep your Mac awake (IOKit error -3).";
   EXPECT_EQ(refused.resolved(nullptr), english);
   EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %@"}})), english);
-  EXPECT_EQ(refused.resolved(tableOf({{std::string(TextCatalog::assertionRefused.key()), "Fehler %"}})), english);
 
   EXPECT_EQ(LocalizedText::verbatim("Cancel").resolved(tableOf({{"Cancel", "Abbrechen"}})), "Cancel");
 

@@ -19,7 +19,8 @@ class PanelActionTest : public ::testing::Test {
  protected:
   void SetUp() override { app.start(); }
   void run(const PanelAction& action) {
-    perform(action, app.controllers(), [this] { ++settingsOpened; }, [this] { ++applicationsShown; });
+    perform(
+        action, app.controllers(), [this] { ++settingsOpened; }, [this] { ++applicationsShown; });
   }
 
   TestControllers app;
@@ -38,7 +39,8 @@ TEST_F(PanelActionTest, TheMainButtonEndsDeepwakeAtOnceWithTheSession) {
 TEST_F(PanelActionTest, EachControlReachesItsControllerOrView) {
   const auto until = [&](double seconds) { return app.awake->activeUntil() == app.clocks.now().adding(seconds); };
   for (const auto& [action, done, what] : std::vector<std::tuple<PanelAction, std::function<bool()>, const char*>>{
-           {PanelAction::setDeepwake(true), [&] { return app.lid->isOn() && until(7200); }, "Deepwake with its session"},
+           {PanelAction::setDeepwake(true), [&] { return app.lid->isOn() && until(7200); },
+            "Deepwake with its session"},
            {PanelAction::setDeepwake(false), [&] { return !app.lid->isOn() && app.awake->isOn(); }, "Deepwake off"},
            {PanelAction::turnOnAwakeMode(AwakeDuration{1800}), [&] { return until(1800); }, "a preset"},
            {PanelAction::turnOnAwakeMode(std::nullopt), [&] { return !app.awake->activeUntil(); }, "no timer"},

@@ -1,6 +1,5 @@
-// Every text in the catalog is produced by some part of the interface, and
-// every text the parts produce is in the catalog: together with the tables
-// test this ties the tables to the code.
+// Every catalog text is produced by some part of the interface, and only
+// those: with the tables test this ties the tables to the code.
 
 #include <gtest/gtest.h>
 
@@ -45,10 +44,7 @@ struct Keys {
     if (value) add(*value);
   }
   template <typename... T>
-    requires(sizeof...(T) > 1)
-  void add(const T&... values) {
-    (add(values), ...);
-  }
+  requires(sizeof...(T) > 1) void add(const T&... values) { (add(values), ...); }
   template <typename T>
   void add(const std::vector<T>& values) {
     for (const auto& value : values) add(value);

@@ -49,7 +49,8 @@ TEST_F(QuitFlowTest, NothingRunningASessionThatRanOutOrNoneAttachedQuitsUnquesti
   app.clocks.pass(601);  // its timer has not fired yet
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);
   EXPECT_TRUE(asked.empty());
-  QuitFlow bare(nullptr, [] { return false; }, nullptr, nullptr);
+  QuitFlow bare(
+      nullptr, [] { return false; }, nullptr, nullptr);
   EXPECT_EQ(bare.shouldTerminate(), TerminateReply::now);
 }
 
@@ -118,7 +119,7 @@ TEST_F(QuitFlowTest, ALogOutOrAnUpdateIsNotQuestionedAndWaitsForTheHelperUnlessA
   systemQuit = true;
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::later);
   EXPECT_FALSE(app.lid->isOn());
-  EXPECT_TRUE(app.awake->isOn());  // the session is left to be restored
+  EXPECT_TRUE(app.awake->isOn());                           // the session is left to be restored
   EXPECT_EQ(flow->shouldTerminate(), TerminateReply::now);  // the system's second request
 
   systemQuit = false;

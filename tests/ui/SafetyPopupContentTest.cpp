@@ -36,9 +36,10 @@ TEST_F(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresChangesButOnlyFloor
   SafetyPopupContent::chooseFloor(0, *app.lid);
   SafetyPopupContent::set(Setting::stopsInLowPowerMode, false, *app.lid);
   SafetyPopupContent::set(Setting::onlyOnPowerAdapter, true, *app.lid);
-  EXPECT_EQ(app.guardrails->settings(), (DeepwakeGuardrails::Settings{.batteryFloor = 0, .stopsInLowPowerMode = false,
-                                                                      .stopsWhenLidOpens = true,
-                                                                      .onlyOnPowerAdapter = true}));
+  EXPECT_EQ(
+      app.guardrails->settings(),
+      (DeepwakeGuardrails::Settings{
+          .batteryFloor = 0, .stopsInLowPowerMode = false, .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true}));
 }
 
 TEST_F(SafetyPopupContentTest, WhatAProfileSetsIsMarkedKeptAndTakenUpWhenItChanges) {

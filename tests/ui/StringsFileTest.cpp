@@ -52,19 +52,19 @@ TEST(StringsFileTest, ReadsEscapesAndUtf8Exactly) {
 // that are not UTF-8 text.
 TEST(StringsFileTest, WhatIsNotATableIsRefusedWithItsLine) {
   const std::vector<std::pair<std::string_view, int>> cases = {
-      {"\"a\" = \"b\";\n\"c\" = \"d\"\n", 2},    // no semicolon
-      {"a = \"b\";", 1},                       // unquoted key
-      {"\"a\" = b;", 1},                       // unquoted value
-      {"\"a\" \"b\";", 1},                     // no "="
-      {"\"\" = \"b\";", 1},                    // empty key
+      {"\"a\" = \"b\";\n\"c\" = \"d\"\n", 2},   // no semicolon
+      {"a = \"b\";", 1},                        // unquoted key
+      {"\"a\" = b;", 1},                        // unquoted value
+      {"\"a\" \"b\";", 1},                      // no "="
+      {"\"\" = \"b\";", 1},                     // empty key
       {"\"a\" = \"b\";\n\n\"a\" = \"c\";", 3},  // same key twice
-      {"\"a\" = \"b\";;", 1},                  // stray semicolon
+      {"\"a\" = \"b\";;", 1},                   // stray semicolon
       {"\"a\" = \"b\";\n/* open\n\n", 2},
       {"\n\"a\" = \"b;\n", 2},  // raw newline in quotes
       {"\"a\" = \"b\\", 1},
       {"\"a\" = \"\\x41\";", 1},
       {"\"a\" = \"\\U00g1\";", 1},
-      {"\"a\" = \"\\Ude00\";", 1},        // lone low surrogate
+      {"\"a\" = \"\\Ude00\";", 1},         // lone low surrogate
       {"\"a\" = \"\\Ud83d\\U0041\";", 1},  // high with a non-surrogate
       {"\"a\" = \"\\U0000\";", 1},
       {"\"a\" = \"b\";\n\"c\" = \"\xC3\x28\";", 2},

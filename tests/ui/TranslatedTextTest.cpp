@@ -35,9 +35,10 @@ TEST(TranslatedTextTest, APanelInGermanHasItsDurationsInGerman) {
 TEST(TranslatedTextTest, TheQuitAlertSaysTheTimeLeftInFullWordsInEachLanguage) {
   for (const auto& [language, expected] : std::vector<std::pair<Language, std::string>>{
            {german, "Noch 1 Stunde, 30 Minuten in dieser Sitzung."},
-           {arabic, "\u064A\u062A\u0628\u0642\u0649 \u0633\u0627\u0639\u0629 \u0648\u0663\u0660 "
-                    "\u062F\u0642\u064A\u0642\u0629 \u0641\u064A \u0647\u0630\u0647 "
-                    "\u0627\u0644\u062C\u0644\u0633\u0629."},  // 1 hour and 30 minutes left in this session.
+           {arabic,
+            "\u064A\u062A\u0628\u0642\u0649 \u0633\u0627\u0639\u0629 \u0648\u0663\u0660 "
+            "\u062F\u0642\u064A\u0642\u0629 \u0641\u064A \u0647\u0630\u0647 "
+            "\u0627\u0644\u062C\u0644\u0633\u0629."},  // 1 hour and 30 minutes left in this session.
        }) {
     const auto alert =
         QuitConfirmationAlert::make(QuitConfirmation::awakeMode(5400), language.locale, LayoutDirection::leftToRight);
