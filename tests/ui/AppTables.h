@@ -14,45 +14,35 @@
 
 namespace wakeloft::testing {
 
-// The app's own tables, read from the source tree.
-inline std::string tablePath(const std::string& language, TextTable table) {
-  return std::string(WAKELOFT_APP_RESOURCES) + "/" + language + ".lproj/" + std::string(tableName(table)) + ".strings";
-}
-
-// Fails the test, and gives an empty table, when the file is missing or
-// does not parse.
+// One of the app's own tables, read from the source tree. Fails the test,
+// and gives an empty table, when the file is missing or does not parse.
 inline StringsFile loadTable(const std::string& language, TextTable table) {
-  const auto path = tablePath(language, table);
-  const auto bytes = RegularFile::read(path, 1 << 20);
-  if (!bytes) {
-    ADD_FAILURE() << "cannot read " << path;
-    return StringsFile::parse("");
-  }
+  const auto path =
+      std::string(WAKELOFT_APP_RESOURCES) + "/" + language + ".lproj/" + std::string(tableName(table)) + ".strings";
   try {
-    return StringsFile::parse(*bytes);
+    if (const auto bytes = RegularFile::read(path, 1 << 20)) return StringsFile::parse(*bytes);
+    ADD_FAILURE() << "cannot read " << path;
   } catch (const std::exception& error) {
     ADD_FAILURE() << path << ": " << error.what();
-    return StringsFile::parse("");
   }
+  return StringsFile::parse("");
 }
 
 // A strings dictionary of the app's, such as "ar.lproj/Localizable"; empty
 // when the file does not exist. Fails the test when it does not read as one.
 inline StringsDictFile loadDictionary(const std::string& name) {
   const auto path = std::string(WAKELOFT_APP_RESOURCES) + "/" + name + ".stringsdict";
-  const auto empty = *StringsDictFile::from(PropertyList::Dictionary{});
-  const auto bytes = RegularFile::read(path, 1 << 20);
-  if (!bytes) return empty;
   try {
+    const auto bytes = RegularFile::read(path, 1 << 20);
+    if (!bytes) return *StringsDictFile::from(PropertyList::Dictionary{});
     const auto list = SystemPropertyListParser().parse(
         std::span(reinterpret_cast<const std::uint8_t*>(bytes->data()), bytes->size()));
     if (auto file = StringsDictFile::from(list)) return std::move(*file);
+    ADD_FAILURE() << path << " is not a strings dictionary";
   } catch (const std::exception& error) {
     ADD_FAILURE() << path << ": " << error.what();
-    return empty;
   }
-  ADD_FAILURE() << path << " is not a strings dictionary";
-  return empty;
+  return *StringsDictFile::from(PropertyList::Dictionary{});
 }
 
 // Looks texts up in one language's tables, as the bundle would.
@@ -66,12 +56,10 @@ struct LanguageTables {
   TextLookup lookup() const {
     return [this](TextKey key) -> std::optional<std::string> {
       const bool isDeepwake = key.table() == TextTable::deepwake;
-      if (const auto form = key.pluralForm()) {
-        if (const auto* value = (isDeepwake ? countedDeepwake : countedStandard).find(key.key(), *form)) return *value;
-        return std::nullopt;
-      }
-      if (const auto* value = (isDeepwake ? deepwake : standard).find(key.key())) return *value;
-      return std::nullopt;
+      const auto form = key.pluralForm();
+      const auto* value = form ? (isDeepwake ? countedDeepwake : countedStandard).find(key.key(), *form)
+                               : (isDeepwake ? deepwake : standard).find(key.key());
+      return value ? std::optional(*value) : std::nullopt;
     };
   }
 

@@ -7,7 +7,6 @@
 #include "TestControllers.h"
 #include "lid/LidSleepBlockerError.h"
 #include "ui/AwakePanelContent.h"
-#include "ui/SafetyPopupContent.h"
 
 namespace wakeloft {
 namespace {
@@ -40,90 +39,61 @@ class AutomationHandlerTest : public ::testing::Test {
   std::vector<std::string> logged;
 };
 
-TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDoAndWhatCannotBeReadOrFollowedChangesNothingAndIsLogged) {
-  app.consent->answer(true);
+TEST_F(AutomationHandlerTest, AddressesDoWhatThePanelsControlsDo) {
   open("wakeloft://start?for=90m");
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(5400));
-  open("wakeloft://start");
-  EXPECT_TRUE(app.awake->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
   open("wakeloft://toggle");
   EXPECT_FALSE(app.awake->isOn());
-  open("wakeloft://toggle");
-  EXPECT_TRUE(app.awake->isOn());
+}
 
-  // Deepwake joins the running session, and stop ends both at once.
-  open("wakeloft://deepwake?on=1");
-  EXPECT_TRUE(app.lid->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+TEST_F(AutomationHandlerTest, StopEndsDeepwakeAndTheSessionAtOnce) {
+  app.turnOnDeepwake();
   open("wakeloft://stop");
   EXPECT_FALSE(app.lid->isOn());
   EXPECT_FALSE(app.awake->isRequested());
+}
 
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(AwakeDuration::lidClosedDefault.seconds));
-  open("wakeloft://deepwake?on=0");
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_TRUE(app.awake->isOn());
-
-  // Held for a process, Deepwake joining, until the process ends.
-  open("wakeloft://stop");
+TEST_F(AutomationHandlerTest, AHoldWithDeepwakeLastsUntilTheProcessEnds) {
+  app.consent->answer(true);
   open("wakeloft://hold?pid=4242&for=1h&deepwake=1");
   EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(3600));
   EXPECT_TRUE(app.lid->isOn());
   app.processWatcher->end(4242);
   EXPECT_FALSE(app.awake->isOn());
-  EXPECT_EQ(panelShown, 0);
-  EXPECT_TRUE(logged.empty());
+}
 
+TEST_F(AutomationHandlerTest, WhatCannotBeReadOrFollowedChangesNothingAndIsLogged) {
   app.awake->turnOn(1800);
-  const Date end = app.clocks.now().adding(1800);
-  for (const auto* address : {"wakeloft://sleep", "wakeloft://hold?pid=1", "wakeloft://hold?pid=99",
-                              "wakeloft://start?for=9h", "wakeloft://st\xC3\xA4rt"}) {
-    open(address);
-    EXPECT_EQ(app.awake->activeUntil(), end) << address;
-  }
-  EXPECT_TRUE(app.binding->holds().empty());
+  const auto until = app.awake->activeUntil();
+  open("wakeloft://sleep");
+  open("wakeloft://hold?pid=99");
+  EXPECT_EQ(app.awake->activeUntil(), until);
+  EXPECT_EQ(logged, (std::vector<std::string>{"wakeloft address not followed: unknown action \"sleep\"",
+                                              "wakeloft address not followed: there is no process 99"}));
   EXPECT_EQ(panelShown, 0);
-  ASSERT_EQ(logged.size(), 5u);
-  EXPECT_EQ(logged[0], "wakeloft address not followed: unknown action \"sleep\"");
-  EXPECT_EQ(logged[2], "wakeloft address not followed: there is no process 99");
 }
 
 TEST_F(AutomationHandlerTest, EachAddressIsAnsweredUnderItsIdAndEachHoldLetGoOfIsTold) {
   using Kind = AutomationOutcome::Kind;
   open("wakeloft://hold?pid=99&id=a1");
-  EXPECT_EQ(lastOutcome(), (AutomationOutcome{Kind::refused, "a1", 0, "there is no process 99"}));
   open("wakeloft://hold?pid=4242&id=b2");
-  EXPECT_EQ(lastOutcome(), (AutomationOutcome{Kind::accepted, "b2", 0, ""}));
   open("wakeloft://stop?id=c3");
-  ASSERT_EQ(outcomes->published.size(), 4u);
-  EXPECT_EQ(outcomes->published[2], (AutomationOutcome{Kind::released, "", 4242, "the session was turned off"}));
-  EXPECT_EQ(outcomes->published[3], (AutomationOutcome{Kind::accepted, "c3", 0, ""}));
+  EXPECT_EQ(outcomes->published,
+            (std::vector<AutomationOutcome>{{Kind::refused, "a1", 0, "there is no process 99"},
+                                            {Kind::accepted, "b2", 0, ""},
+                                            {Kind::released, "", 4242, "the session was turned off"},
+                                            {Kind::accepted, "c3", 0, ""}}));
 }
 
 TEST_F(AutomationHandlerTest, DeepwakeThatCannotStartShowsThePanelAndIsRefusedButAProcessIsHeldAnyway) {
   app.consent->answer(true);
   app.heatWarning->acknowledged = false;
   app.lid->refresh();
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason, "Deepwake waits until its heat warning is read in Wakeloft's panel");
-  EXPECT_FALSE(app.awake->isRequested());
   open("wakeloft://hold?pid=4242&deepwake=1");
-  EXPECT_EQ(lastOutcome().kind, AutomationOutcome::Kind::refused);
   EXPECT_EQ(lastOutcome().reason,
             "the session is held, but Deepwake waits until its heat warning is read in Wakeloft's panel");
-  EXPECT_EQ(panelShown, 2);
+  EXPECT_EQ(panelShown, 1);
   EXPECT_EQ(app.binding->endingLast().size(), 1u);
-  EXPECT_EQ(app.helper->prepareCount, 0);
-
-  // Past the warning, the helper's own refusal is the panel's to explain.
-  app.lid->acknowledgeHeatWarning();
-  app.helper->nextPreparationError = std::make_exception_ptr(LidSleepBlockerError::helperRequiresApproval());
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(panelShown, 3);
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_EQ(app.lid->lastFailure(), AwakeFailure(AwakeFailure::LidHelperRequiresApproval{}));
 }
 
 TEST_F(AutomationHandlerTest, DeepwakePausedForPowerIsNoRefusalAndShowsNoPanel) {
@@ -131,7 +101,6 @@ TEST_F(AutomationHandlerTest, DeepwakePausedForPowerIsNoRefusalAndShowsNoPanel) 
   app.machine->current.isOnBattery = true;
   app.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
   open("wakeloft://hold?pid=4242&deepwake=1&id=p");
-  EXPECT_TRUE(app.lid->isPausedForPower());
   EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::accepted, "p", 0, ""}));
   EXPECT_EQ(panelShown, 0);
 }
@@ -140,75 +109,50 @@ bool panelAsks(const testing::TestControllers& app) {
   return AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).deepwake.automationQuestion.has_value();
 }
 
-const std::string waitsForConsent = "Deepwake waits until scripts and Shortcuts are allowed to turn it on, in "
-                                    "Wakeloft's panel";
-
 TEST_F(AutomationHandlerTest, DeepwakeFromAScriptAsksFirstAndAllowingCarriesTheRequestOut) {
-  open("wakeloft://deepwake?on=1&id=d");
-  EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::refused, "d", 0, waitsForConsent}));
-  EXPECT_FALSE(app.lid->isWanted());
+  open("wakeloft://deepwake?on=1");
+  EXPECT_EQ(lastOutcome().reason,
+            "Deepwake waits until scripts and Shortcuts are allowed to turn it on, in Wakeloft's panel");
   EXPECT_EQ(panelShown, 1);
   EXPECT_TRUE(panelAsks(app));
 
   perform(PanelAction::answerDeepwakeAutomation(true), app.controllers(), nullptr);
   EXPECT_TRUE(app.lid->isOn());
-  EXPECT_FALSE(panelAsks(app));
-  open("wakeloft://deepwake?on=0");
-  open("wakeloft://deepwake?on=1&id=e");
-  EXPECT_EQ(lastOutcome(), (AutomationOutcome{AutomationOutcome::Kind::accepted, "e", 0, ""}));
-  EXPECT_EQ(panelShown, 1);
 }
 
-TEST_F(AutomationHandlerTest, DeepwakeFromAScriptIsRefusedWithoutAskingOnceTheSafetySwitchIsOff) {
-  SafetyPopupContent::set(SafetyPopupContent::Setting::automationMayTurnOn, false, *app.lid, app.consent.get());
-  EXPECT_FALSE(SafetyPopupContent::current(*app.lid, "en_US", app.consent.get()).automation->isOn);
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason,
-            "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings");
-  EXPECT_FALSE(app.lid->isWanted());
-  EXPECT_EQ(panelShown, 0);
-  EXPECT_FALSE(panelAsks(app));
+// Each in turn, on top of the one before. Only a refused mode is the
+// panel's to show; the scripts' own refusals are not.
+TEST_F(AutomationHandlerTest, DeepwakeRefusedByARuleOrAProfileIsRefusedWithItsReason) {
+  for (const auto& [rule, reason, panels] : std::vector<std::tuple<std::function<void()>, std::string, int>>{
+           {[&] {
+              app.consent->answer(true);
+              app.guardrails->deepwakeAllowed = false;
+              app.lid->refresh();
+            },
+            "your organization does not allow Deepwake on this Mac", 1},
+           {[&] { app.consent->answer(false); },
+            "scripts and Shortcuts may not turn on Deepwake; that is a switch in Wakeloft's Safety settings", 1},
+           {[&] { app.defaults.force(DeepwakeAutomationConsent::key, false); },
+            "your organization does not let scripts and Shortcuts turn on Deepwake", 1}}) {
+    rule();
+    open("wakeloft://deepwake?on=1");
+    EXPECT_EQ(lastOutcome().reason, reason);
+    EXPECT_EQ(panelShown, panels) << reason;
+  }
 }
 
 TEST_F(AutomationHandlerTest, TurningDeepwakeOffFromAScriptNeverAsks) {
   app.turnOnDeepwake();
   open("wakeloft://deepwake?on=0");
   EXPECT_FALSE(app.lid->isWanted());
-  EXPECT_EQ(lastOutcome().kind, AutomationOutcome::Kind::accepted);
   EXPECT_FALSE(panelAsks(app));
 }
 
 TEST_F(AutomationHandlerTest, AHoldGoneBeforeTheAnswerTakesItsDeepwakeRequestWithIt) {
   open("wakeloft://hold?pid=4242&deepwake=1");
-  EXPECT_EQ(lastOutcome().reason, "the session is held, but " + waitsForConsent);
   app.processWatcher->end(4242);
   perform(PanelAction::answerDeepwakeAutomation(true), app.controllers(), nullptr);
   EXPECT_FALSE(app.lid->isWanted());
-  EXPECT_FALSE(app.awake->isOn());
-}
-
-TEST_F(AutomationHandlerTest, AProfileForbiddingDeepwakeEndsItHidesItsBlockAndRefusesAddresses) {
-  app.consent->answer(true);
-  app.turnOnDeepwake();
-  app.guardrails->deepwakeAllowed = false;
-  app.lid->refresh();
-  EXPECT_FALSE(app.lid->isWanted());
-  EXPECT_TRUE(AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).deepwake.isHidden);
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason, "your organization does not allow Deepwake on this Mac");
-  EXPECT_FALSE(app.lid->isWanted());
-}
-
-TEST_F(AutomationHandlerTest, WhatAProfileForbidsIsRefusedWithItsReasonAndCannotBeSwitched) {
-  app.defaults.force(DeepwakeAutomationConsent::key, false);
-  app.consent->reload();
-  open("wakeloft://deepwake?on=1");
-  EXPECT_EQ(lastOutcome().reason, "your organization does not let scripts and Shortcuts turn on Deepwake");
-  EXPECT_EQ(panelShown, 0);
-  SafetyPopupContent::set(SafetyPopupContent::Setting::automationMayTurnOn, true, *app.lid, app.consent.get());
-  const auto safety = SafetyPopupContent::current(*app.lid, "en_US", app.consent.get());
-  EXPECT_TRUE(safety.automation->isForced);
-  EXPECT_FALSE(safety.automation->isOn);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <utility>
 #include <string>
 #include <vector>
@@ -20,7 +19,8 @@ class PanelActionTest : public ::testing::Test {
  protected:
   void SetUp() override { app.start(); }
   void run(const PanelAction& action) {
-    perform(action, app.controllers(), [this] { ++settingsOpened; }, [this] { ++applicationsShown; });
+    perform(
+        action, app.controllers(), [this] { ++settingsOpened; }, [this] { ++applicationsShown; });
   }
 
   TestControllers app;
@@ -28,92 +28,58 @@ class PanelActionTest : public ::testing::Test {
   int applicationsShown = 0;
 };
 
-TEST_F(PanelActionTest, TheMainButtonDeepwakeSwitchPresetsAndLoginControlsReachTheirControllers) {
-  run(PanelAction::toggleAwakeMode());
-  EXPECT_TRUE(app.awake->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+TEST_F(PanelActionTest, TheMainButtonEndsDeepwakeAtOnceWithTheSession) {
   app.turnOnDeepwake();
-  run(AwakePanelContent::current(app.controllers(), "en_US", {14, 0, 0}).mainButton.action);
+  run(PanelAction::toggleAwakeMode());
   EXPECT_FALSE(app.awake->isOn());
-  // Off at once, not only once its deadline timer has run.
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_FALSE(app.helper->isEngaged());
-
-  run(PanelAction::setOpenAtLogin(true));
-  EXPECT_TRUE(app.loginItem->isEnabled());
-  run(PanelAction::setOpenAtLogin(false));
-  EXPECT_FALSE(app.loginItem->isRegistered());
-  run(PanelAction::openLoginItemsSettings());
-  EXPECT_EQ(settingsOpened, 1);
-  run(PanelAction::revealApplicationsFolder());
-  EXPECT_EQ(std::pair(settingsOpened, applicationsShown), std::pair(1, 1));
-
-  run(PanelAction::setDeepwake(true));
-  EXPECT_TRUE(app.lid->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(7200));
-
-  run(PanelAction::setDeepwake(false));
-  EXPECT_FALSE(app.lid->isOn());
-  EXPECT_TRUE(app.awake->isOn());  // the session runs on
-
-  run(PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
-  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(1800));
-
-  run(PanelAction::turnOnAwakeMode(std::nullopt));  // the timer is dropped
-  EXPECT_TRUE(app.awake->isOn());
-  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+  EXPECT_FALSE(app.lid->isOn());  // not only once its deadline timer has run
 }
 
-TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwakeAndDontRetryForgetsTheRequestedSession) {
+// Each control in turn, from where the one before left off.
+TEST_F(PanelActionTest, EachControlReachesItsControllerOrView) {
+  const auto until = [&](double seconds) { return app.awake->activeUntil() == app.clocks.now().adding(seconds); };
+  for (const auto& [action, done, what] : std::vector<std::tuple<PanelAction, std::function<bool()>, const char*>>{
+           {PanelAction::setDeepwake(true), [&] { return app.lid->isOn() && until(7200); },
+            "Deepwake with its session"},
+           {PanelAction::setDeepwake(false), [&] { return !app.lid->isOn() && app.awake->isOn(); }, "Deepwake off"},
+           {PanelAction::turnOnAwakeMode(AwakeDuration{1800}), [&] { return until(1800); }, "a preset"},
+           {PanelAction::turnOnAwakeMode(std::nullopt), [&] { return !app.awake->activeUntil(); }, "no timer"},
+           {PanelAction::setOpenAtLogin(true), [&] { return app.loginItem->isEnabled(); }, "open at login"},
+           {PanelAction::setOpenAtLogin(false), [&] { return !app.loginItem->isRegistered(); }, "not at login"},
+           {PanelAction::openLoginItemsSettings(), [&] { return settingsOpened == 1; }, "the Login Items pane"},
+           {PanelAction::revealApplicationsFolder(), [&] { return applicationsShown == 1; }, "Applications"}}) {
+    run(action);
+    EXPECT_TRUE(done()) << what;
+  }
+}
+
+TEST_F(PanelActionTest, AcknowledgingTheHeatWarningUnlocksDeepwake) {
   app.heatWarning->acknowledged = false;
   app.start();
-  run(PanelAction::setDeepwake(true));
-  EXPECT_FALSE(app.lid->isOn());
   run(PanelAction::acknowledgeHeatWarning());
-  EXPECT_TRUE(app.heatWarning->acknowledged);
   run(PanelAction::setDeepwake(true));
   EXPECT_TRUE(app.lid->isOn());
+}
 
+TEST_F(PanelActionTest, DontRetryForgetsTheRequestedSession) {
   app.intents->stored = StoredAwakeIntent::intent(AwakeIntent::indefinite());
   app.assertion->nextRefusal = -1;
   app.start();
-  ASSERT_TRUE(app.awake->isRequested());
   run(PanelAction::stopRetrying());
   EXPECT_FALSE(app.awake->isRequested());
   EXPECT_FALSE(app.intents->isAwakeRequested());
-  EXPECT_EQ(app.awake->lastFailure(), std::nullopt);
 }
 
-TEST_F(PanelActionTest, OpeningThePanelRefreshesLoginSessionLeaseAndLidInThatOrder) {
+// Changed elsewhere meanwhile, and no timer has fired.
+TEST_F(PanelActionTest, OpeningThePanelRefreshesLoginSessionLeaseAndLid) {
   app.turnOnDeepwake(600);
-  app.heatWarning->acknowledged = false;  // changed elsewhere meanwhile
+  app.heatWarning->acknowledged = false;
   app.loginItemService->setState(LoginItemState::requiresApproval);
-  app.clocks.pass(601);  // no timer has fired
-
-  std::vector<std::string> told;
-  auto login = app.loginItem->observe([&] { told.push_back("login"); });
-  auto awake = app.awake->observe([&] { told.push_back(app.awake->isOn() ? "awake on" : "awake off"); });
-  auto lid = app.lid->observe([&] {
-    told.push_back(std::string("lid") + (app.lid->isOn() ? " on" : " off") +
-                   (app.lid->hasAcknowledgedHeatWarning() ? " acknowledged" : ""));
-  });
-
+  app.clocks.pass(601);
   run(AwakePanelContent::onOpen());
   EXPECT_TRUE(app.loginItem->needsApproval());
-  EXPECT_FALSE(app.awake->isOn());
   EXPECT_FALSE(app.lid->isOn());
   EXPECT_FALSE(app.lid->hasAcknowledgedHeatWarning());
-
-  // The login item first; the session's end before the lease check that
-  // ends Deepwake; the lid's store last.
-  const auto at = [&](const std::string& entry) { return std::find(told.begin(), told.end(), entry) - told.begin(); };
-  const auto never = static_cast<long>(told.size());
-  ASSERT_FALSE(told.empty());
-  EXPECT_EQ(told.front(), "login");
-  EXPECT_LT(at("awake off"), never);
-  EXPECT_LT(at("awake off"), at("lid off acknowledged"));
-  EXPECT_LT(at("lid off acknowledged"), never);
-  EXPECT_EQ(told.back(), "lid off");
 }
 
 }  // namespace

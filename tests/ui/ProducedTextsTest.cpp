@@ -1,106 +1,77 @@
-// Every text in the catalog is produced by some part of the interface, and
-// every text the parts produce is in the catalog: together with the tables
-// test this ties the tables to the code.
+// Every catalog text is produced by some part of the interface, and only
+// those: with the tables test this ties the tables to the code.
 
 #include <gtest/gtest.h>
 
-#include <cctype>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "AppTables.h"
 #include "TestAutomaticSessions.h"
 #include "TestControllers.h"
-#include "prefs/PresetDurations.h"
 #include "session/InMemoryScreenLockNotifier.h"
 #include "session/InMemoryScreenOnStore.h"
+#include "ui/AutomaticPopupContent.h"
 #include "ui/AwakePanelContent.h"
 #include "ui/FailureText.h"
 #include "ui/MenuBarItem.h"
 #include "ui/AboutPopupContent.h"
-#include "ui/AutomaticPopupContent.h"
 #include "ui/QuitConfirmationAlert.h"
 #include "ui/SafetyPopupContent.h"
 #include "ui/SettingsMenu.h"
 #include "ui/SettingsPopupContent.h"
-#include "base/Utf8.h"
+#include "prefs/SystemTimeZone.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
 namespace {
 
-using KeySet = std::set<std::pair<std::string, TextTable>>;
+// The catalog keys of what the parts show or say.
+struct Keys {
+  std::set<std::pair<std::string, TextTable>> found;
 
-void collect(KeySet& keys, const LocalizedText& text) {
-  if (text.key()) keys.emplace(std::string(text.key()->key()), text.key()->table());
-}
-
-std::vector<AwakeFailure> everyFailure() {
-  std::vector<AwakeFailure> failures = {AwakeFailure::AssertionRefused{-1}, AwakeFailure::Reported{"x"},
-                                        AwakeFailure::LidHelperUnavailable{},
-                                        AwakeFailure::LidHelperRequiresApproval{}};
-  for (auto refusal : {LidHelperRefusal::settingUnreadable("d"), LidHelperRefusal::settingUnwritten("d"),
-                       LidHelperRefusal::settingNotPutBack("d"), LidHelperRefusal::unrecognized("d"),
-                       LidHelperRefusal::deadlineNotANumber(), LidHelperRefusal::settingOnElsewhere(),
-                       LidHelperRefusal::settingTurnedOffElsewhere()}) {
-    failures.push_back(AwakeFailure::LidHelperRefused{std::move(refusal)});
+  void add(const LocalizedText& text) {
+    if (text.key()) found.emplace(std::string(text.key()->key()), text.key()->table());
   }
-  return failures;
-}
-
-void collect(KeySet& keys, const std::optional<PanelNote>& note) {
-  if (!note) return;
-  note->spokenLabel([&](TextKey key) -> std::optional<std::string> {
-    keys.emplace(std::string(key.key()), key.table());
-    return std::nullopt;
-  });
-  if (note->link) {
-    collect(keys, note->link->title);
-    if (note->link->accessibilityLabel) collect(keys, *note->link->accessibilityLabel);
+  void add(const PanelButton& button) { add(button.title, button.accessibilityLabel); }
+  void add(const PanelSwitch& toggle) { add(toggle.title, toggle.accessibilityHelp); }
+  // The note's spoken form adds the error prefix.
+  void add(const PanelNote& note) {
+    note.spokenLabel([&](TextKey key) -> std::optional<std::string> {
+      found.emplace(std::string(key.key()), key.table());
+      return std::nullopt;
+    });
+    add(note.link);
   }
-}
-
-void collect(KeySet& keys, const PanelSwitch& toggle) {
-  collect(keys, toggle.title);
-  if (toggle.accessibilityHelp) collect(keys, *toggle.accessibilityHelp);
-}
-
-void collect(KeySet& keys, const AwakePanelContent& panel) {
-  collect(keys, panel.header.title);
-  collect(keys, panel.header.spokenStatus);
-  if (panel.header.spokenNote) collect(keys, *panel.header.spokenNote);
-  collect(keys, panel.statusLine);
-  collect(keys, panel.explanation);
-  collect(keys, panel.mainButton.title);
-  if (panel.sessionControls.cancelTimer) collect(keys, panel.sessionControls.cancelTimer->title);
-  if (panel.sessionControls.presetsCaption) collect(keys, *panel.sessionControls.presetsCaption);
-  for (const auto& preset : panel.sessionControls.presets) collect(keys, preset.title);
-  collect(keys, panel.deepwake.toggle);
-  collect(keys, panel.deepwake.caption);
-  collect(keys, panel.deepwake.precaution);
-  collect(keys, panel.deepwake.failure);
-  collect(keys, panel.deepwake.guardrail);
-  if (const auto& question = panel.deepwake.automationQuestion) {
-    for (const auto& text : {question->text, question->dontAllow.title, question->allow.title}) collect(keys, text);
+  template <typename T>
+  void add(const std::optional<T>& value) {
+    if (value) add(*value);
   }
-  collect(keys, panel.deepwake.location);
-  if (panel.retry.dontRetry) collect(keys, panel.retry.dontRetry->title);
-  collect(keys, panel.retry.failure);
-  collect(keys, panel.login.toggle);
-  collect(keys, panel.login.approval);
-  collect(keys, panel.login.location);
-  collect(keys, panel.login.failure);
-  if (const auto& screenOn = panel.screenOn) {
-    collect(keys, screenOn->toggle);
-    collect(keys, screenOn->failure);
+  template <typename... T>
+  requires(sizeof...(T) > 1) void add(const T&... values) { (add(values), ...); }
+  template <typename T>
+  void add(const std::vector<T>& values) {
+    for (const auto& value : values) add(value);
   }
-}
+
+  void add(const AwakePanelContent& panel) {
+    add(panel.header.title, panel.header.spokenStatus, panel.header.spokenNote, panel.statusLine, panel.explanation);
+    add(panel.mainButton, panel.sessionControls.cancelTimer, panel.sessionControls.presetsCaption,
+        panel.sessionControls.presets);
+    const auto& deepwake = panel.deepwake;
+    add(deepwake.toggle, deepwake.caption, deepwake.precaution, deepwake.failure, deepwake.guardrail,
+        deepwake.location);
+    if (const auto& question = deepwake.automationQuestion) add(question->text, question->dontAllow, question->allow);
+    add(panel.retry.dontRetry, panel.retry.failure, panel.login.toggle, panel.login.approval, panel.login.location,
+        panel.login.failure);
+    if (const auto& screenOn = panel.screenOn) add(screenOn->toggle, screenOn->failure);
+  }
+};
 
 // The panel in every state that changes its words.
-void collectPanels(KeySet& keys) {
+void addPanels(Keys& keys) {
   const auto shown = [&](testing::TestControllers& app, OperatingSystemVersion system = {14, 0, 0}) {
-    collect(keys, AwakePanelContent::current(app.controllers(), "en_US", system));
+    keys.add(AwakePanelContent::current(app.controllers(), "en_US", system));
   };
   testing::TestControllers app;
   app.heatWarning->acknowledged = false;
@@ -129,7 +100,7 @@ void collectPanels(KeySet& keys) {
       app.awake, display, screenOnStore, app.machine, std::make_shared<testing::ManualConditionsNotifier>(),
       std::make_shared<ScreenLockState>(std::make_shared<InMemoryScreenLockNotifier>()),
       std::make_shared<testing::ManualRecheckNotifier>());
-  collect(keys, AwakePanelContent::current(withScreenOn, "en_US", {14, 0, 0}));
+  keys.add(AwakePanelContent::current(withScreenOn, "en_US", {14, 0, 0}));
   app.clocks.pass(3570);
   shown(app);
   app.machine->current.isOnBattery = true;
@@ -184,43 +155,38 @@ void collectPanels(KeySet& keys) {
   shown(translocated);
 }
 
-KeySet produced() {
-  KeySet keys;
-  for (const auto& failure : everyFailure()) collect(keys, FailureText::describing(failure));
-  collectPanels(keys);
-  for (const bool timer : {false, true}) {
-    for (const bool lid : {false, true}) {
-      collect(keys, MenuBarItem::iconLabel({true, timer, lid}));
-    }
+Keys produced() {
+  Keys keys;
+  for (const AwakeFailure& failure :
+       {AwakeFailure(AwakeFailure::AssertionRefused{-1}), AwakeFailure(AwakeFailure::LidHelperUnavailable{}),
+        AwakeFailure(AwakeFailure::LidHelperRequiresApproval{})}) {
+    keys.add(FailureText::describing(failure));
   }
-  collect(keys, MenuBarItem::iconLabel({}));
-  collect(keys, MenuBarItem::iconLabel({.showsUpdateDot = true}));
-
-  collect(keys, SettingsMenu::buttonTitle());
+  for (const auto& refusal : {LidHelperRefusal::settingUnreadable("d"), LidHelperRefusal::settingUnwritten("d"),
+                              LidHelperRefusal::settingNotPutBack("d"), LidHelperRefusal::deadlineNotANumber(),
+                              LidHelperRefusal::settingOnElsewhere(), LidHelperRefusal::settingTurnedOffElsewhere()}) {
+    keys.add(FailureText::describing(refusal));
+  }
+  addPanels(keys);
+  for (const bool timer : {false, true}) {
+    for (const bool lid : {false, true}) keys.add(MenuBarItem::iconLabel({true, timer, lid}));
+  }
+  keys.add(MenuBarItem::iconLabel({}), MenuBarItem::iconLabel({.showsUpdateDot = true}), SettingsMenu::buttonTitle());
   for (const auto& waitingUpdate : {std::optional<std::string>(), std::optional<std::string>("2.1")}) {
-    collect(keys, SettingsMenu::buttonAccessibilityLabel(waitingUpdate));
-    for (const auto& item : SettingsMenu::items(waitingUpdate)) {
-      if (item.title) collect(keys, *item.title);
-    }
+    keys.add(SettingsMenu::buttonAccessibilityLabel(waitingUpdate));
+    for (const auto& item : SettingsMenu::items(waitingUpdate)) keys.add(item.title);
   }
   testing::TestControllers app;
   app.start();
   const auto chooser = SettingsPopupContent::current(*app.presets, "en_US");
-  collect(keys, chooser.title);
-  collect(keys, chooser.hint);
-  collect(keys, chooser.rowHelp);
-  for (const auto& row : chooser.rows) collect(keys, row.label);
+  keys.add(chooser.title, chooser.hint, chooser.rowHelp);
+  for (const auto& row : chooser.rows) keys.add(row.label);
   const auto safety = SafetyPopupContent::current(*app.lid, "en_US", app.consent.get());
-  for (const auto& text : {safety.title, safety.floorTitle, safety.floorHint, safety.heatNote, safety.managedNote}) {
-    collect(keys, text);
-  }
-  for (const auto& floor : safety.floors) collect(keys, floor.label);
+  keys.add(safety.title, safety.floorTitle, safety.floorHint, safety.heatNote, safety.managedNote);
+  for (const auto& floor : safety.floors) keys.add(floor.label);
   auto rows = safety.switches;
-  if (safety.automation) rows.push_back(*safety.automation);
-  for (const auto& row : rows) {
-    collect(keys, row.title);
-    collect(keys, row.hint);
-  }
+  rows.push_back(*safety.automation);
+  for (const auto& row : rows) keys.add(row.title, row.hint);
   testing::TestAutomaticSessions sessions;
   sessions.start();
   testing::ManualScreenLockSetting screenLock;
@@ -228,118 +194,38 @@ KeySet produced() {
   for (const auto& bundle : {Bundle{std::nullopt, "Tool", std::nullopt, "/Tool.app"},
                              Bundle{"com.example.a", "A", std::nullopt, "/A.app"},
                              Bundle{"com.example.b", "B\n", std::nullopt, "/B.app"}}) {
-    if (const auto refusal = AutomaticPopupContent::addChosenApp(bundle, *sessions.automatic)) collect(keys, *refusal);
+    keys.add(AutomaticPopupContent::addChosenApp(bundle, *sessions.automatic));
   }
   const auto automatic = AutomaticPopupContent::current(*sessions.automatic, "en_US", &screenLock);
-  for (const auto& text : {automatic.title, automatic.noApps, automatic.addApp, automatic.startLabel,
-                           automatic.endLabel, automatic.combinationTitle, automatic.commandLineNote,
-                           automatic.stopWhenScreenLocks->title, automatic.stopWhenScreenLocks->hint}) {
-    collect(keys, text);
-  }
-  for (const auto& rule : automatic.rules) {
-    collect(keys, rule.toggle.title);
-    collect(keys, rule.toggle.hint);
-  }
-  for (const auto& chosen : automatic.apps) collect(keys, chosen.removeLabel);
-  for (const auto& choice : automatic.combinations) collect(keys, choice.label);
+  keys.add(automatic.title, automatic.noApps, automatic.addApp, automatic.startLabel, automatic.endLabel,
+           automatic.combinationTitle, automatic.commandLineNote, automatic.stopWhenScreenLocks->title,
+           automatic.stopWhenScreenLocks->hint);
+  for (const auto& rule : automatic.rules) keys.add(rule.toggle.title, rule.toggle.hint);
+  for (const auto& chosen : automatic.apps) keys.add(chosen.removeLabel);
+  for (const auto& choice : automatic.combinations) keys.add(choice.label);
   auto full = sessions.automatic->settings();
   full.apps.resize(AutomaticRules::Settings::mostApps);
   for (std::size_t i = 0; i < full.apps.size(); ++i) full.apps[i] = {"com.example." + std::to_string(i), "A", ""};
   sessions.automatic->setSettings(full);
-  collect(keys, *AutomaticPopupContent::addChosenApp(Bundle{"com.example.c", "C", std::nullopt, "/C.app"},
-                                                     *sessions.automatic));
-
-  struct Utc final : TimeZone {
-    int secondsFromGMT(Date) const override { return 0; }
-  };
-  const auto about = AboutPopupContent::current(AboutInfo{"1.0", ""}, Date{0}, Utc());
-  collect(keys, about.name);
-  collect(keys, *about.version);
-  collect(keys, about.copyright);
+  keys.add(AutomaticPopupContent::addChosenApp(Bundle{"com.example.c", "C", std::nullopt, "/C.app"},
+                                               *sessions.automatic));
+  const auto about = AboutPopupContent::current(AboutInfo{"1.0", ""}, Date{0}, SystemTimeZone("UTC"));
+  keys.add(about.name, about.version, about.copyright);
   for (const auto& question : {QuitConfirmation::awakeMode(600), QuitConfirmation::deepwake(600),
                                QuitConfirmation::awakeMode(600, false), QuitConfirmation::deepwake(600, false)}) {
     const auto alert = QuitConfirmationAlert::make(question, "en_US", LayoutDirection::leftToRight);
-    collect(keys, alert->title);
-    for (const auto& sentence : alert->message.sentences()) collect(keys, sentence);
-    for (const auto& button : alert->buttons) collect(keys, button.title);
+    keys.add(alert->title, alert->message.sentences());
+    for (const auto& button : alert->buttons) keys.add(button.title);
   }
   return keys;
 }
 
 TEST(ProducedTextsTest, TheCatalogIsExactlyWhatTheInterfaceProduces) {
-  KeySet catalog;
+  std::set<std::pair<std::string, TextTable>> catalog;
   for (const auto& key : TextCatalog::all()) catalog.emplace(std::string(key.key()), key.table());
-  auto keys = produced();
+  const auto keys = produced().found;
   for (const auto& key : keys) EXPECT_TRUE(catalog.contains(key)) << "not in the catalog: " << key.first;
   for (const auto& key : catalog) EXPECT_TRUE(keys.contains(key)) << "produced by nothing: " << key.first;
-}
-
-// Everything VoiceOver reads whole, in `locale`, with sessions of each of
-// `seconds`: the panel's header, labels and help, the preset chooser's rows,
-// the quit alerts.
-std::vector<std::string> spokenTexts(const std::string& locale, const TextLookup& lookup,
-                                     const std::vector<double>& seconds) {
-  std::vector<std::string> texts;
-  const auto say = [&](const std::optional<LocalizedText>& text) {
-    texts.push_back(text ? text->resolved(lookup) : "");
-  };
-  const auto sayPanel = [&](const testing::TestControllers& app) {
-    const auto panel = AwakePanelContent::current(app.controllers(), locale, {15, 0, 0});
-    texts.push_back(panel.header.spokenLabel(lookup));
-    for (const auto& preset : panel.sessionControls.presets) say(preset.accessibilityLabel);
-    for (const auto* toggle : {&panel.deepwake.toggle, &panel.login.toggle}) say(toggle->accessibilityHelp);
-    for (const auto& note : {panel.deepwake.guardrail, panel.deepwake.failure, panel.retry.failure}) {
-      texts.push_back(note ? note->spokenLabel(lookup) : "");
-    }
-  };
-  testing::TestControllers idle;
-  idle.start();
-  sayPanel(idle);
-  for (const auto& row : SettingsPopupContent::current(*idle.presets, locale).rows) say(row.spokenLabel);
-  for (const double length : seconds) {
-    testing::TestControllers app;
-    app.processes->start(4242, 7, "make");
-    app.processes->start(4243, 8, "xcodebuild");
-    app.start();
-    app.awake->turnOn(length);
-    sayPanel(app);
-    for (const int pid : {4242, 4243}) {
-      app.binding->hold(pid, length);
-      sayPanel(app);
-    }
-    for (const auto& question : {QuitConfirmation::awakeMode(length), QuitConfirmation::deepwake(length)}) {
-      const auto alert = QuitConfirmationAlert::make(question, locale, LayoutDirection::leftToRight);
-      texts.push_back(alert->title.resolved(lookup) + " " + alert->message.resolved(lookup));
-    }
-  }
-  return texts;
-}
-
-// Whether `text` holds `form` as a whole: not the start of a longer word,
-// as the short "25 د" starts the full "25 دقيقة".
-bool holdsWhole(std::string_view text, std::string_view form) {
-  for (auto at = text.find(form); at != std::string_view::npos; at = text.find(form, at + 1)) {
-    const auto rest = text.substr(at + form.size());
-    const char32_t next = rest.empty() ? U' ' : Utf8::front(rest).value;
-    const bool latin = (next < 0x80 && std::isalpha(static_cast<int>(next))) || (next >= 0xC0 && next <= 0x24F);
-    if (!latin && !(next >= 0x0620 && next <= 0x064A)) return true;
-  }
-  return false;
-}
-
-TEST(ProducedTextsTest, NothingVoiceOverReadsHasAShortDurationInAnyLanguage) {
-  const std::vector<double> seconds{600, 1500, 5400};
-  for (const auto& [language, locale] :
-       std::vector<std::pair<std::string, std::string>>{{"en", "en_US"}, {"de", "de_DE"}, {"ar", "ar"}}) {
-    SCOPED_TRACE(locale);
-    std::vector<std::string> shortForms;
-    for (const double length : seconds) shortForms.push_back(AwakeDuration{length}.label(locale));
-    for (const auto& preset : PresetDurations::candidates) shortForms.push_back(preset.label(locale));
-    const testing::LanguageTables tables(language);
-    for (const auto& text : spokenTexts(locale, tables.lookup(), seconds)) {
-      for (const auto& form : shortForms) EXPECT_FALSE(holdsWhole(text, form)) << "\"" << form << "\" in: " << text;
-    }
-  }
 }
 
 }  // namespace

@@ -22,7 +22,6 @@ TEST(QuitAppleEventTest, OnlyTheSystemsReasonsInAQuitEventAreTheSystems) {
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(std::nullopt));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(std::nullopt, std::nullopt)));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("user"), std::nullopt)));
-  EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(0, std::nullopt)));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(quitEvent(fourCharCode("user"), fourCharCode("shut"))));
   EXPECT_FALSE(QuitAppleEvent::isSystemQuit(
       QuitAppleEvent{fourCharCode("aevt"), fourCharCode("oapp"), fourCharCode("shut"), std::nullopt}));

@@ -2,61 +2,70 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "TestControllers.h"
 
 namespace wakeloft {
 namespace {
 
 using Setting = SafetyPopupContent::Setting;
+// Each switch on or off, and whether a profile set it.
+using States = std::vector<std::pair<bool, bool>>;
 
-TEST(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresAndAppliesChanges) {
+class SafetyPopupContentTest : public ::testing::Test {
+ protected:
+  SafetyPopupContent content() { return SafetyPopupContent::current(*app.lid, "en_US", app.consent.get()); }
+  States switches() {
+    States states;
+    for (const auto& row : content().switches) states.emplace_back(row.isOn, row.isForced);
+    return states;
+  }
+
   testing::TestControllers app;
+};
+
+TEST_F(SafetyPopupContentTest, ShowsTheStoredChoicesAndStoresChangesButOnlyFloorsOnOffer) {
   app.guardrails->setSettings({.batteryFloor = 30, .stopsWhenLidOpens = true});
   app.start();
-  auto content = SafetyPopupContent::current(*app.lid, "en_US");
-  EXPECT_EQ(content.chosenFloor, 30);
-  ASSERT_EQ(content.floors.size(), 5u);
-  EXPECT_EQ(content.floors[0].label.english(), "Never");
-  EXPECT_EQ(content.floors[4].label.english(), "At 50%");
-  ASSERT_EQ(content.switches.size(), 3u);
-  EXPECT_TRUE(content.switches[0].isOn);
-  EXPECT_TRUE(content.switches[1].isOn);
-  EXPECT_FALSE(content.switches[2].isOn);
+  EXPECT_EQ(switches(), (States{{true, false}, {true, false}, {false, false}}));
+  SafetyPopupContent::chooseFloor(25, *app.lid);
+  EXPECT_EQ(content().chosenFloor, 30);
 
-  SafetyPopupContent::chooseFloor(25, *app.lid);  // not one on offer
   SafetyPopupContent::chooseFloor(0, *app.lid);
   SafetyPopupContent::set(Setting::stopsInLowPowerMode, false, *app.lid);
   SafetyPopupContent::set(Setting::onlyOnPowerAdapter, true, *app.lid);
-  const DeepwakeGuardrails::Settings expected{.batteryFloor = 0, .stopsInLowPowerMode = false,
-                                              .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true};
-  EXPECT_EQ(app.guardrails->settings(), expected);
-  content = SafetyPopupContent::current(*app.lid, "en_US");
-  ASSERT_EQ(content.switches.size(), 3u);
-  EXPECT_EQ(content.chosenFloor, 0);
-  EXPECT_FALSE(content.switches[0].isOn);
-  EXPECT_TRUE(content.switches[2].isOn);
+  EXPECT_EQ(
+      app.guardrails->settings(),
+      (DeepwakeGuardrails::Settings{
+          .batteryFloor = 0, .stopsInLowPowerMode = false, .stopsWhenLidOpens = true, .onlyOnPowerAdapter = true}));
 }
 
-TEST(SafetyPopupContentTest, WhatAProfileSetsIsDisabledKeptAndTakenUpWhenItChanges) {
-  testing::TestControllers app;
+TEST_F(SafetyPopupContentTest, WhatAProfileSetsIsMarkedKeptAndTakenUpWhenItChanges) {
   app.guardrails->setSettings({.batteryFloor = 30, .stopsWhenLidOpens = true});
   app.guardrails->forcedSettings = {.batteryFloor = true, .stopsWhenLidOpens = true};
   app.start();
   SafetyPopupContent::chooseFloor(10, *app.lid);
   SafetyPopupContent::set(Setting::stopsWhenLidOpens, false, *app.lid);
   SafetyPopupContent::set(Setting::onlyOnPowerAdapter, true, *app.lid);
-  auto content = SafetyPopupContent::current(*app.lid, "en_US");
-  EXPECT_EQ(content.chosenFloor, 30);
-  EXPECT_TRUE(content.isFloorForced);
-  EXPECT_TRUE(content.switches[1].isOn);
-  EXPECT_TRUE(content.switches[1].isForced);
-  EXPECT_FALSE(content.switches[2].isForced);
-  EXPECT_TRUE(content.switches[2].isOn);
+  EXPECT_EQ(content().chosenFloor, 30);
+  EXPECT_TRUE(content().isFloorForced);
+  EXPECT_EQ(switches(), (States{{true, false}, {true, true}, {true, false}}));
 
-  // A profile that changes while the app runs counts from the next refresh.
   app.guardrails->setSettings({.batteryFloor = 50});
   app.lid->refresh();
-  EXPECT_EQ(SafetyPopupContent::current(*app.lid, "en_US").chosenFloor, 50);
+  EXPECT_EQ(content().chosenFloor, 50);
+}
+
+TEST_F(SafetyPopupContentTest, TheScriptsSwitchShowsTheAnswerAndIsMarkedWhenAProfileSetsIt) {
+  app.start();
+  SafetyPopupContent::set(Setting::automationMayTurnOn, true, *app.lid, app.consent.get());
+  ASSERT_TRUE(content().automation);
+  EXPECT_TRUE(content().automation->isOn);
+  app.defaults.force(DeepwakeAutomationConsent::key, false);
+  app.consent->reload();
+  EXPECT_EQ(std::pair(content().automation->isOn, content().automation->isForced), std::pair(false, true));
 }
 
 }  // namespace
