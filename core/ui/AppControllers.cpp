@@ -1,5 +1,6 @@
 #include "ui/AppControllers.h"
 
+#include "automatic/UserDefaultsAutomaticSessionStore.h"
 #include "base/MainThread.h"
 #include "helper/LidHelperService.h"
 #include "lease/LidSleepLease.h"
@@ -42,8 +43,17 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
       std::move(bindingDates), parts.deadlineScheduler(), /*restoringPreviousState=*/true);
 
   auto consent = std::make_shared<DeepwakeAutomationConsent>(defaults);
-  return {std::move(awake),   std::move(lid),     std::move(loginItem),
-          std::move(presets), std::move(binding), std::move(consent)};
+
+  std::shared_ptr<AutomaticSessionController> automatic;
+  if (parts.runningApplications) {
+    AutomaticSessionController::FactSources sources{parts.machineConditions(), parts.conditionsNotifier(),
+                                                    parts.runningApplications(), parts.timeZones()};
+    automatic = std::make_shared<AutomaticSessionController>(
+        awake, binding, std::make_shared<UserDefaultsAutomaticSessionStore>(defaults), std::move(sources),
+        parts.dates(), parts.continuousTime(), parts.deadlineScheduler(), parts.recheckNotifier());
+  }
+  return {std::move(awake),   std::move(lid),     std::move(loginItem), std::move(presets),
+          std::move(binding), std::move(consent), std::move(automatic)};
 }
 
 std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,

@@ -101,6 +101,8 @@ struct AwakePanelContent {
   Header header;
   LocalizedText statusLine;
   LocalizedText explanation;
+  // While the user has paused automatic sessions: until when, with "Resume".
+  std::optional<PanelNote> automaticPause = std::nullopt;
   PanelButton mainButton;
   SessionControls sessionControls;
   Deepwake deepwake;

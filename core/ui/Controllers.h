@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "automatic/AutomaticSessionController.h"
 #include "lid/DeepwakeAutomationConsent.h"
 #include "lid/LidAwakeController.h"
 #include "prefs/LoginItemController.h"
@@ -14,7 +15,8 @@ namespace wakeloft {
 // The four long-lived controllers the interface reads and drives, in the
 // order the app builds them, then the process a session may be bound to by
 // automation and whether automation may turn Deepwake on (both absent where
-// no automation reaches the app).
+// no automation reaches the app), and the sessions the automatic rules keep
+// (absent where the system tells no running apps).
 struct Controllers {
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;
@@ -22,6 +24,7 @@ struct Controllers {
   std::shared_ptr<PresetDurationsController> presets;
   std::shared_ptr<ProcessBindingController> binding = nullptr;
   std::shared_ptr<DeepwakeAutomationConsent> consent = nullptr;
+  std::shared_ptr<AutomaticSessionController> automatic = nullptr;
 };
 
 }  // namespace wakeloft

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "AppTables.h"
+#include "AutomaticApp.h"
 #include "TestControllers.h"
 #include "prefs/PresetDurations.h"
 #include "ui/AwakePanelContent.h"
@@ -68,6 +69,7 @@ void collect(KeySet& keys, const AwakePanelContent& panel) {
   if (panel.header.spokenNote) collect(keys, *panel.header.spokenNote);
   collect(keys, panel.statusLine);
   collect(keys, panel.explanation);
+  collect(keys, panel.automaticPause);
   collect(keys, panel.mainButton.title);
   if (panel.sessionControls.cancelTimer) collect(keys, panel.sessionControls.cancelTimer->title);
   if (panel.sessionControls.presetsCaption) collect(keys, *panel.sessionControls.presetsCaption);
@@ -158,6 +160,23 @@ void collectPanels(KeySet& keys) {
   guarded.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
   guarded.turnOnDeepwake();
   shown(guarded);
+
+  // Automatic sessions: each rule leading alone and with others, then paused;
+  // the grace period.
+  using enum testing::AutomaticApp::Fact;
+  for (const int facts :
+       {+display, +adapter, +xcode, +mondayMorning, display | xcode, adapter | xcode, xcode | mondayMorning}) {
+    testing::AutomaticApp automatic;
+    automatic.launch(facts);
+    collect(keys, automatic.panel());
+    automatic.act(PanelAction::toggleAwakeMode());
+    collect(keys, automatic.panel());
+  }
+  testing::AutomaticApp grace;
+  grace.launch(display);
+  grace.machine->current.hasExternalDisplay = false;
+  grace.changes->post();
+  collect(keys, grace.panel());
 
   testing::TestControllers translocated;
   translocated.translocated = true;
