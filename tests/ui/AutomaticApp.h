@@ -4,18 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "TestControllers.h"
 #include "automatic/InMemoryRunningApplications.h"
 #include "automatic/UserDefaultsAutomaticSessionStore.h"
-#include "base/InMemoryDefaultsDomain.h"
-#include "lid/InMemoryLidSleepBlocker.h"
 #include "lid/UserDefaultsLidAwakeStore.h"
-#include "prefs/InMemoryLoginItem.h"
 #include "prefs/SystemTimeZone.h"
 #include "support/CivilTime.h"
-#include "support/ManualClocks.h"
-#include "support/ManualMachineConditions.h"
-#include "support/ManualProcesses.h"
-#include "support/ManualScheduling.h"
 #include "support/ManualTimeZone.h"
 #include "support/RecordingPowerAssertions.h"
 #include "ui/AppControllers.h"
