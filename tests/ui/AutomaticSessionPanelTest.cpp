@@ -33,8 +33,6 @@ TEST(AutomaticSessionPanelTest, TheStatusNamesTheFirstRuleThatHoldsAndCountsTheO
       {mondayMorning, "On · until 5:00\u202FPM", "Wakeloft, on, until 5:00\u202FPM"},
       {display | xcode, "On · while a display is connected and 1 more",
        "Wakeloft, on, while a display is connected and 1 more"},
-      {xcode | adapter | mondayMorning, "On · while on a power adapter and 2 more",
-       "Wakeloft, on, while on a power adapter and 2 more"},
       {xcode | mondayMorning, "On · while Xcode is open and 1 more", "Wakeloft, on, while Xcode is open and 1 more"},
   };
   for (const auto& c : cases) {

@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 
 #include "support/MainLoopPump.h"
 
@@ -18,36 +19,31 @@ namespace fs = std::filesystem;
 using testing::pumpMainLoopFor;
 using testing::pumpMainLoopUntil;
 
-struct ZoneLink {
-  ZoneLink() {
+// A notifier watching a link to Berlin's zone, counting what it tells.
+struct SystemDeadlineRecheckNotifierTest : ::testing::Test {
+  SystemDeadlineRecheckNotifierTest() {
     std::string pattern = (fs::temp_directory_path() / "wakeloft-zone-XXXXXX").string();
     dir = mkdtemp(pattern.data());
-    link = dir / "localtime";
-    fs::create_symlink("/usr/share/zoneinfo/Europe/Berlin", link);
+    fs::create_symlink("/usr/share/zoneinfo/Europe/Berlin", dir / "localtime");
+    notifier = std::make_unique<SystemDeadlineRecheckNotifier>((dir / "localtime").string());
+    notifier->observe([this] { ++told; });
   }
-  ~ZoneLink() { fs::remove_all(dir); }
+  ~SystemDeadlineRecheckNotifierTest() override { fs::remove_all(dir); }
 
   fs::path dir;
-  fs::path link;
+  std::unique_ptr<SystemDeadlineRecheckNotifier> notifier;
+  int told = 0;
 };
 
 // As timedatectl sets it: a new link renamed over the old one.
-TEST(SystemDeadlineRecheckNotifierTest, SettingTheZoneAsksForARecheck) {
-  ZoneLink zone;
-  SystemDeadlineRecheckNotifier notifier(zone.link.string());
-  int told = 0;
-  notifier.observe([&] { ++told; });
-  fs::create_symlink("/usr/share/zoneinfo/America/New_York", zone.dir / "localtime.new");
-  fs::rename(zone.dir / "localtime.new", zone.link);
+TEST_F(SystemDeadlineRecheckNotifierTest, SettingTheZoneAsksForARecheck) {
+  fs::create_symlink("/usr/share/zoneinfo/America/New_York", dir / "localtime.new");
+  fs::rename(dir / "localtime.new", dir / "localtime");
   EXPECT_TRUE(pumpMainLoopUntil([&] { return told > 0; }, 5));
 }
 
-TEST(SystemDeadlineRecheckNotifierTest, AnotherFileBesideTheZoneAsksForNothing) {
-  ZoneLink zone;
-  SystemDeadlineRecheckNotifier notifier(zone.link.string());
-  int told = 0;
-  notifier.observe([&] { ++told; });
-  std::ofstream(zone.dir / "hostname") << "mac\n";
+TEST_F(SystemDeadlineRecheckNotifierTest, AnotherFileBesideTheZoneAsksForNothing) {
+  std::ofstream(dir / "hostname") << "mac\n";
   pumpMainLoopFor(0.5);
   EXPECT_EQ(told, 0);
 }
