@@ -39,6 +39,7 @@ NSColor* noteColor(const PanelNote& note) {
   NSTextField* _title;
   NSTextField* _statusLine;
   NSTextField* _explanation;
+  NSStackView* _automaticBlock;
   NSStackView* _mainButtonBlock;
   NSStackView* _sessionBlock;
   NSStackView* _deepwakeBlock;
@@ -89,6 +90,7 @@ NSColor* noteColor(const PanelNote& note) {
   _explanation = PanelViews::wrappingLabel(@"", PanelViews::font(NSFontTextStyleCallout), NSColor.secondaryLabelColor,
                                            contentWidth());
 
+  _automaticBlock = column(@[], lineSpacing);
   _mainButtonBlock = column(@[], lineSpacing);
   _sessionBlock = column(@[], AwakePanelContent::presetsCaptionSpacing);
   _screenOnBlock = column(@[], lineSpacing);
@@ -97,7 +99,7 @@ NSColor* noteColor(const PanelNote& note) {
   _loginBlock = column(@[], lineSpacing);
 
   NSMutableArray<NSView*>* blocks = [NSMutableArray arrayWithArray:@[
-    _header, _explanation, _mainButtonBlock, _sessionBlock, _screenOnBlock, _deepwakeBlock, _retryBlock,
+    _header, _explanation, _automaticBlock, _mainButtonBlock, _sessionBlock, _screenOnBlock, _deepwakeBlock, _retryBlock,
     PanelViews::divider(), _loginBlock, PanelViews::divider()
   ]];
   if (_footer) [blocks addObject:_footer];
@@ -141,6 +143,7 @@ NSColor* noteColor(const PanelNote& note) {
   [_header setAccessibilityLabel:BundleTexts::string(content.header.spokenLabel(BundleTexts::lookup()))];
   _explanation.stringValue = BundleTexts::string(content.explanation);
 
+  if (!_shown || _shown->automaticPause != content.automaticPause) [self renderAutomaticPause:content.automaticPause];
   if (!_shown || _shown->mainButton != content.mainButton) [self renderMainButton:content.mainButton];
   if (!_shown || _shown->sessionControls != content.sessionControls) [self renderSession:content.sessionControls];
   if (!_shown || _shown->screenOn != content.screenOn) [self renderScreenOn:content.screenOn];
@@ -227,6 +230,12 @@ NSColor* noteColor(const PanelNote& note) {
   }
   _deepwakeSwitch = toggle;
   [self fill:_deepwakeBlock with:views];
+}
+
+- (void)renderAutomaticPause:(const std::optional<PanelNote>&)pause {
+  NSMutableArray<NSView*>* views = [NSMutableArray array];
+  if (pause) [views addObject:PanelViews::note(*pause, noteColor(*pause), contentWidth(), _perform)];
+  [self fill:_automaticBlock with:views];
 }
 
 - (void)renderRetry:(const AwakePanelContent::Retry&)retry {

@@ -20,12 +20,15 @@
 #include "SystemMachineConditionsNotifier.h"
 #include "SystemScreenLockNotifier.h"
 #include "UserDefaultsDomain.h"
+#include "WorkspaceRunningApplications.h"
 #include "XPCLidSleepBlocker.h"
+#include "automation/PublishedAutomaticSession.h"
 #include "automation/PublishedDeepwake.h"
 #include "base/MainThread.h"
 #include "helper/BundleVersion.h"
 #include "helper/LidHelperService.h"
 #include "lid/PublishedLidHelper.h"
+#include "prefs/SystemTimeZoneProvider.h"
 #include "clock/SystemContinuousTimeProvider.h"
 #include "clock/SystemDateProvider.h"
 #include "clock/TimerDeadlineScheduler.h"
@@ -64,6 +67,8 @@ AppControllers::SystemParts systemParts() {
       .processTable = [] { return std::make_shared<LibprocProcessTable>(); },
       .processExitWatcher = [] { return std::make_shared<DispatchProcessExitWatcher>(); },
       .screenLockNotifier = [] { return std::make_shared<SystemScreenLockNotifier>(); },
+      .timeZones = [] { return std::make_shared<SystemTimeZoneProvider>(); },
+      .runningApplications = [] { return std::make_shared<WorkspaceRunningApplications>(); },
   };
 }
 
@@ -101,6 +106,7 @@ WakeloftApp* theApp = nil;
   MenuBarStatusItem* _menuBarItem;
   id<NSObject> _launchObserver;
   std::unique_ptr<PublishedDeepwake> _publishedDeepwake;
+  std::unique_ptr<PublishedAutomaticSession> _publishedAutomatic;
   std::unique_ptr<PublishedLidHelper> _publishedLidHelper;
   std::unique_ptr<ManagedSettings> _managedSettings;
   std::unique_ptr<AutomationHandler> _automation;
@@ -134,6 +140,11 @@ WakeloftApp* theApp = nil;
 
   // The command reads Deepwake's state, which nothing else stores.
   _publishedDeepwake = std::make_unique<PublishedDeepwake>(_controllers.lid, standardDefaults());
+  // Nor does anything store why an automatic session runs.
+  if (_controllers.automatic) {
+    _publishedAutomatic =
+        std::make_unique<PublishedAutomaticSession>(_controllers.awake, _controllers.automatic, standardDefaults());
+  }
   // The helper's registration only answers inside this bundle, so the
   // command's doctor reads it, and the helper's version, from here.
   auto registration = std::make_shared<SMAppServiceLidHelperRegistration>(LidHelperService::plistName);

@@ -3,10 +3,12 @@
 //   bench-app-wakeups [--seconds S] [--helper PATH]     (default 60 s)
 //
 // The four controllers run on GLib's real main loop with the system clocks
-// and timers and the in-memory system parts, in five cases at once, each in
+// and timers and the in-memory system parts, in six cases at once, each in
 // a process of its own: no session, a session without a timer, a session of
-// an hour, Deepwake leasing from the real helper over the rig's socket, and
-// as a baseline a bare GLib timer every 10 s, the renewal interval. A wakeup
+// an hour, Deepwake leasing from the real helper over the rig's socket, every
+// automatic rule enabled with none holding (the schedule's span two hours
+// ahead, the zone file watched), and as a baseline a bare GLib timer every
+// 10 s, the renewal interval. A wakeup
 // is a return from a poll that was allowed to sleep. The ideal is none while
 // nothing is due, and one per renewal for Deepwake.
 
@@ -24,8 +26,14 @@
 
 #include "clock/ClockChangeNotifier.h"
 #include "HelperProcess.h"
+#include "PidfdProcessExitWatcher.h"
+#include "ProcfsProcessTable.h"
 #include "RigLidHelperRegistration.h"
 #include "SocketLidSleepBlocker.h"
+#include "SystemDeadlineRecheckNotifier.h"
+#include "automatic/AutomaticSessionController.h"
+#include "automatic/InMemoryAutomaticSessionStore.h"
+#include "automatic/InMemoryRunningApplications.h"
 #include "clock/SystemContinuousTimeProvider.h"
 #include "clock/SystemDateProvider.h"
 #include "clock/TimerDeadlineScheduler.h"
@@ -38,9 +46,12 @@
 #include "prefs/InMemoryPresetDurationStore.h"
 #include "prefs/LoginItemController.h"
 #include "prefs/PresetDurationsController.h"
+#include "prefs/SystemTimeZoneProvider.h"
 #include "session/AwakeController.h"
 #include "session/InMemoryAwakeIntentStore.h"
+#include "session/InMemoryProcessBindingStore.h"
 #include "session/InMemorySleepBlocker.h"
+#include "session/ProcessBindingController.h"
 
 using namespace wakeloft;
 
@@ -89,7 +100,7 @@ long long measure(int which, double seconds, const std::string& helperProgram) {
   systemPoll = g_main_context_get_poll_func(nullptr);
   g_main_context_set_poll_func(nullptr, countingPoll);
 
-  if (which == 4) {
+  if (which == 5) {
     g_timeout_add(static_cast<guint>(LidSleepLease::renewalInterval * 1000), [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; },
                   nullptr);
     runMainLoop(1);
@@ -119,13 +130,39 @@ long long measure(int which, double seconds, const std::string& helperProgram) {
       /*repairingRegistration=*/true);
   auto presets = std::make_shared<PresetDurationsController>(std::make_shared<InMemoryPresetDurationStore>());
 
+  // Every rule enabled, none holding: on battery without a display, the app
+  // not running, the schedule's span two hours ahead every day.
+  std::shared_ptr<AutomaticSessionController> automatic;
+  if (which == 4) {
+    auto binding = std::make_shared<ProcessBindingController>(
+        awake, std::make_shared<InMemoryProcessBindingStore>(), std::make_shared<ProcfsProcessTable>(),
+        std::make_shared<PidfdProcessExitWatcher>(), dates, std::make_shared<TimerDeadlineScheduler>(), true);
+    const auto local = dates->now().secondsSince1970 + SystemTimeZone::current().secondsFromGMT(dates->now());
+    const int minute = static_cast<int>(std::fmod(local, 86'400) / 60);
+    AutomaticRules::Settings rules{true, true, true, {{"com.apple.dt.Xcode", "Xcode", ""}}, true,
+                                   {Schedule::allWeekdays, (minute + 120) % Schedule::minutesPerDay,
+                                    (minute + 180) % Schedule::minutesPerDay}};
+    auto store = std::make_shared<InMemoryAutomaticSessionStore>();
+    store->setSettings(rules);
+    const AutomaticSessionController::FactSources sources{
+        std::make_shared<StaticMachineConditions>(true, false), std::make_shared<QuietConditionsNotifier>(),
+        std::make_shared<InMemoryRunningApplications>(), std::make_shared<SystemTimeZoneProvider>()};
+    automatic = std::make_shared<AutomaticSessionController>(
+        awake, std::move(binding), std::move(store), sources, dates, std::make_shared<SystemContinuousTimeProvider>(),
+        std::make_shared<TimerDeadlineScheduler>(), std::make_shared<SystemDeadlineRecheckNotifier>());
+  }
+
   if (which == 1) awake->turnOn(std::nullopt);
   if (which == 2) awake->turnOn(3600);
   if (which == 3) lid->turnOnJoiningSessionOr(7200);
   runMainLoop(1);  // the helper's first answer
   wakeups = 0;
   runMainLoop(seconds);
-  const bool held = which == 0 || (which < 3 ? awake->isOn() : lid->isOn() && !lid->lastFailure());
+  bool held = true;
+  if (which == 1 || which == 2) held = awake->isOn();
+  if (which == 3) held = lid->isOn() && !lid->lastFailure();
+  // A rule that held would measure a session instead.
+  if (which == 4) held = !awake->isOn() && automatic->holding().empty();
   return held ? wakeups - 1 : -1;
 }
 
@@ -152,6 +189,7 @@ int main(int argc, char** argv) {
                                    {"session without a timer", 0},
                                    {"session of an hour", 0},
                                    {"Deepwake on the rig", 2 * renewals},
+                                   {"automatic rules, none hold", 0},
                                    {"bare 10 s GLib timer", renewals}};
 
   // Each case in a child of its own, all at once; the count comes back

@@ -1,5 +1,6 @@
 #include "automatic/AutomaticSessionController.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/MainThread.h"
@@ -69,6 +70,12 @@ bool AutomaticSessionController::setSettings(const AutomaticRules::Settings& set
 void AutomaticSessionController::resume() {
   setSuppressed(false);
   evaluate();
+}
+
+std::optional<double> AutomaticSessionController::graceLeft() const {
+  const auto& end = graceEndsAt_.get();
+  if (!end) return std::nullopt;
+  return std::max(0.0, end->secondsSince(dates_->now()));
 }
 
 void AutomaticSessionController::evaluate() {

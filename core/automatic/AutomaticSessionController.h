@@ -80,6 +80,8 @@ class AutomaticSessionController {
   // While the rules have stopped holding and an automatic session or a
   // suppression waits out the grace period: when it ends.
   const std::optional<Date>& graceEndsAt() const { return graceEndsAt_; }
+  // The seconds of it left now, for the panel's countdown.
+  std::optional<double> graceLeft() const;
 
   [[nodiscard]] Subscription observe(std::function<void()> handler) { return changed_.observe(std::move(handler)); }
 

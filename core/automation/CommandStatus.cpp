@@ -33,7 +33,9 @@ std::string render(const Facts& facts, Date now, const std::string& locale) {
   const bool requested = intent && intent->kind() != AwakeIntent::Kind::off && (!deadline || *deadline > now);
 
   std::string text = facts.isAppRunning ? "Wakeloft: running\n" : "Wakeloft: not running\n";
-  if (!requested) {
+  if (!requested && facts.isAppRunning && facts.automaticReason) {
+    text += "Awake: on, automatically, " + *facts.automaticReason + "\n";
+  } else if (!requested) {
     text += "Awake: off\n";
   } else if (!facts.isAppRunning) {
     text += comesBack(facts, now) ? "Awake: off, back on when Wakeloft opens\n" : "Awake: off\n";

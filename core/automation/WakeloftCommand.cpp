@@ -6,6 +6,7 @@
 #include "automation/ChildCommand.h"
 #include "automation/CommandOptions.h"
 #include "automation/CommandStatus.h"
+#include "automation/PublishedAutomaticSession.h"
 #include "automation/PublishedDeepwake.h"
 #include "doctor/DoctorReport.h"
 #include "doctor/StoredValueCheck.h"
@@ -96,7 +97,8 @@ int status(System& system) {
                                    PublishedDeepwake::read(defaults), [&system](const ProcessIdentity& process) {
                                      const auto running = system.processes.find(process.pid);
                                      return running && running->identity == process;
-                                   }};
+                                   },
+                                   PublishedAutomaticSession::read(defaults)};
   system.out << CommandStatus::render(facts, system.now(), statusLocale);
   return 0;
 }

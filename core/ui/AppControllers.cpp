@@ -45,6 +45,14 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
 
   auto consent = std::make_shared<DeepwakeAutomationConsent>(defaults);
 
+  std::shared_ptr<AutomaticSessionController> automatic;
+  if (parts.runningApplications) {
+    AutomaticSessionController::FactSources sources{parts.machineConditions(), parts.conditionsNotifier(),
+                                                    parts.runningApplications(), parts.timeZones()};
+    automatic = std::make_shared<AutomaticSessionController>(
+        awake, binding, std::make_shared<UserDefaultsAutomaticSessionStore>(defaults), std::move(sources),
+        parts.dates(), parts.continuousTime(), parts.deadlineScheduler(), parts.recheckNotifier());
+  }
   auto lock = std::make_shared<ScreenLockState>(parts.screenLockNotifier());
   auto display = std::make_shared<IOKitSleepBlocker>(parts.powerAssertions(), IOKitSleepBlocker::appReason,
                                                      IOKitSleepBlocker::displayAssertionType);
@@ -54,11 +62,10 @@ Controllers live(const SystemParts& parts, DefaultsDomain& defaults) {
   auto screenOn = std::make_shared<ScreenOnController>(
       awake, std::move(display), std::make_shared<UserDefaultsScreenOnStore>(defaults), std::move(screenMachine),
       std::move(screenMachineChanges), lock, std::move(screenRecheck));
-  // The automatic sessions' controller goes in here where it is built.
-  auto screenLock = std::make_shared<ScreenLockPolicy>(lock, awake, binding, lid, /*automatic=*/nullptr,
+  auto screenLock = std::make_shared<ScreenLockPolicy>(lock, awake, binding, lid, automatic,
                                                        std::make_shared<UserDefaultsAutomaticSessionStore>(defaults));
-  return {std::move(awake),   std::move(lid),     std::move(loginItem), std::move(presets),
-          std::move(binding), std::move(consent), std::move(screenOn),  std::move(screenLock)};
+  return {std::move(awake),    std::move(lid),     std::move(loginItem),  std::move(presets),  std::move(binding),
+          std::move(consent),  std::move(screenOn), std::move(screenLock), std::move(automatic)};
 }
 
 std::shared_ptr<LidAwakeController> deepwake(std::shared_ptr<AwakeController> riding, DefaultsDomain& defaults,

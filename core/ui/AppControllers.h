@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "automatic/RunningApplications.h"
 #include "base/DefaultsDomain.h"
 #include "base/ProcessExitWatcher.h"
 #include "base/ProcessTable.h"
@@ -13,6 +14,7 @@
 #include "clock/DateProvider.h"
 #include "clock/DeadlineRecheckNotifier.h"
 #include "clock/DeadlineScheduler.h"
+#include "clock/TimeZoneProvider.h"
 #include "lid/LidHelperRegistration.h"
 #include "lid/LidSleepBlocker.h"
 #include "lid/MachineConditions.h"
@@ -59,12 +61,19 @@ struct SystemParts {
   std::function<std::shared_ptr<ProcessExitWatcher>()> processExitWatcher;
   // Word of the screen locking and of user switches.
   std::function<std::shared_ptr<ScreenLockNotifier>()> screenLockNotifier;
+  // For the automatic rules: the apps that run (the system's own list on the
+  // Mac), and the user's zone for the schedule. Without the first, no
+  // automatic sessions are built.
+  std::function<std::shared_ptr<RunningApplications>()> runningApplications = nullptr;
+  std::function<std::shared_ptr<const TimeZoneProvider>()> timeZones = nullptr;
 };
 
 // In order: the awake controller (restoring the previous session), Deepwake
 // riding on it, the login item with its registration repaired, the starred
 // presets, then the process binding, which takes up the process the session
-// was bound to if it still runs and ends the session otherwise; last the
+// was bound to if it still runs and ends the session otherwise, then the
+// automatic sessions, which start one if a rule holds and no suppression was
+// left behind (an automatic session is never restored as such); last the
 // display kept on beside the session and the lock's end of sessions. The stores
 // keep `defaults` by reference: it must outlive them.
 Controllers live(const SystemParts& parts, DefaultsDomain& defaults);

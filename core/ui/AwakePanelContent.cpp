@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "base/NumberWords.h"
+#include "base/TimeOfDayWords.h"
 #include "status/AwakeExplanation.h"
 #include "status/CountdownText.h"
 #include "status/MenuBarIcon.h"
@@ -64,6 +65,104 @@ LocalizedText statusLineOf(const AwakeController& awake, const BoundProcesses& b
   const auto countdown = CountdownText::formatted(awake.remaining().value_or(0), locale);
   if (isBound) return {TextCatalog::statusOnWithTimeLeftOrUntilProcessEnds, {countdown, bound.name}};
   return {TextCatalog::statusOnWithTimeLeft, {countdown}};
+}
+
+using AutomaticRule = AutomaticRules::Rule;
+
+// Why an automatic session runs: the rule named first, with what it names,
+// and how many others hold beside it.
+struct AutomaticReason {
+  AutomaticRule rule;
+  std::string subject;  // the app's name, or the schedule's end as a time of day
+  std::size_t others = 0;
+};
+
+std::optional<AutomaticReason> automaticReason(const AutomaticSessionController& automatic,
+                                               const std::string& locale) {
+  const auto& holding = automatic.holding();
+  if (holding.empty()) return std::nullopt;
+  AutomaticReason reason{holding.front(), {}, holding.size() - 1};
+  if (reason.rule == AutomaticRule::apps) {
+    const auto app = AutomaticRules::runningApp(automatic.settings(), automatic.facts());
+    reason.subject = app ? app->name : std::string();
+  }
+  if (reason.rule == AutomaticRule::schedule) {
+    reason.subject = TimeOfDayWords::shortTime(automatic.settings().schedule.end, locale);
+  }
+  return reason;
+}
+
+struct AutomaticWording {
+  LocalizedText status;
+  LocalizedText spoken;
+};
+
+AutomaticWording wordingFor(const AutomaticReason& reason, const std::string& locale) {
+  const TextArgument more = TextCount::of(static_cast<std::int64_t>(reason.others), locale);
+  const bool alone = reason.others == 0;
+  switch (reason.rule) {
+    case AutomaticRule::externalDisplay:
+      if (alone) return {TextCatalog::statusOnWhileDisplayConnected, TextCatalog::spokenOnWhileDisplayConnected};
+      return {{TextCatalog::statusOnWhileDisplayConnectedAndMore, {more}},
+              {TextCatalog::spokenOnWhileDisplayConnectedAndMore, {more}}};
+    case AutomaticRule::powerAdapter:
+      if (alone) return {TextCatalog::statusOnWhileOnPowerAdapter, TextCatalog::spokenOnWhileOnPowerAdapter};
+      return {{TextCatalog::statusOnWhileOnPowerAdapterAndMore, {more}},
+              {TextCatalog::spokenOnWhileOnPowerAdapterAndMore, {more}}};
+    case AutomaticRule::apps:
+      if (alone) {
+        return {{TextCatalog::statusOnWhileAppOpen, {reason.subject}},
+                {TextCatalog::spokenOnWhileAppOpen, {reason.subject}}};
+      }
+      return {{TextCatalog::statusOnWhileAppOpenAndOneMore, {reason.subject}},
+              {TextCatalog::spokenOnWhileAppOpenAndOneMore, {reason.subject}}};
+    case AutomaticRule::schedule: break;
+  }
+  // Named last, the schedule never has others beside it.
+  return {{TextCatalog::statusOnUntilScheduleEnds, {reason.subject}},
+          {TextCatalog::spokenOnUntilScheduleEnds, {reason.subject}}};
+}
+
+// The wording of a session the rules keep; none for any other session, or
+// for one held for processes, which the processes' wording tells.
+std::optional<AutomaticWording> automaticWording(const Controllers& controllers, const BoundProcesses& bound,
+                                                 const std::string& locale) {
+  const auto& awake = *controllers.awake;
+  if (!controllers.automatic || !awake.isOn() || !awake.isAutomatic() || bound.count > 0) return std::nullopt;
+  if (const auto left = controllers.automatic->graceLeft()) {
+    return AutomaticWording{{TextCatalog::statusOnEndingIn, {CountdownText::formatted(*left, locale)}},
+                            TextCatalog::spokenOnEndingSoon};
+  }
+  const auto reason = automaticReason(*controllers.automatic, locale);
+  if (!reason) return std::nullopt;
+  return wordingFor(*reason, locale);
+}
+
+// Paused by the user: until the one rule that holds stops, or until none
+// does when several hold or they have just stopped.
+std::optional<PanelNote> automaticPauseNote(const Controllers& controllers, const std::string& locale) {
+  if (!controllers.automatic || !controllers.automatic->isSuppressed()) return std::nullopt;
+  const auto reason = automaticReason(*controllers.automatic, locale);
+  LocalizedText text = TextCatalog::pausedUntilNoRuleHolds;
+  if (reason && reason->others == 0) {
+    switch (reason->rule) {
+      case AutomaticRule::externalDisplay: text = TextCatalog::pausedUntilDisplayDisconnected; break;
+      case AutomaticRule::powerAdapter: text = TextCatalog::pausedUntilPowerAdapterDisconnected; break;
+      case AutomaticRule::apps: text = {TextCatalog::pausedUntilAppQuits, {reason->subject}}; break;
+      case AutomaticRule::schedule: text = {TextCatalog::pausedUntilScheduleEnds, {reason->subject}}; break;
+    }
+  }
+  return PanelNote{NoteSymbol::information, text,
+                   PanelButton{TextCatalog::resume, PanelAction::resumeAutomaticSessions(),
+                               LocalizedText(TextCatalog::resumeAutomaticSessions)}};
+}
+
+// A power assertion cannot keep a closed laptop on battery awake; only
+// Deepwake can, so a session the rules keep there says so.
+bool lidClosingStillSleeps(const Controllers& controllers) {
+  const auto& awake = *controllers.awake;
+  return controllers.automatic && awake.isOn() && awake.isAutomatic() && !controllers.lid->isOn() &&
+         !controllers.automatic->holding().empty() && !controllers.automatic->facts().isOnPowerAdapter;
 }
 
 LocalizedText sentenceFor(AwakeExplanation explanation) {
@@ -244,6 +343,12 @@ AwakePanelContent AwakePanelContent::current(const Controllers& controllers, con
     content.retry.dontRetry = PanelButton{TextCatalog::dontRetry, PanelAction::stopRetrying()};
   }
   content.retry.failure = failureNote(awake.lastFailure());
+  if (const auto automatic = automaticWording(controllers, bound, locale)) {
+    content.statusLine = automatic->status;
+    content.header.spokenStatus = automatic->spoken;
+  }
+  if (lidClosingStillSleeps(controllers)) content.explanation = TextCatalog::lidClosedSleepsOnBattery;
+  content.automaticPause = automaticPauseNote(controllers, locale);
   return content;
 }
 

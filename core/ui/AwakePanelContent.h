@@ -109,6 +109,8 @@ struct AwakePanelContent {
   Header header;
   LocalizedText statusLine;
   LocalizedText explanation;
+  // While the user has paused automatic sessions: until when, with "Resume".
+  std::optional<PanelNote> automaticPause = std::nullopt;
   PanelButton mainButton;
   SessionControls sessionControls;
   // Absent where the app keeps no display on.

@@ -17,7 +17,8 @@ namespace wakeloft {
 // The four long-lived controllers the interface reads and drives, in the
 // order the app builds them, then the process a session may be bound to by
 // automation and whether automation may turn Deepwake on (both absent where
-// no automation reaches the app).
+// no automation reaches the app), and the sessions the automatic rules keep
+// (absent where the system tells no running apps).
 struct Controllers {
   std::shared_ptr<AwakeController> awake;
   std::shared_ptr<LidAwakeController> lid;

@@ -29,6 +29,7 @@ MenuBarScene::MenuBarScene(Controllers controllers, std::shared_ptr<UpdateRemind
   if (controllers_.binding) subscriptions_.push_back(controllers_.binding->observe(onChange));
   if (controllers_.consent) subscriptions_.push_back(controllers_.consent->observe(onChange));
   if (controllers_.screenOn) subscriptions_.push_back(controllers_.screenOn->observe(onChange));
+  if (controllers_.automatic) subscriptions_.push_back(controllers_.automatic->observe(onChange));
   if (updateReminder_) subscriptions_.push_back(updateReminder_->changed().observe(onChange));
   showIcon();
 }
@@ -110,7 +111,11 @@ void MenuBarScene::showPanel(bool always) {
 
 void MenuBarScene::updateTicking() {
   const auto& awake = *controllers_.awake;
-  const auto remaining = awake.isOn() && awake.activeUntil() ? awake.remaining() : std::nullopt;
+  auto remaining = awake.isOn() && awake.activeUntil() ? awake.remaining() : std::nullopt;
+  // An automatic session's grace period counts down as a timer does.
+  if (!remaining && awake.isOn() && awake.isAutomatic() && controllers_.automatic) {
+    remaining = controllers_.automatic->graceLeft();
+  }
   if (!isPanelOpen_ || !remaining || !(*remaining > 0)) {
     if (isTicking_) ticks_->cancel();
     isTicking_ = false;

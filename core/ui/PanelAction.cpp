@@ -52,6 +52,9 @@ void perform(const PanelAction& action, const Controllers& controllers,
       lid.refresh();
       if (controllers.consent) controllers.consent->reload();
       return;
+    case Operation::resumeAutomaticSessions:
+      if (controllers.automatic) controllers.automatic->resume();
+      return;
   }
 }
 

@@ -33,6 +33,8 @@ class PanelAction {
     revealApplicationsFolder,
     // The panel was opened: bring every controller up to date.
     refreshOnOpen,
+    // "Resume" beside the note that automatic sessions are paused.
+    resumeAutomaticSessions,
   };
 
   static PanelAction toggleAwakeMode() { return PanelAction(Operation::toggleAwakeMode); }
@@ -52,6 +54,7 @@ class PanelAction {
   }
   static PanelAction revealApplicationsFolder() { return PanelAction(Operation::revealApplicationsFolder); }
   static PanelAction refreshOnOpen() { return PanelAction(Operation::refreshOnOpen); }
+  static PanelAction resumeAutomaticSessions() { return PanelAction(Operation::resumeAutomaticSessions); }
 
   Operation operation() const { return operation_; }
   // The session length of `turnOnAwakeMode`; nothing means no timer.

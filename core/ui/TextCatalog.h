@@ -245,6 +245,47 @@ class TextCatalog {
       "Command-line tools aren't apps. To keep your Mac awake while one runs, use \u201Cwakeloft run\u201D or "
       "\u201Cwakeloft wait\u201D in Terminal.",
       TextTable::standard};
+
+  // --- Automatic sessions: why one is on, its grace period, its pause ---
+  static constexpr TextKey statusOnWhileDisplayConnected{"On \u00B7 while a display is connected", TextTable::standard};
+  static constexpr TextKey statusOnWhileOnPowerAdapter{"On \u00B7 while on a power adapter", TextTable::standard};
+  static constexpr TextKey statusOnWhileAppOpen{"On \u00B7 while %@ is open", TextTable::standard};
+  static constexpr TextKey statusOnUntilScheduleEnds{"On \u00B7 until %@", TextTable::standard};
+  static constexpr TextKey spokenOnWhileDisplayConnected{"Wakeloft, on, while a display is connected",
+                                                         TextTable::standard};
+  static constexpr TextKey spokenOnWhileOnPowerAdapter{"Wakeloft, on, while on a power adapter", TextTable::standard};
+  static constexpr TextKey spokenOnWhileAppOpen{"Wakeloft, on, while %@ is open", TextTable::standard};
+  static constexpr TextKey spokenOnUntilScheduleEnds{"Wakeloft, on, until %@", TextTable::standard};
+  // Counted: %d is how many other rules hold besides the one named; the
+  // schedule is named last, so it never leads.
+  static constexpr TextKey statusOnWhileDisplayConnectedAndMore{"On \u00B7 while a display is connected and %d more",
+                                                                TextTable::standard};
+  static constexpr TextKey statusOnWhileOnPowerAdapterAndMore{"On \u00B7 while on a power adapter and %d more",
+                                                              TextTable::standard};
+  static constexpr TextKey spokenOnWhileDisplayConnectedAndMore{
+      "Wakeloft, on, while a display is connected and %d more", TextTable::standard};
+  static constexpr TextKey spokenOnWhileOnPowerAdapterAndMore{"Wakeloft, on, while on a power adapter and %d more",
+                                                              TextTable::standard};
+  // Only the schedule, named last, can hold beside an app: one more at most.
+  static constexpr TextKey statusOnWhileAppOpenAndOneMore{"On \u00B7 while %@ is open and 1 more",
+                                                          TextTable::standard};
+  static constexpr TextKey spokenOnWhileAppOpenAndOneMore{"Wakeloft, on, while %@ is open and 1 more",
+                                                          TextTable::standard};
+  static constexpr TextKey statusOnEndingIn{"On \u00B7 ending in %@", TextTable::standard};
+  static constexpr TextKey spokenOnEndingSoon{"Wakeloft, on, ending in less than a minute", TextTable::standard};
+  static constexpr TextKey pausedUntilDisplayDisconnected{"Automatic sessions paused until the display is disconnected",
+                                                          TextTable::standard};
+  static constexpr TextKey pausedUntilPowerAdapterDisconnected{
+      "Automatic sessions paused until the power adapter is disconnected", TextTable::standard};
+  static constexpr TextKey pausedUntilAppQuits{"Automatic sessions paused until %@ quits", TextTable::standard};
+  static constexpr TextKey pausedUntilScheduleEnds{"Automatic sessions paused until %@", TextTable::standard};
+  static constexpr TextKey pausedUntilNoRuleHolds{"Automatic sessions paused until no rule holds",
+                                                  TextTable::standard};
+  static constexpr TextKey resume{"Resume", TextTable::standard};
+  static constexpr TextKey resumeAutomaticSessions{"Resume automatic sessions", TextTable::standard};
+  static constexpr TextKey lidClosedSleepsOnBattery{
+      "On battery, closing the lid still puts your Mac to sleep. Only Deepwake keeps it awake with the lid closed.",
+      TextTable::deepwake};
 };
 
 }  // namespace wakeloft

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "AutomaticApp.h"
 #include "TestAutomaticSessions.h"
 #include "TestControllers.h"
 #include "session/InMemoryScreenLockNotifier.h"
@@ -55,7 +56,8 @@ struct Keys {
   }
 
   void add(const AwakePanelContent& panel) {
-    add(panel.header.title, panel.header.spokenStatus, panel.header.spokenNote, panel.statusLine, panel.explanation);
+    add(panel.header.title, panel.header.spokenStatus, panel.header.spokenNote, panel.statusLine, panel.explanation,
+        panel.automaticPause);
     add(panel.mainButton, panel.sessionControls.cancelTimer, panel.sessionControls.presetsCaption,
         panel.sessionControls.presets);
     const auto& deepwake = panel.deepwake;
@@ -92,12 +94,12 @@ void addPanels(Keys& keys) {
   shown(app);
   // The screen kept on, and refused.
   auto withScreenOn = app.controllers();
-  auto display = std::make_shared<InMemorySleepBlocker>();
-  display->nextRefusal = -1;
+  auto displayAssertion = std::make_shared<InMemorySleepBlocker>();
+  displayAssertion->nextRefusal = -1;
   auto screenOnStore = std::make_shared<InMemoryScreenOnStore>();
   screenOnStore->setKeepsScreenOn(true);
   withScreenOn.screenOn = std::make_shared<ScreenOnController>(
-      app.awake, display, screenOnStore, app.machine, std::make_shared<testing::ManualConditionsNotifier>(),
+      app.awake, displayAssertion, screenOnStore, app.machine, std::make_shared<testing::ManualConditionsNotifier>(),
       std::make_shared<ScreenLockState>(std::make_shared<InMemoryScreenLockNotifier>()),
       std::make_shared<testing::ManualRecheckNotifier>());
   keys.add(AwakePanelContent::current(withScreenOn, "en_US", {14, 0, 0}));
@@ -148,6 +150,23 @@ void addPanels(Keys& keys) {
   guarded.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
   guarded.turnOnDeepwake();
   shown(guarded);
+
+  // Automatic sessions: each rule leading alone and with others, then paused;
+  // the grace period.
+  using enum testing::AutomaticApp::Fact;
+  for (const int facts :
+       {+display, +adapter, +xcode, +mondayMorning, display | xcode, adapter | xcode, xcode | mondayMorning}) {
+    testing::AutomaticApp automatic;
+    automatic.launch(facts);
+    keys.add(automatic.panel());
+    automatic.act(PanelAction::toggleAwakeMode());
+    keys.add(automatic.panel());
+  }
+  testing::AutomaticApp grace;
+  grace.launch(display);
+  grace.machine->current.hasExternalDisplay = false;
+  grace.postChanges();
+  keys.add(grace.panel());
 
   testing::TestControllers translocated;
   translocated.translocated = true;
