@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/Utf8.h"
+
 namespace wakeloft {
 namespace {
 
@@ -32,6 +34,12 @@ TEST(CodeSigningTextTest, TeamIdentifierBytesThatAreNotUtf8AreReplaced) {
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("AB\xFF" "C")), "AB\uFFFD" "C");
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("\xE2\x82" "C")), "\uFFFD" "C");
   EXPECT_EQ(CodeSigningText::teamIdentifier(teamBuffer("\u00c9quipe")), "\u00c9quipe");
+  const auto repaired = [](std::string_view text) {
+    return Utf8::repaired({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+  };
+  EXPECT_EQ(repaired("\xC0\x80"), "\uFFFD\uFFFD");
+  EXPECT_EQ(repaired("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(repaired("a\xF0\x9F\x8C\x99z"), "a\U0001F319z");
 }
 
 TEST(CodeSigningTextTest, AHashIsTwentyBytesInLowerCaseHexTwoDigitsAByte) {
