@@ -3,16 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
-#include "support/SystemPropertyListParser.h"
-#include "TemporaryDirectory.h"
-#include "base/PropertyListXMLWriter.h"
 #include "helper/LidLeasePeer.h"
 
 namespace wakeloft {
 namespace {
-
-using testing::TemporaryDirectory;
 
 TEST(LidHelperServiceTest, TheCodeRequirementPinsIdentifierAndTeamAndRefusesAnythingElse) {
   EXPECT_EQ(LidHelperService::codeRequirement("com.wakeloft.app", "ABCDE12345"),
@@ -57,42 +53,6 @@ TEST(LidHelperServiceTest, TheCommandMayOnlyAskForTheStatusAndItsLeavingEndsNoth
   const std::string refused(LidLeasePeer::commandRefusal);
   EXPECT_EQ(replies, (std::vector<LidLeaseService::Reply>{refused, std::nullopt, refused, std::nullopt, std::nullopt,
                                                           std::nullopt, std::nullopt}));
-}
-
-class StartLineTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    executable = (directory.path() / "Wakeloft.app" / LidHelperService::bundleProgram).string();
-    writeInfo("1.4", "27");
-  }
-  void writeInfo(const std::string& shortVersion, const std::string& build) const {
-    directory.write("Wakeloft.app/Contents/Info.plist",
-                    PropertyListXMLWriter::document(PropertyList::Dictionary{
-                        {"CFBundleShortVersionString", shortVersion}, {"CFBundleVersion", build}}));
-  }
-  std::string line(const std::optional<std::string>& executablePath, const std::optional<std::string>& launchedPath,
-                   const std::optional<std::string>& codeDirectoryHash) const {
-    return LidHelperService::startLine(executablePath, launchedPath, codeDirectoryHash, parser);
-  }
-
-  TemporaryDirectory directory;
-  testing::SystemPropertyListParser parser;
-  std::string executable;
-  const std::string hash = std::string(20, 'a') + std::string(20, '0');
-};
-
-TEST_F(StartLineTest, NamesVersionHashPathAndTheLaunchedPathOnlyWhenItDiffersAndAnUnreadableVersionAsUnknown) {
-  EXPECT_EQ(line(executable, executable, hash),
-            "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable);
-  EXPECT_EQ(line(executable, "/private/var/run/Wakeloft", hash),
-            "helper starting: Wakeloft 1.4 (27), cdhash " + hash + ", from " + executable +
-                ", started as /private/var/run/Wakeloft");
-  EXPECT_EQ(line(std::nullopt, std::nullopt, std::nullopt),
-            "helper starting: Wakeloft version unknown, cdhash unknown, from a path that could not be read");
-
-  writeInfo("1.4", std::string(65, '7'));
-  EXPECT_EQ(line(executable, executable, hash),
-            "helper starting: Wakeloft version unknown, cdhash " + hash + ", from " + executable);
 }
 
 }  // namespace

@@ -15,15 +15,6 @@ namespace {
 
 using testing::TemporaryDirectory;
 
-TEST(RigLeaseFileTest, EncodesTheShortestDecimalWithoutExponent) {
-  const std::pair<double, const char*> cases[] = {
-      {1731700000.25, "1731700000.25"}, {1731700000, "1731700000.0"}, {-2.5, "-2.5"},
-      {1e20, "100000000000000000000.0"}, {1e-7, "0.0000001"},
-  };
-  for (const auto& [seconds, text] : cases) EXPECT_EQ(RigLeaseFile::encode(Date{seconds}), text);
-  EXPECT_THROW(RigLeaseFile::encode(Date{std::nan("")}), std::domain_error);
-}
-
 TEST(RigLeaseFileTest, DecodesOneFiniteNumberBetweenBlanks) {
   EXPECT_EQ(RigLeaseFile::decode(" \t\r\n1731700000.5\r\n\v\f "), Date{1731700000.5});
   // Unicode blanks and separators count too: NBSP, NEL, LINE SEPARATOR, IDEOGRAPHIC SPACE.

@@ -99,9 +99,8 @@ class RigProcess {
   }
 
   std::string log() const {
-    std::ifstream file(logPath);
     std::stringstream text;
-    text << file.rdbuf();
+    text << std::ifstream(logPath).rdbuf();
     return text.str();
   }
 
@@ -110,16 +109,10 @@ class RigProcess {
 
   // Exit status once the process ended, within the limit.
   std::optional<int> waitForExit(std::chrono::milliseconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (std::chrono::steady_clock::now() < end) {
-      int status = 0;
-      if (waitpid(pid, &status, WNOHANG) == pid) {
-        pid = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-      }
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return std::nullopt;
+    int status = 0;
+    if (!waitUntil([&] { return waitpid(pid, &status, WNOHANG) == pid; }, limit)) return std::nullopt;
+    pid = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
   }
 
   std::filesystem::path folder, socketPath, leasePath, lidPath, logPath;

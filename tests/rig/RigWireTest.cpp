@@ -29,48 +29,11 @@ TEST(RigWireTest, RequestLinesReadAsTheirRequestWithNumbersAsStrtodReadsThem) {
   EXPECT_TRUE(std::isnan(request("renew nan").until()));
 }
 
-TEST(RigWireTest, ARenewLineCarriesItsDeadlineExactly) {
-  for (const double deadline : {0.1, 1e300, std::nextafter(1731700000.0, 2e9)}) {
-    const std::string line = RigWire::renewLine(deadline);
-    ASSERT_FALSE(line.empty());
-    EXPECT_EQ(line.back(), '\n');
-    EXPECT_EQ(request(std::string_view(line).substr(0, line.size() - 1)), LidLeaseRequest::renew(deadline)) << line;
-  }
-}
-
 TEST(RigWireTest, AnyOtherLineIsAViolation) {
   for (const char* line : {"", "renew", "renew ", "renew  5", "renew 5 ", "renew 12abc", "renew 0x10", "renew 1e",
                            "renew .", "renew NaN", "renew infinity", "Revoke", "revoke ", "revoke now", "status ", "hello",
                            "renew 5\r"}) {
     EXPECT_TRUE(isViolation(line)) << '"' << line << '"';
-  }
-}
-
-TEST(RigWireTest, ARefusalIsOneLineAndAnEmptyLineIsAGrant) {
-  EXPECT_EQ(RigWire::replyLine(std::nullopt), "\n");
-  EXPECT_EQ(RigWire::replyLine("could not be written: line one\nline two\r"), "could not be written: line one line two \n");
-  EXPECT_EQ(RigWire::replyText(""), std::nullopt);
-  EXPECT_EQ(RigWire::replyText("No."), "No.");
-}
-
-TEST(RigLineReaderTest, LinesAreCutAtLineBreaksAcrossPieces) {
-  RigLineReader reader;
-  EXPECT_TRUE(reader.feed("ren").empty());
-  const auto items = reader.feed("ew 5\nrevoke\nre");
-  ASSERT_EQ(items.size(), 2u);
-  EXPECT_EQ(std::get<std::string>(items[0]), "renew 5");
-  EXPECT_EQ(std::get<std::string>(items[1]), "revoke");
-}
-
-TEST(RigLineReaderTest, OnlyWellFormedUtf8IsALine) {
-  const std::pair<std::string, bool> lines[] = {
-      {"caf\xC3\xA9", true}, {"\xF0\x9F\x98\x80", true}, {"\xC0\xAF", false},
-      {"\xED\xA0\x80", false}, {"\xF4\x90\x80\x80", false}, {"\xE2\x80", false},
-  };
-  for (const auto& [line, valid] : lines) {
-    const auto read = RigLineReader().feed(line + "\n");
-    ASSERT_EQ(read.size(), 1u);
-    EXPECT_EQ(std::holds_alternative<std::string>(read[0]), valid) << line;
   }
 }
 
