@@ -40,12 +40,5 @@ TEST(AutomaticRulesTest, EnabledRulesHoldAsTheirFactsDoInNamingOrderCombinedAsCh
   }
 }
 
-TEST(AutomaticRulesTest, AnAppRuleIsNamedByTheFirstChosenAppThatRuns) {
-  const Facts both{false, false, {"com.figma.Desktop", "com.apple.dt.Xcode"}, false};
-  EXPECT_EQ(AutomaticRules::runningApp(rules(0, 0, 1, 0), both)->name, "Xcode");
-  EXPECT_EQ(AutomaticRules::runningApp(rules(0, 0, 1, 0), {false, false, {"com.figma.Desktop"}, false})->name, "Figma");
-  EXPECT_EQ(AutomaticRules::runningApp(rules(1, 0, 0, 0), both), std::nullopt);
-}
-
 }  // namespace
 }  // namespace wakeloft

@@ -88,9 +88,7 @@ TEST(ScreenOnControllerTest, ARefusedDisplayAssertionIsShownAndLeavesTheSessionO
   mac.begin(Kind::manual);
   EXPECT_TRUE(mac.app.awake->isOn());
   EXPECT_FALSE(mac.screenOn->isHeld());
-  ASSERT_TRUE(mac.screenOn->lastFailure());
-  mac.app.awake->turnOff();
-  EXPECT_FALSE(mac.screenOn->lastFailure());
+  EXPECT_TRUE(mac.screenOn->lastFailure());
 }
 
 TEST(ScreenOnControllerTest, AfterAWakeBothAssertionsTheSystemDroppedAreTakenAgain) {

@@ -65,7 +65,7 @@ TEST(UserDefaultsAutomaticSessionStoreTest, TheScreenSwitchesAreOffByDefaultAndA
        [](DefaultsDomain& d) { return UserDefaultsScreenOnStore(d).keepsScreenOn(); }},
   };
   const std::pair<std::optional<DefaultsValue>, bool> values[] = {
-      {std::nullopt, false}, {true, true}, {false, false}, {1, false}, {"YES", false}};
+      {std::nullopt, false}, {true, true}, {false, false}, {1, false}};
   for (const auto& [key, read] : switches) {
     for (const auto& [value, on] : values) {
       InMemoryDefaultsDomain defaults;

@@ -11,7 +11,6 @@ TEST(AppServiceStatusTest, SystemValuesMapOntoHelperStatesAndUnknownOnesReadAsNo
   EXPECT_EQ(AppServiceStatus::lidHelperStatus(2), LidHelperStatus::requiresApproval);
   EXPECT_EQ(AppServiceStatus::lidHelperStatus(3), LidHelperStatus::notFound);
   EXPECT_EQ(AppServiceStatus::lidHelperStatus(4), LidHelperStatus::notRegistered);
-  EXPECT_EQ(AppServiceStatus::lidHelperStatus(-1), LidHelperStatus::notRegistered);
 }
 
 }  // namespace

@@ -29,25 +29,6 @@ TEST(DeepwakeAutomationConsentTest, ReadsABooleanAndAsksAgainForAnythingElseWhic
   }
 }
 
-TEST(DeepwakeAutomationConsentTest, TheAnswerIsKeptForTheNextLaunch) {
-  InMemoryDefaultsDomain defaults;
-  DeepwakeAutomationConsent(defaults).answer(false);
-  EXPECT_EQ(DeepwakeAutomationConsent(defaults).answer(), Answer::refused);
-}
-
-TEST(DeepwakeAutomationConsentTest, OnlyTheLatestWaitingRequestIsCarriedOut) {
-  InMemoryDefaultsDomain defaults;
-  DeepwakeAutomationConsent consent(defaults);
-  int carried = 0;
-  consent.request([&] { carried += 1; });
-  consent.request([&] { carried += 10; });
-  consent.answer(true);
-  consent.answer(true);
-  EXPECT_EQ(carried, 10);
-  consent.request([&] { carried += 100; });
-  EXPECT_EQ(carried, 110);
-}
-
 TEST(DeepwakeAutomationConsentTest, AProfilesAnswerStandsAndAnswersARequestWaitingWhenItArrives) {
   InMemoryDefaultsDomain defaults;
   DeepwakeAutomationConsent consent(defaults);

@@ -6,6 +6,7 @@
 
 #include "lid/LidSleepBlockerError.h"
 #include "support/CompletionLog.h"
+#include "support/FakeLidHelperRegistration.h"
 #include "support/MainLoopPump.h"
 
 namespace wakeloft {
@@ -20,22 +21,6 @@ const Date noon = Date::fromSecondsSince1970(1'700'000'000);
 constexpr const char* requirement = "identifier \"com.wakeloft.app.lidhelper\"";
 constexpr const char* elsewhere =
     "The sleep setting is already on, set by something other than Wakeloft, and was left as it is.";
-
-class FakeRegistration final : public LidHelperRegistration {
- public:
-  LidHelperStatus status() const override { return current; }
-  void registerHelper() override {
-    ++registrations;
-    if (afterRegistering) current = *afterRegistering;
-    if (registrationError) std::rethrow_exception(registrationError);
-  }
-  void unregisterHelper() override { current = LidHelperStatus::notRegistered; }
-
-  LidHelperStatus current = LidHelperStatus::enabled;
-  std::optional<LidHelperStatus> afterRegistering;
-  std::exception_ptr registrationError;
-  int registrations = 0;
-};
 
 // A connection that answers only when the test says so.
 class ScriptedTransport final : public LidLeaseTransport {
@@ -108,7 +93,8 @@ class LeaseClientLidSleepBlockerTest : public ::testing::Test {
     ASSERT_TRUE(blocker->isResetUnconfirmed());
   }
 
-  std::shared_ptr<FakeRegistration> registration = std::make_shared<FakeRegistration>();
+  std::shared_ptr<testing::FakeLidHelperRegistration> registration =
+      std::make_shared<testing::FakeLidHelperRegistration>();
   ScriptedTransport* transport = nullptr;
   std::unique_ptr<LeaseClientLidSleepBlocker> blocker;
   CompletionLog log;
@@ -160,18 +146,6 @@ TEST_F(LeaseClientLidSleepBlockerTest, DoubtSurvivesRefusalsAndErrorsAndEndsWith
   EXPECT_FALSE(blocker->isResetUnconfirmed());
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, ARevokeWithNothingEverHeldSucceedsAtOnceSendingNothing) {
-  blocker->revoke(log.record("revoke"));
-  EXPECT_EQ(log.last(), success());
-  EXPECT_EQ(transport->connectionsMade, 0);
-}
-
-TEST_F(LeaseClientLidSleepBlockerTest, ARevokeDisengagesBeforeItIsAnswered) {
-  engage();
-  blocker->revoke(log.record("revoke"));
-  EXPECT_FALSE(blocker->isEngaged());
-}
-
 TEST_F(LeaseClientLidSleepBlockerTest, AFailedRevokeIsSuccessUnlessALeaseMayBeHeldUnseen) {
   engage();
   revokeAndAnswer(Outcome::failed());
@@ -215,55 +189,34 @@ TEST_F(LeaseClientLidSleepBlockerTest, RequestsGoOutOneAtATimeInTheOrderAsked) {
   EXPECT_EQ(log.tags(), (std::vector<std::string>{"first", "second", "revoke"}));
 }
 
-TEST_F(LeaseClientLidSleepBlockerTest, ARequestMadeInACompletionGoesOutAfterItReturns) {
-  auto renewed = log.record("renew");
-  blocker->renew(noon, [&](std::exception_ptr error) {
-    blocker->revoke(log.record("revoke"));
-    EXPECT_EQ(transport->sent.size(), 1u);
-    renewed(error);
-  });
-  answer(Outcome::replied(std::nullopt));
-  EXPECT_EQ(transport->sent.size(), 2u);
-}
-
-TEST_F(LeaseClientLidSleepBlockerTest, AnAnswerAfterTheBlockerIsGoneIsIgnored) {
-  blocker->renew(noon, log.record("renew"));
-  ASSERT_FALSE(transport->sent.empty());
-  auto reply = transport->sent.back().reply;
-  blocker.reset();
-  reply->finish(Outcome::replied(std::nullopt));
-  testing::pumpMainLoopFor(0.1);
-  EXPECT_TRUE(log.entries.empty());
-}
-
-LidSleepBlockerError::Kind thrownKind(LeaseClientLidSleepBlocker& blocker) {
+testing::Received prepared(LeaseClientLidSleepBlocker& blocker) {
   try {
     blocker.prepare();
   } catch (const LidSleepBlockerError& error) {
-    return error.kind();
+    return failure(error);
   }
-  ADD_FAILURE() << "prepare() did not throw a LidSleepBlockerError";
-  return LidSleepBlockerError::Kind::helperUnavailable;
+  return success();
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, PrepareRegistersOnlyAMissingHelper) {
-  EXPECT_NO_THROW(blocker->prepare());
+  EXPECT_EQ(prepared(*blocker), success());
   for (const auto missing : {LidHelperStatus::notRegistered, LidHelperStatus::notFound}) {
     registration->current = missing;
     registration->afterRegistering = LidHelperStatus::enabled;
-    EXPECT_NO_THROW(blocker->prepare());
+    EXPECT_EQ(prepared(*blocker), success());
   }
   EXPECT_EQ(registration->registrations, 2);
 }
 
 TEST_F(LeaseClientLidSleepBlockerTest, PrepareReportsApprovalBeforeTheRegistrationsOwnError) {
+  const auto approval = failure(LidSleepBlockerError::helperRequiresApproval());
   registration->current = LidHelperStatus::requiresApproval;
-  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperRequiresApproval);
+  EXPECT_EQ(prepared(*blocker), approval);
 
   registration->current = LidHelperStatus::notRegistered;
   registration->registrationError = std::make_exception_ptr(std::runtime_error("Operation not permitted"));
   registration->afterRegistering = LidHelperStatus::requiresApproval;
-  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperRequiresApproval);
+  EXPECT_EQ(prepared(*blocker), approval);
 
   registration->current = LidHelperStatus::notRegistered;
   registration->afterRegistering = std::nullopt;
@@ -273,7 +226,7 @@ TEST_F(LeaseClientLidSleepBlockerTest, PrepareReportsApprovalBeforeTheRegistrati
 TEST_F(LeaseClientLidSleepBlockerTest, WithoutARequirementNothingIsRegisteredOrSent) {
   registration->current = LidHelperStatus::notRegistered;
   make(std::nullopt);
-  EXPECT_EQ(thrownKind(*blocker), LidSleepBlockerError::Kind::helperUnavailable);
+  EXPECT_EQ(prepared(*blocker), unavailable);
   blocker->renew(noon, log.record("renew"));
   EXPECT_EQ(log.last(), unavailable);
   EXPECT_EQ(registration->registrations, 0);

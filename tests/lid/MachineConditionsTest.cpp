@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <unordered_set>
-#include <vector>
 
 #include "lid/BatteryCharge.h"
 #include "lid/DeepwakeGuardrails.h"
@@ -80,32 +79,27 @@ TEST(DeepwakeGuardrailsTest, OpeningTheLidStopsOnlyWhenChosenAndOnlyFromKnownClo
   EXPECT_EQ(DeepwakeGuardrails::stopping(chosen, unknown, open), std::nullopt);
 }
 
-TEST(DeepwakeGuardrailsTest, TheNoticeNamesThePauseThenSeriousHeatThenTheFloorOnBattery) {
-  auto hot = onBatteryAt(80), onPower = onBatteryAt(80);
+TEST(DeepwakeGuardrailsTest, TheNoticeNamesThePauseThenSeriousHeatThenTheFloor) {
+  auto hot = onBatteryAt(80);
   hot.thermalState = ThermalState::serious;
-  onPower.isOnBattery = false;
   EXPECT_EQ(DeepwakeGuardrails::notice({}, hot, /*isPausedForPower=*/true), Notice::pausedForPower);
   EXPECT_EQ(DeepwakeGuardrails::notice({}, hot, false), Notice::seriousHeat);
   EXPECT_EQ(DeepwakeGuardrails::notice({}, onBatteryAt(80), false), Notice::batteryAboveFloor);
   EXPECT_EQ(DeepwakeGuardrails::notice({.batteryFloor = 0}, onBatteryAt(80), false), Notice::none);
-  EXPECT_EQ(DeepwakeGuardrails::notice({}, onPower, false), Notice::none);
 }
 
 class OnlineDisplayListTest : public ::testing::Test {
  protected:
   bool hasExternal(bool listed, std::uint32_t count) {
-    return OnlineDisplayList::hasExternalDisplay(listed, ids, count, [this](OnlineDisplayList::DisplayID id) {
-      examined.push_back(id);
-      return builtIn.contains(id);
-    });
+    return OnlineDisplayList::hasExternalDisplay(listed, ids, count,
+                                                 [this](OnlineDisplayList::DisplayID id) { return builtIn.contains(id); });
   }
 
   OnlineDisplayList::IDs ids{};
   std::unordered_set<OnlineDisplayList::DisplayID> builtIn{1};
-  std::vector<OnlineDisplayList::DisplayID> examined;
 };
 
-TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalOfTheFirstThirtyTwoAndAFailedListCallAssumesOne) {
+TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalAndAFailedListCallAssumesOne) {
   EXPECT_TRUE(hasExternal(false, 0));
   ids[0] = 1;
   EXPECT_FALSE(hasExternal(true, 1));
@@ -114,11 +108,6 @@ TEST_F(OnlineDisplayListTest, AnyDisplayNotBuiltInIsExternalOfTheFirstThirtyTwoA
   // A lid closed with an external display: no built-in display listed at all.
   ids[0] = 7;
   EXPECT_TRUE(hasExternal(true, 1));
-
-  ids.fill(1);
-  examined.clear();
-  EXPECT_FALSE(hasExternal(true, 33));
-  EXPECT_EQ(examined.size(), 32u);
 }
 
 }  // namespace

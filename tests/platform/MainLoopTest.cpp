@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
 #include <optional>
-#include <thread>
 #include <vector>
 
 #include "base/MainThread.h"
@@ -69,32 +67,6 @@ TEST(MainRunLoopTest, WorkPostedRunsOnTheNextTurnNotInTheCall) {
   MainRunLoop::perform([&] { ran = true; });
   EXPECT_FALSE(ran);
   EXPECT_TRUE(pumpMainLoopUntil([&] { return ran; }, 1));
-}
-
-// That it runs on the main thread is XPCReply's test.
-TEST(MainRunLoopTest, WorkPostedFromAnotherThreadRunsInOrder) {
-  std::vector<int> order;
-  std::thread([&] {
-    for (int i = 0; i < 20; ++i) MainRunLoop::perform([&, i] { order.push_back(i); });
-  }).join();
-  ASSERT_TRUE(pumpMainLoopUntil([&] { return order.size() == 20; }, 2));
-  EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
-}
-
-TEST(MainRunLoopTest, DelayedWorkWaitsForItsDelay) {
-  std::optional<std::chrono::steady_clock::duration> waited;
-  const auto start = std::chrono::steady_clock::now();
-  MainRunLoop::performAfter(0.1, [&] { waited = std::chrono::steady_clock::now() - start; });
-  ASSERT_TRUE(pumpMainLoopUntil([&] { return waited.has_value(); }, 2));
-  EXPECT_GE(*waited, 99ms);
-}
-
-using MainThreadDeathTest = ::testing::Test;
-
-TEST(MainThreadDeathTest, SchedulingFromAnotherThreadStopsTheProgram) {
-  TimerDeadlineScheduler scheduler;
-  EXPECT_DEATH(std::thread([&] { scheduler.schedule(inSeconds(1), [] {}); }).join(),
-               "TimerDeadlineScheduler::schedule must run on the main thread");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <thread>
 
 #include "session/InMemoryAwakeIntentStore.h"
 #include "session/InMemorySleepBlocker.h"
@@ -21,11 +20,9 @@ using testing::ManualRecheckNotifier;
 
 class AwakeControllerTest : public ::testing::Test {
  protected:
-  std::unique_ptr<AwakeController> make(bool restoring = true) {
-    auto controller = std::make_unique<AwakeController>(blocker, store, clocks.dates, clocks.continuous, scheduler,
-                                                        recheck, restoring);
-    controller->observeSession([this] { ++sessionCalls; });
-    return controller;
+  std::unique_ptr<AwakeController> make() {
+    return std::make_unique<AwakeController>(blocker, store, clocks.dates, clocks.continuous, scheduler, recheck,
+                                             /*restoringPreviousState=*/true);
   }
   Date now() const { return clocks.now(); }
   AwakeIntent saved() const { return *store->stored.readable(); }
@@ -35,7 +32,6 @@ class AwakeControllerTest : public ::testing::Test {
   std::shared_ptr<InMemoryAwakeIntentStore> store = std::make_shared<InMemoryAwakeIntentStore>();
   std::shared_ptr<ManualDeadlineScheduler> scheduler = std::make_shared<ManualDeadlineScheduler>();
   std::shared_ptr<ManualRecheckNotifier> recheck = std::make_shared<ManualRecheckNotifier>();
-  int sessionCalls = 0;
 };
 
 TEST_F(AwakeControllerTest, ATimedSessionIsSavedAndEndsWhenTheTimerFiresAtItsDeadline) {
@@ -69,17 +65,6 @@ TEST_F(AwakeControllerTest, PastTheEndTheTimeLeftIsNoneNeverLess) {
   EXPECT_EQ(awake->remaining(), 0);
 }
 
-TEST_F(AwakeControllerTest, ATimerOutlivingItsControllerNeitherReleasesNorForgetsTheSession) {
-  auto awake = make();
-  awake->turnOn(60.0);
-  awake.reset();
-  clocks.pass(60);
-  scheduler->fire();
-  recheck->post();
-  EXPECT_EQ(saved(), AwakeIntent::until(now()));
-  EXPECT_EQ(blocker->releaseCalls, 0);
-}
-
 TEST_F(AwakeControllerTest, AClockSetBackCannotStretchTheSession) {
   auto awake = make();
   const Date end = now().adding(1800);
@@ -106,35 +91,6 @@ TEST_F(AwakeControllerTest, AClockSetForwardOrASleepPastTheDeadlineEndsTheSessio
   }
 }
 
-// That a refused start keeps the request and its failure is the panel's test.
-TEST_F(AwakeControllerTest, AfterARefusedStartTheNextToggleRetries) {
-  auto awake = make();
-  blocker->nextRefusal = -536870212;
-  awake->toggle();
-  awake->toggle();
-  EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(awake->lastFailure(), std::nullopt);
-}
-
-TEST_F(AwakeControllerTest, ARefusedTimedSessionStillEndsOnTime) {
-  auto awake = make();
-  blocker->nextRefusal = 1;
-  awake->turnOn(60.0);
-  clocks.pass(60);
-  scheduler->fire();
-  EXPECT_FALSE(awake->isRequested());
-  EXPECT_EQ(blocker->releaseCalls, 0);
-}
-
-TEST_F(AwakeControllerTest, ChangingTheLengthKeepsTheSameAssertion) {
-  auto awake = make();
-  awake->turnOn(std::nullopt);
-  awake->turnOn(3600.0);
-  awake->turnOn(std::nullopt);
-  EXPECT_FALSE(scheduler->pending.has_value());
-  EXPECT_EQ(blocker->engageCalls, 1);
-}
-
 // Which lengths cannot be a deadline is AwakeIntent's own test.
 TEST_F(AwakeControllerTest, ALengthThatCannotBeADeadlineTurnsTheSessionOff) {
   auto awake = make();
@@ -142,28 +98,6 @@ TEST_F(AwakeControllerTest, ALengthThatCannotBeADeadlineTurnsTheSessionOff) {
   awake->turnOn(std::numeric_limits<double>::infinity());
   EXPECT_FALSE(awake->isRequested());
   EXPECT_EQ(saved(), AwakeIntent::off());
-}
-
-TEST_F(AwakeControllerTest, ObserversHearNoStopOfNothingButDoHearADeadlineAppear) {
-  auto awake = make();
-  int changes = 0;
-  const auto subscription = awake->observe([&] { ++changes; });
-  awake->turnOff();
-  EXPECT_EQ(changes, 0);
-  awake->turnOn(std::nullopt);
-  const int afterStart = changes;
-  awake->turnOn(60.0);  // a deadline appears: endsAt readers must hear of it
-  EXPECT_GT(changes, afterStart);
-}
-
-TEST_F(AwakeControllerTest, SessionObserversAreToldOfEveryStopAndStartInTheOrderTheyCame) {
-  auto awake = make();
-  std::vector<std::string> seen;
-  awake->observeSession([&] { seen.push_back(awake->isOn() ? "first on" : "first off"); });
-  awake->observeSession([&] { seen.push_back(awake->isOn() ? "second on" : "second off"); });
-  awake->turnOff();
-  awake->toggle();
-  EXPECT_EQ(seen, (std::vector<std::string>{"first off", "second off", "first on", "second on"}));
 }
 
 // That an automatic start is never stored is the automatic session's test.
@@ -192,21 +126,6 @@ TEST_F(AwakeControllerTest, LaunchCleansALapsedUnreadableOrUnusableSessionWithou
     EXPECT_EQ(saved(), AwakeIntent::off());
   }
   EXPECT_EQ(blocker->engageCalls, 0);
-}
-
-TEST_F(AwakeControllerTest, WithoutRestoringAStoredSessionIsRequestedButLeftAsItIs) {
-  store->stored = StoredAwakeIntent::unreadableDeadline();
-  auto awake = make(/*restoring=*/false);
-  EXPECT_TRUE(awake->isRequested());
-  EXPECT_FALSE(awake->isOn());
-  EXPECT_EQ(store->stored, StoredAwakeIntent::unreadableDeadline());
-}
-
-using AwakeControllerDeathTest = AwakeControllerTest;
-
-TEST_F(AwakeControllerDeathTest, ContinuousDeadlineOffTheMainThreadStopsTheProgram) {
-  auto awake = make();
-  EXPECT_DEATH({ std::thread([&] { awake->turnOn(60.0); }).join(); }, "must run on the main thread");
 }
 
 }  // namespace

@@ -34,17 +34,15 @@ TEST_F(IOKitSleepBlockerTest, EngagingTwiceAsksForOneIdleSleepAssertionAndReleas
 }
 
 TEST_F(IOKitSleepBlockerTest, ARefusedCreationThrowsItsCodeAndHoldsNothingToRelease) {
-  {
-    IOKitSleepBlocker blocker(system, "reason");
-    system->createCode = ioReturnError;
-    try {
-      blocker.engage();
-      ADD_FAILURE() << "engage should have failed";
-    } catch (const SleepBlockerError& error) {
-      EXPECT_EQ(error.assertionCode(), ioReturnError);
-    }
-    EXPECT_FALSE(blocker.isEngaged());
+  IOKitSleepBlocker blocker(system, "reason");
+  system->createCode = ioReturnError;
+  try {
+    blocker.engage();
+    ADD_FAILURE() << "engage should have failed";
+  } catch (const SleepBlockerError& error) {
+    EXPECT_EQ(error.assertionCode(), ioReturnError);
   }
+  blocker.release();
   EXPECT_TRUE(system->releases.empty());
 }
 
@@ -59,6 +57,28 @@ TEST_F(IOKitSleepBlockerTest, ARefusedReleaseStillLetsGoOfTheAssertion) {
 TEST_F(IOKitSleepBlockerTest, EndingTheBlockerReleasesWhatItHolds) {
   { IOKitSleepBlocker(system, "reason").engage(); }
   EXPECT_EQ(system->releases, std::vector<std::uint32_t>{41});
+}
+
+TEST_F(IOKitSleepBlockerTest, OnlyADroppedAssertionIsCreatedAgainUnderItsOwnTypeAndName) {
+  IOKitSleepBlocker blocker(system, "reason", IOKitSleepBlocker::displayAssertionType);
+  blocker.engage();
+  blocker.restore();
+  EXPECT_EQ(system->creations.size(), 1u);
+  system->dropped.push_back(*blocker.assertionID());
+  blocker.restore();
+  ASSERT_EQ(system->creations.size(), 2u);
+  EXPECT_EQ(system->creations[1].type, "PreventUserIdleDisplaySleep");
+  EXPECT_EQ(system->creations[1].name, "reason");
+  EXPECT_TRUE(system->releases.empty());
+}
+
+TEST_F(IOKitSleepBlockerTest, ARefusedRecreationThrowsAndHoldsNothing) {
+  IOKitSleepBlocker blocker(system, "reason");
+  blocker.engage();
+  system->dropped.push_back(*blocker.assertionID());
+  system->createCode = ioReturnError;
+  EXPECT_THROW(blocker.restore(), SleepBlockerError);
+  EXPECT_FALSE(blocker.isEngaged());
 }
 
 }  // namespace

@@ -8,18 +8,12 @@
 #include <tuple>
 
 #include "base/InMemoryDefaultsDomain.h"
-#include "session/InMemoryAwakeIntentStore.h"
-#include "session/InMemoryProcessBindingStore.h"
-#include "session/InMemorySleepBlocker.h"
 #include "session/UserDefaultsProcessBindingStore.h"
-#include "support/ManualClocks.h"
-#include "support/ManualProcesses.h"
-#include "support/ManualScheduling.h"
+#include "ui/TestControllers.h"
 
 namespace wakeloft {
 namespace {
 
-using testing::ManualDeadlineScheduler;
 using Release = ProcessBindingController::Release;
 
 const RunningProcess make{{4242, 7}, "make"};
@@ -28,124 +22,104 @@ const RunningProcess render{{5000, 1}, "render"};
 class ProcessBindingControllerTest : public ::testing::Test {
  protected:
   ProcessBindingControllerTest() {
-    processes->start(4242, 7, "make");
-    processes->start(5000, 1, "render");
+    app.processes->start(4242, 7, "make");
+    app.processes->start(5000, 1, "render");
   }
+  // A launch over what is stored.
   void start(StoredAwakeIntent intent = StoredAwakeIntent::intent(AwakeIntent::off())) {
-    intents->stored = intent;
-    awake = std::make_shared<AwakeController>(std::make_shared<InMemorySleepBlocker>(), intents, clocks.dates,
-                                              clocks.continuous, timer,
-                                              std::make_shared<testing::ManualRecheckNotifier>(), true);
-    binding =
-        std::make_unique<ProcessBindingController>(awake, store, processes, watcher, clocks.dates, holdTimer, true);
-    binding->observeReleases(
+    app.intents->stored = intent;
+    app.start();
+    app.binding->observeReleases(
         [this](const RunningProcess& process, Release why) { released.emplace_back(process.name, why); });
   }
   std::vector<std::string> held() const {
     std::vector<std::string> names;
-    for (const auto& hold : binding->holds()) names.push_back(hold.process.name);
+    for (const auto& hold : app.binding->holds()) names.push_back(hold.process.name);
     return names;
   }
   // Nothing held, nothing watched, nothing remembered.
   void expectUnbound() {
-    EXPECT_TRUE(binding->holds().empty());
-    EXPECT_TRUE(watcher->watching.empty());
-    EXPECT_EQ(store->stored, StoredProcessBinding::none());
+    EXPECT_TRUE(app.binding->holds().empty());
+    EXPECT_TRUE(app.processWatcher->watching.empty());
+    EXPECT_EQ(app.bindingStore->stored, StoredProcessBinding::none());
   }
 
-  testing::ManualMachineClocks clocks;
-  std::shared_ptr<InMemoryAwakeIntentStore> intents = std::make_shared<InMemoryAwakeIntentStore>();
-  std::shared_ptr<ManualDeadlineScheduler> timer = std::make_shared<ManualDeadlineScheduler>();
-  std::shared_ptr<ManualDeadlineScheduler> holdTimer = std::make_shared<ManualDeadlineScheduler>();
-  std::shared_ptr<InMemoryProcessBindingStore> store = std::make_shared<InMemoryProcessBindingStore>();
-  std::shared_ptr<testing::SettableProcessTable> processes = std::make_shared<testing::SettableProcessTable>();
-  std::shared_ptr<testing::ManualProcessExitWatcher> watcher = std::make_shared<testing::ManualProcessExitWatcher>();
-  std::shared_ptr<AwakeController> awake;
-  std::unique_ptr<ProcessBindingController> binding;
+  testing::TestControllers app;
   std::vector<std::pair<std::string, Release>> released;
 };
 
 TEST_F(ProcessBindingControllerTest, AHeldSessionIsRememberedAndEndsWithItsProcess) {
   start();
-  EXPECT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
-  EXPECT_EQ(store->stored, StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}));
-  watcher->end(4242);
-  EXPECT_FALSE(awake->isRequested());
+  EXPECT_EQ(app.binding->hold(4242, std::nullopt), std::nullopt);
+  EXPECT_EQ(app.bindingStore->stored, StoredProcessBinding::bound({std::nullopt, {{make, std::nullopt}}}));
+  app.processWatcher->end(4242);
+  EXPECT_FALSE(app.awake->isRequested());
   expectUnbound();
 }
 
 TEST_F(ProcessBindingControllerTest, ATimedHoldEndsWithItsTime) {
   start();
-  EXPECT_EQ(binding->hold(4242, 600), std::nullopt);
-  clocks.pass(600);
-  timer->fire();
+  EXPECT_EQ(app.binding->hold(4242, 600), std::nullopt);
+  app.clocks.pass(600);
+  app.sessionTimer->fire();
   EXPECT_EQ(released, (std::vector<std::pair<std::string, Release>>{{"make", Release::timeRanOut}}));
   expectUnbound();
 }
 
 TEST_F(ProcessBindingControllerTest, ARefusedHoldSaysWhyAndChangesNothing) {
   start();
-  EXPECT_EQ(binding->hold(99, 600), "there is no process 99");
-  EXPECT_EQ(binding->hold(4242, 1e300), "the session cannot last that long");
-  watcher->refusal = "cannot watch";
-  EXPECT_EQ(binding->hold(4242, 600), "cannot watch");
-  watcher->refusal.reset();
+  EXPECT_EQ(app.binding->hold(99, 600), "there is no process 99");
+  EXPECT_EQ(app.binding->hold(4242, 1e300), "the session cannot last that long");
+  app.processWatcher->refusal = "cannot watch";
+  EXPECT_EQ(app.binding->hold(4242, 600), "cannot watch");
+  app.processWatcher->refusal.reset();
   // Ended just as the watch began, its pid already another process's.
-  watcher->whileWatching = [this] { processes->start(4242, 8, "other"); };
-  EXPECT_EQ(binding->hold(4242, 600), "process 4242 has ended");
-  EXPECT_FALSE(awake->isRequested());
+  app.processWatcher->whileWatching = [this] { app.processes->start(4242, 8, "other"); };
+  EXPECT_EQ(app.binding->hold(4242, 600), "process 4242 has ended");
+  EXPECT_FALSE(app.awake->isRequested());
   expectUnbound();
-}
-
-TEST_F(ProcessBindingControllerTest, OneProcessEndingLeavesTheOtherHoldsSession) {
-  start();
-  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
-  ASSERT_EQ(binding->hold(5000, std::nullopt), std::nullopt);
-  watcher->end(4242);
-  EXPECT_TRUE(awake->isOn());
-  EXPECT_EQ(held(), std::vector<std::string>{"render"});
 }
 
 TEST_F(ProcessBindingControllerTest, OneHoldsOwnEndLetsGoOfItAlone) {
   start();
-  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
-  ASSERT_EQ(binding->hold(5000, 600), std::nullopt);
-  clocks.pass(600);
-  holdTimer->fire();
+  ASSERT_EQ(app.binding->hold(4242, std::nullopt), std::nullopt);
+  ASSERT_EQ(app.binding->hold(5000, 600), std::nullopt);
+  app.clocks.pass(600);
+  app.holdTimer->fire();
   EXPECT_EQ(held(), std::vector<std::string>{"make"});
-  EXPECT_FALSE(watcher->isWatching(5000));
-  EXPECT_TRUE(awake->isOn());
+  EXPECT_FALSE(app.processWatcher->isWatching(5000));
+  EXPECT_TRUE(app.awake->isOn());
 }
 
 TEST_F(ProcessBindingControllerTest, TimedHoldsKeepTheSessionUntilTheLaterEnd) {
   start();
-  ASSERT_EQ(binding->hold(5000, 300), std::nullopt);
-  ASSERT_EQ(binding->hold(4242, 900), std::nullopt);
-  EXPECT_EQ(awake->activeUntil(), clocks.now().adding(900));
-  watcher->end(4242);
-  EXPECT_EQ(awake->activeUntil(), clocks.now().adding(300));
+  ASSERT_EQ(app.binding->hold(5000, 300), std::nullopt);
+  ASSERT_EQ(app.binding->hold(4242, 900), std::nullopt);
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(900));
+  app.processWatcher->end(4242);
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(300));
 }
 
 TEST_F(ProcessBindingControllerTest, AHoldNeverEndsTheUsersSession) {
   start();
-  awake->turnOn(1800);
-  const auto usersEnd = awake->activeUntil();
-  ASSERT_EQ(binding->hold(4242, std::nullopt), std::nullopt);
-  EXPECT_EQ(awake->activeUntil(), std::nullopt);
-  watcher->end(4242);
-  EXPECT_EQ(awake->activeUntil(), usersEnd);
+  app.awake->turnOn(1800);
+  const auto usersEnd = app.awake->activeUntil();
+  ASSERT_EQ(app.binding->hold(4242, std::nullopt), std::nullopt);
+  EXPECT_EQ(app.awake->activeUntil(), std::nullopt);
+  app.processWatcher->end(4242);
+  EXPECT_EQ(app.awake->activeUntil(), usersEnd);
 }
 
 TEST_F(ProcessBindingControllerTest, TheUsersStartReplacesOnlyTheUsersClaim) {
   start();
-  ASSERT_EQ(binding->hold(4242, 600), std::nullopt);
-  awake->turnOn(60);
+  ASSERT_EQ(app.binding->hold(4242, 600), std::nullopt);
+  app.awake->turnOn(60);
   EXPECT_EQ(held(), std::vector<std::string>{"make"});
-  EXPECT_EQ(awake->activeUntil(), clocks.now().adding(600));
+  EXPECT_EQ(app.awake->activeUntil(), app.clocks.now().adding(600));
 }
 
 TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunning) {
-  const auto until = AwakeIntent::until(clocks.now().adding(60));
+  const auto until = AwakeIntent::until(app.clocks.now().adding(60));
   const SessionClaims both{std::nullopt, {{make, std::nullopt}, {render, std::nullopt}}};
   const SessionClaims withTheUsers{UserClaim{}, {{make, std::nullopt}}};
   // What was stored, whose pid now runs another process, the session asked
@@ -159,15 +133,15 @@ TEST_F(ProcessBindingControllerTest, ALaunchTakesUpOnlyTheVeryProcessesStillRunn
            {StoredProcessBinding::unreadable(), std::nullopt, AwakeIntent::indefinite(), {}, false},
            {StoredProcessBinding::bound(both), std::nullopt, AwakeIntent::off(), {}, false},  // its session over
        }) {
-    processes->start(4242, 7, "make");
-    if (reused) processes->start(*reused, 8, "other");
-    store->stored = stored;
-    watcher->watching.clear();
+    app.processes->start(4242, 7, "make");
+    if (reused) app.processes->start(*reused, 8, "other");
+    app.bindingStore->stored = stored;
+    app.processWatcher->watching.clear();
     start(StoredAwakeIntent::intent(intent));
     EXPECT_EQ(held(), kept);
-    EXPECT_EQ(awake->isOn(), on);
-    EXPECT_EQ(watcher->watching.size(), kept.size());
-    EXPECT_EQ(store->stored == StoredProcessBinding::none(), kept.empty()) << "stored while nothing is held";
+    EXPECT_EQ(app.awake->isOn(), on);
+    EXPECT_EQ(app.processWatcher->watching.size(), kept.size());
+    EXPECT_EQ(app.bindingStore->stored == StoredProcessBinding::none(), kept.empty()) << "stored while nothing is held";
   }
 }
 

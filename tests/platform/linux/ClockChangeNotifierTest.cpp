@@ -34,10 +34,8 @@ std::set<int> openTimers() {
   return timers;
 }
 
-// Setting the real clock is no test's business, so the clock change cannot
-// be made here; what can be: the timer is armed without waking anyone, a
-// wake of it reaches the handler on the main loop each time, and it is gone
-// with the notifier.
+// The real clock is not the test's to set, so its timer is made to run out
+// instead.
 TEST(ClockChangeNotifierTest, ArmedItWakesOnlyWhenItsTimerDoesAndIsClosedWithIt) {
   const auto before = openTimers();
   int calls = 0;
