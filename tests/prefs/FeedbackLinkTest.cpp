@@ -38,8 +38,6 @@ TEST(FeedbackLinkTest, OnlyAHostNameWithAnOptionalPortMakesAForm) {
                           "example.com:80x", "user@example.com", "example.com?x", "ex\xc3\xa4mple.com"}) {
     EXPECT_EQ(FeedbackLink::formOn(bad), std::nullopt) << bad;
   }
-  EXPECT_EQ(FeedbackLink::formOn(std::string(64, 'a') + ".com"), std::nullopt);
-  EXPECT_TRUE(FeedbackLink::formOn(std::string(63, 'a') + ".com"));
 }
 
 }  // namespace

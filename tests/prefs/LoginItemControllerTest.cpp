@@ -65,22 +65,6 @@ TEST_F(LoginItemControllerTest, AFailureIsKeptWithTheSystemsStateUntilTheNextSuc
   EXPECT_EQ(controller->lastFailure(), std::nullopt);
 }
 
-// As when the user switched it off in the system settings.
-TEST_F(LoginItemControllerTest, ARefreshClearsTheFailureOnlyWhenTheStateChanged) {
-  auto controller = make(LoginItemState::enabled);
-  item->nextUnregistrationError = refusal();
-  controller->toggle();
-  EXPECT_TRUE(controller->isEnabled());
-  changes = 0;
-  controller->refresh();
-  EXPECT_EQ(controller->lastFailure(), refused);
-  EXPECT_EQ(changes, 0);
-  item->setState(LoginItemState::disabled);
-  controller->refresh();
-  EXPECT_EQ(controller->lastFailure(), std::nullopt);
-  EXPECT_GE(changes, 1);
-}
-
 TEST_F(LoginItemControllerTest, StartingRepairsOnlyAnEnabledItemAtAStableLocation) {
   const std::tuple<LoginItemState, bool, bool, int> cases[] = {
       {LoginItemState::enabled, true, true, 1},  {LoginItemState::enabled, false, true, 0},

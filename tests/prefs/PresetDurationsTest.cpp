@@ -38,14 +38,5 @@ TEST(PresetDurationsTest, AFourthStarWaitsForAFreePlaceAndGoesInItsSortedPlace) 
   EXPECT_EQ(presets.pinned(), (std::vector<AwakeDuration>{halfHour, twoHours, fourHours}));
 }
 
-TEST(PresetDurationsTest, OnlyCandidatesCanBeStarred) {
-  PresetDurations presets(std::vector<AwakeDuration>{});
-  for (const AwakeDuration other : {AwakeDuration{900}, AwakeDuration{3600.25}, AwakeDuration{nan}}) {
-    EXPECT_FALSE(presets.canToggle(other)) << other.seconds;
-    presets.toggle(other);
-    EXPECT_EQ(presets.pinned(), std::vector<AwakeDuration>{}) << other.seconds;
-  }
-}
-
 }  // namespace
 }  // namespace wakeloft

@@ -29,7 +29,7 @@ AppcastItem sample() {
   return item;
 }
 
-TEST(AppcastTest, ReadsEachItemsVersionWhereverSparkleReadsItAndANewItemGoesFirstIndentedLikeTheOthers) {
+TEST(AppcastTest, ANewItemGoesFirstIndentedLikeTheOthers) {
   const std::string earlier =
       "  <channel>\n    <title>T</title>\n    <item><sparkle:version>1</sparkle:version></item>\n";
   const auto appcast = read(rss + "\n" + earlier + "  </channel>\n</rss>\n");
@@ -47,17 +47,6 @@ TEST(AppcastTest, ReadsEachItemsVersionWhereverSparkleReadsItAndANewItemGoesFirs
                 "type=\"application/octet-stream\" sparkle:edSignature=\"c2ln\"/>\n"
                 "    </item>\n"
                 "    <item><sparkle:version>1</sparkle:version></item>\n  </channel>\n</rss>\n");
-
-  const auto wherever = read(
-      "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?>\n<!-- feed -->\n"
-      "<rss version=\"2.0\" xmlns:sparkle=\"http://www.andymatuschak.org/xml-namespaces/sparkle\" "
-      "xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\"><channel><title>A &amp; B</title>\n"
-      "<item><sparkle:version> 3 </sparkle:version><enclosure url=\"u\" sparkle:version=\"9\"/></item>\n"
-      "<item><enclosure url='u' s:version='2.0'/><description><![CDATA[<b>notes</b>]]></description></item>\n"
-      "<item><s:version><![CDATA[1.]]>&#48;</s:version></item>\n"
-      "</channel></rss>\n<?done?>");
-  ASSERT_TRUE(std::holds_alternative<Appcast>(wherever)) << std::get<Appcast::Error>(wherever).message;
-  EXPECT_EQ(std::get<Appcast>(wherever).versions(), (std::vector<std::string>{"3", "2.0", "1.0"}));
 }
 
 TEST(AppcastTest, RefusesWhatIsNotAnAppcastOfTheExpectedShape) {
@@ -66,23 +55,13 @@ TEST(AppcastTest, RefusesWhatIsNotAnAppcastOfTheExpectedShape) {
       {"<feed/>", "line 1: a root element other than <rss>"},
       {"<rss version=\"0.91\"><channel/></rss>", "not version=\"2.0\""},
       {rss + "</rss>", "no <channel> in <rss>"},
-      {rss + "<channel/><channel/></rss>", "a second <channel>"},
-      {rss + "<title/></rss>", "<title> in <rss>, where only <channel> goes"},
       {"<rss version=\"2.0\"><channel/></rss>", "sparkle prefix is not bound"},
       {rss + "<channel xmlns=\"urn:x\"/></rss>", "a <channel> in the namespace urn:x"},
       {rss + "<channel><item><sparkle:version>1\xC3\xA9</sparkle:version></item></channel></rss>", "printable ASCII"},
-      {rss + "<channel></rss>", "<channel> closed by </rss>"},
-      {rss + "<channel><title>&#1;</title></channel></rss>", "a character XML does not allow"},
-      {rss + "<channel><x:y/></channel></rss>", "the prefix x without a namespace"},
-      {rss + "<channel/></rss><rss/>", "a second root element"},
       {rss + "<channel>\n\n<item><title>1</title></item></channel></rss>",
        "line 3: an <item> without a sparkle:version"},
-      {rss + "<channel><item><sparkle:version><b/></sparkle:version></item></channel></rss>", "markup inside"},
       {rss + "<channel>", "ends inside <channel>"},
       {"<!DOCTYPE rss [<!ENTITY x \"y\">]>" + rss + "<channel/></rss>", "document type declaration"},
-      {rss + "<channel><title>&nbsp;</title></channel></rss>", "undefined entity &nbsp;"},
-      {rss + "<channel><link a=\"1\" a=\"2\"/></channel></rss>", "the attribute a twice"},
-      {rss + "<channel/></rss>trailing", "text outside the root element"},
       {rss + "<channel/><!-- sparkle-signatures:\nedSignature: x\n--></rss>", "Sparkle's feed signature"},
       {"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + rss + "<channel/></rss>", "the encoding ISO-8859-1"},
       {rss + "<channel><title>\xFF</title></channel></rss>", "bytes that are not UTF-8"},

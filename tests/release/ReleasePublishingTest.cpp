@@ -1,4 +1,4 @@
-// The release workflow's feed, key check and publication, through the
+// The release workflow's feed and publication, through the
 // `release` tool it runs.
 #include <gtest/gtest.h>
 
@@ -6,7 +6,6 @@
 #include <sstream>
 #include <string>
 
-#include "Ed25519Keys.h"
 #include "base/ChildProcess.h"
 #include "helper/TemporaryDirectory.h"
 #include "release/GitHubReleasePublishing.h"
@@ -71,18 +70,6 @@ TEST(ReleasePublishingTest, AReleaseIsPublishedOnlyAfterEveryFileIsOnItsDraft) {
   const auto failed = release({"publish", "v1", "W 1", "a.zip"}, "FAIL=1 GH='" + gh + "'");
   EXPECT_EQ(failed.exitStatus, 1);
   EXPECT_EQ(calls().find("edit"), std::string::npos) << "published after a failed upload";
-}
-
-TEST(ReleasePublishingTest, TheKeyCheckAcceptsOnlyTheSeedOfTheAppsPublicKey) {
-  const testing::TemporaryDirectory directory;
-  const auto key = directory.write("key", std::string(testing::rfcSeed) + "\n");
-  const auto good = release({"check-key", "--private-key", key, "--public-key", std::string(testing::rfcPublicKey)});
-  EXPECT_EQ(good.exitStatus, 0) << good.output;
-  // Why a key is refused is the signing key's to say; the tool passes it on.
-  const auto other = release({"check-key", "--private-key", key, "--public-key",
-                              "rhHib+w769W2/6/t+oM1ZxgjBB93BfBKMLO0Qo1etQs="});
-  EXPECT_EQ(other.exitStatus, 1);
-  EXPECT_NE(other.output.find("does not belong to the public key"), std::string::npos) << other.output;
 }
 
 }  // namespace
