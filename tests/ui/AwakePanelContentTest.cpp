@@ -41,14 +41,6 @@ TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndEachStarredPresetInShortAndSpok
   EXPECT_EQ(panel.sessionControls.presets[0].action, PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
 }
 
-TEST_F(AwakePanelContentTest, AnUntimedSessionWithNoStarredPresetHasNoSessionControls) {
-  app.presetStore->stored = std::vector<double>{};
-  app.start();
-  app.awake->turnOn(std::nullopt);
-  EXPECT_EQ(content().explanation, LocalizedText(TextCatalog::awakeIndefinitely));
-  EXPECT_TRUE(content().sessionControls.isEmpty());
-}
-
 TEST_F(AwakePanelContentTest, ATimedSessionOffersToDropTheTimerInsteadOfThePresets) {
   app.awake->turnOn(1530);
   const auto panel = content();
@@ -138,16 +130,6 @@ TEST_F(AwakePanelContentTest, TheBatteryGuardrailIsShownButWhatEndedDeepwakeIsAl
   app.conditionsNotifier->post();
   EXPECT_EQ(content().header.spokenLabel(nullptr),
             "Wakeloft, on, 2 hours left. Deepwake stopped because the battery fell to 20%.");
-}
-
-TEST_F(AwakePanelContentTest, PausedForPowerTheSwitchKeepsTheUsersWishAndSaysItWaits) {
-  app.machine->current.isOnBattery = true;
-  app.start();
-  app.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
-  app.turnOnDeepwake();
-  const auto panel = content();
-  EXPECT_TRUE(panel.deepwake.toggle.isOn);
-  EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
 }
 
 TEST_F(AwakePanelContentTest, OnlyATranslocatedCopyIsToldToMoveToApplicationsWithTheSwitchDisabled) {
