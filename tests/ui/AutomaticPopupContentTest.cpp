@@ -57,6 +57,7 @@ TEST_F(AutomaticPopupContentTest, DaysAndTimesChangeTheScheduleAndATimeBeyondADa
   const Schedule expected{0x5E, 22 * 60, 6 * 60};  // Tuesday to Friday and Sunday
   EXPECT_EQ(settings().schedule, expected);
   const auto shown = content("de_DE");
+  ASSERT_EQ(shown.days.size(), 7u);
   EXPECT_FALSE(shown.days[0].isOn);  // Monday
   EXPECT_TRUE(shown.days[6].isOn);   // Sunday
   EXPECT_EQ(shown.start, 22 * 60);
@@ -121,15 +122,6 @@ TEST(AutomaticPopupOpenPanelTest, OnlyFoldersAndAppBundlesCanBeChosen) {
     EXPECT_EQ(AutomaticPopupContent::isChoosableInOpenPanel(c.path, c.isDirectory, c.isPackage), c.choosable)
         << c.path;
   }
-}
-
-TEST_F(AutomaticPopupContentTest, TheScreenLockSwitchShowsOnlyWhereTheLockIsWatchedAndChangesTheSetting) {
-  EXPECT_EQ(content().stopWhenScreenLocks, std::nullopt);
-  testing::ManualScreenLockSetting screenLock;
-  AutomaticPopupContent::setStopsWhenScreenLocks(true, screenLock);
-  const auto shown = AutomaticPopupContent::current(*sessions.automatic, "en_US", &screenLock);
-  ASSERT_TRUE(shown.stopWhenScreenLocks);
-  EXPECT_TRUE(shown.stopWhenScreenLocks->isOn);
 }
 
 }  // namespace
