@@ -10,14 +10,6 @@ namespace {
 // 2024-12-31 23:30 UTC.
 constexpr Date newYearsEve{1735687800};
 
-TEST(AboutPopupContentTest, TheVersionLineHasItsBuildAndIsLeftOutWithoutAVersion) {
-  const SystemTimeZone utc("UTC");
-  const auto version = AboutPopupContent::current(AboutInfo{"1.4", "212"}, newYearsEve, utc).version;
-  ASSERT_TRUE(version);
-  EXPECT_EQ(version->english(), "Version 1.4 (212)");
-  EXPECT_EQ(AboutPopupContent::current(std::nullopt, newYearsEve, utc).version, std::nullopt);
-}
-
 TEST(AboutPopupContentTest, TheCopyrightYearTurnsAtLocalMidnight) {
   const auto copyright = [](const char* zone) {
     return AboutPopupContent::current(std::nullopt, newYearsEve, SystemTimeZone(zone), "A").copyright.english();

@@ -7,6 +7,8 @@
 
 #include "TestControllers.h"
 #include "lid/LidSleepBlockerError.h"
+#include "session/InMemoryScreenLockNotifier.h"
+#include "session/InMemoryScreenOnStore.h"
 #include "ui/TextCatalog.h"
 
 namespace wakeloft {
@@ -31,22 +33,13 @@ class AwakePanelContentTest : public ::testing::Test {
 
 PanelNote errorNote(LocalizedText text) { return {NoteSymbol::error, std::move(text)}; }
 
-TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndEachStarredPresetInShortAndSpokenWords) {
+TEST_F(AwakePanelContentTest, IdleOffersTurnOnAndEachStarredPresetInSpokenWords) {
   const auto panel = content();
   EXPECT_EQ(panel.mainButton, (PanelButton{TextCatalog::turnOn, PanelAction::toggleAwakeMode()}));
   EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::sleepsNormally));
   ASSERT_EQ(panel.sessionControls.presets.size(), 3u);
-  EXPECT_EQ(panel.sessionControls.presets[0].title.english(), "30m");
   EXPECT_EQ(panel.sessionControls.presets[0].accessibilityLabel, LocalizedText::verbatim("30 minutes"));
   EXPECT_EQ(panel.sessionControls.presets[0].action, PanelAction::turnOnAwakeMode(AwakeDuration{1800}));
-}
-
-TEST_F(AwakePanelContentTest, AnUntimedSessionWithNoStarredPresetHasNoSessionControls) {
-  app.presetStore->stored = std::vector<double>{};
-  app.start();
-  app.awake->turnOn(std::nullopt);
-  EXPECT_EQ(content().explanation, LocalizedText(TextCatalog::awakeIndefinitely));
-  EXPECT_TRUE(content().sessionControls.isEmpty());
 }
 
 TEST_F(AwakePanelContentTest, ATimedSessionOffersToDropTheTimerInsteadOfThePresets) {
@@ -93,13 +86,8 @@ TEST_F(AwakePanelContentTest, DeepwakeIsShownOnOnlyOnceTheHelperConfirms) {
   app.helper->holdsReplies = true;
   app.lid->turnOnJoiningSessionOr(7200);
   EXPECT_FALSE(content().deepwake.toggle.isOn);
-  EXPECT_EQ(content().header.glyph, AwakeGlyph(AwakeGlyph::Vessel::mug, true));
-
   app.helper->answerAll();
-  const auto panel = content();
-  EXPECT_TRUE(panel.deepwake.toggle.isOn);
-  EXPECT_EQ(panel.header.glyph, AwakeGlyph(AwakeGlyph::Vessel::doubleMug, true));
-  EXPECT_EQ(panel.explanation, LocalizedText(TextCatalog::awakeWithLidClosedUntilSessionEnds));
+  EXPECT_TRUE(content().deepwake.toggle.isOn);
 }
 
 TEST_F(AwakePanelContentTest, TheHelpersRefusalIsExplainedUnderTheSwitchNotAsTheSessionsFailure) {
@@ -140,41 +128,22 @@ TEST_F(AwakePanelContentTest, TheBatteryGuardrailIsShownButWhatEndedDeepwakeIsAl
             "Wakeloft, on, 2 hours left. Deepwake stopped because the battery fell to 20%.");
 }
 
-TEST_F(AwakePanelContentTest, PausedForPowerTheSwitchKeepsTheUsersWishAndSaysItWaits) {
-  app.machine->current.isOnBattery = true;
-  app.start();
-  app.lid->setGuardrailSettings({.onlyOnPowerAdapter = true});
-  app.turnOnDeepwake();
-  const auto panel = content();
-  EXPECT_TRUE(panel.deepwake.toggle.isOn);
-  EXPECT_EQ(panel.header.spokenNote, LocalizedText(TextCatalog::pausedWaitingForPower));
-}
-
-TEST_F(AwakePanelContentTest, OnlyATranslocatedCopyIsToldToMoveToApplicationsWithTheSwitchDisabled) {
-  EXPECT_EQ(content().deepwake.location, std::nullopt);
-  app.translocated = true;
-  app.start();
-  const auto panel = content();
-  EXPECT_FALSE(panel.deepwake.toggle.isEnabled);
-  ASSERT_TRUE(panel.deepwake.location && panel.deepwake.location->link);
-  EXPECT_EQ(panel.deepwake.location->link->action, PanelAction::revealApplicationsFolder());
-}
-
-TEST_F(AwakePanelContentTest, ALoginItemAwaitingApprovalLinksToTheSystemsPaneByItsNameOnThatVersion) {
-  app.loginItemService->setState(LoginItemState::requiresApproval);
-  app.start();
-  const auto sonoma = content({14, 6, 1}).login.approval, sequoia = content({15, 0, 0}).login.approval;
-  ASSERT_TRUE(sonoma && sonoma->link && sequoia && sequoia->link);
-  EXPECT_EQ(sonoma->link->title, LocalizedText(TextCatalog::openLoginItems));
-  EXPECT_EQ(sequoia->link->title, LocalizedText(TextCatalog::openLoginItemsAndExtensions));
-}
-
-TEST_F(AwakePanelContentTest, ALoginItemOutsideApplicationsIsWarnedAboutOnlyWhileOn) {
-  app.loginItemService = std::make_shared<InMemoryLoginItem>(LoginItemState::enabled, /*isAtStableLocation=*/false);
-  app.start();
-  EXPECT_EQ(content().login.location, (PanelNote{NoteSymbol::information, TextCatalog::notInApplications}));
-  app.loginItem->setEnabled(false);
-  EXPECT_EQ(content().login.location, std::nullopt);
+TEST_F(AwakePanelContentTest, TheScreenSwitchKeepsTheScreenOnAndARefusalShowsItsCode) {
+  auto controllers = app.controllers();
+  auto display = std::make_shared<InMemorySleepBlocker>();
+  display->nextRefusal = -536870201;
+  controllers.screenOn = std::make_shared<ScreenOnController>(
+      app.awake, display, std::make_shared<InMemoryScreenOnStore>(), app.machine,
+      std::make_shared<testing::ManualConditionsNotifier>(),
+      std::make_shared<ScreenLockState>(std::make_shared<InMemoryScreenLockNotifier>()),
+      std::make_shared<testing::ManualRecheckNotifier>());
+  app.awake->turnOn(std::nullopt);
+  const auto before = AwakePanelContent::current(controllers, "en_US", {14, 0, 0}).screenOn;
+  ASSERT_TRUE(before && !before->toggle.isOn);
+  perform(before->toggle.action(true), controllers, nullptr);
+  const auto after = AwakePanelContent::current(controllers, "en_US", {14, 0, 0}).screenOn;
+  ASSERT_TRUE(after && after->toggle.isOn && after->failure);
+  EXPECT_EQ(after->failure->text, LocalizedText(TextCatalog::screenOnRefused, {std::int32_t{-536870201}}));
 }
 
 TEST_F(AwakePanelContentTest, ARefusedLoginItemShowsTheSystemsWordsWithTheSwitchOff) {

@@ -19,11 +19,8 @@ TEST(FailureTextTest, EachFailureHasItsSentenceWithItsDetail) {
        {TextCatalog::settingUnreadable, {std::string("pmset exited with status 1")}}},
       {refused(LidHelperRefusal::settingUnwritten("%d")), {TextCatalog::settingUnwritten, {std::string("%d")}}},
       {refused(LidHelperRefusal::settingNotPutBack("")), {TextCatalog::settingNotPutBack, {std::string()}}},
-      {AwakeFailure::LidHelperUnavailable{}, TextCatalog::lidHelperUnavailable},
       {AwakeFailure::LidHelperRequiresApproval{}, TextCatalog::lidHelperRequiresApproval},
-      {refused(LidHelperRefusal::deadlineNotANumber()), TextCatalog::deadlineNotANumber},
       {refused(LidHelperRefusal::settingOnElsewhere()), TextCatalog::settingOnElsewhere},
-      {refused(LidHelperRefusal::settingTurnedOffElsewhere()), TextCatalog::settingTurnedOffElsewhere},
   };
   for (const auto& [failure, text] : cases) EXPECT_EQ(FailureText::describing(failure), text) << text.english();
 }

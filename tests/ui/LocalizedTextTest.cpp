@@ -4,7 +4,9 @@
 
 #include <map>
 
+#include "AppTables.h"
 #include "ui/TextCatalog.h"
+#include "ui/TextCount.h"
 
 namespace wakeloft {
 namespace {
@@ -34,6 +36,12 @@ TEST(LocalizedTextTest, ResolvesThroughTheTranslationOrFallsBackToEnglishVerbati
   const LocalizedText text{TextCatalog::settingUnwritten, {std::string("\xFF")}};
   ASSERT_EQ(text.arguments().size(), 1u);
   EXPECT_EQ(std::get<std::string>(text.arguments()[0]), "\xEF\xBF\xBD");
+}
+
+// The key is the "other" wording; one process has its own.
+TEST(LocalizedTextTest, ACountPicksItsWordingByTheLocalesPluralRules) {
+  const LocalizedText text(TextCatalog::statusOnUntilProcessesEnd, {TextCount::of(1, "en_US")});
+  EXPECT_EQ(text.resolved(testing::LanguageTables("en").lookup()), "On \u00B7 until 1 process ends");
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "AppTables.h"
 #include "TestControllers.h"
 
 namespace wakeloft {
@@ -23,17 +22,6 @@ TEST(MenuBarItemTest, TheIconFollowsSessionTimerAndDeepwake) {
   EXPECT_EQ(label(), "Wakeloft: Deepwake on");
   app.awake->turnOff();
   EXPECT_EQ(label(), "Wakeloft: off");  // whatever Deepwake has not yet noticed
-}
-
-TEST(MenuBarItemTest, AWaitingUpdateShowsItsDotAndIsSaidAfterTheStateInTheSameLanguage) {
-  testing::TestControllers app;
-  app.start();
-  app.awake->turnOn(600);
-  const auto icon = MenuBarItem::icon(*app.awake, *app.lid, /*isUpdateWaiting=*/true);
-  EXPECT_TRUE(icon.showsUpdateDot);
-  const testing::LanguageTables german("de");
-  EXPECT_EQ(MenuBarItem::iconLabel(icon, german.lookup()).resolved(german.lookup()),
-            "Wakeloft: ein, Timer läuft, Update wartet");
 }
 
 }  // namespace

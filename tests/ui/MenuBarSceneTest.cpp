@@ -20,10 +20,7 @@ class MenuBarSceneTest : public ::testing::Test {
     app.start();
     scene = std::make_unique<MenuBarScene>(
         app.controllers(), reminder, "en_US", OperatingSystemVersion{14, 5, 0}, app.clocks.dates, ticks,
-        MenuBarScene::Views{[this](const MenuBarIcon& icon, const LocalizedText& label) {
-                              icons.push_back(icon);
-                              iconLabels.push_back(label.english());
-                            },
+        MenuBarScene::Views{[this](const MenuBarIcon& icon, const LocalizedText&) { icons.push_back(icon); },
                             [this](const AwakePanelContent& content) { panels.push_back(content); },
                             [this] { ++loginItemsOpened; }},
         [this](std::function<void()> work) { deferred.push_back(std::move(work)); });
@@ -42,7 +39,6 @@ class MenuBarSceneTest : public ::testing::Test {
   std::shared_ptr<UpdateReminder> reminder = std::make_shared<UpdateReminder>();
   std::shared_ptr<ManualDeadlineScheduler> ticks = std::make_shared<ManualDeadlineScheduler>();
   std::vector<MenuBarIcon> icons;
-  std::vector<std::string> iconLabels;
   std::vector<AwakePanelContent> panels;
   std::vector<std::function<void()>> deferred;
   int loginItemsOpened = 0;
@@ -50,7 +46,7 @@ class MenuBarSceneTest : public ::testing::Test {
 };
 
 TEST_F(MenuBarSceneTest, TheIconShowsAtOnceAndOnTheNextTurnOnlyWhenItChanges) {
-  EXPECT_EQ(iconLabels, std::vector<std::string>{"Wakeloft: off"});
+  EXPECT_EQ(icons, std::vector<MenuBarIcon>{{}});
   app.awake->turnOn(1800);
   EXPECT_EQ(icons.size(), 1u);
   runDeferred();
@@ -64,6 +60,7 @@ TEST_F(MenuBarSceneTest, TheIconShowsAtOnceAndOnTheNextTurnOnlyWhenItChanges) {
 TEST_F(MenuBarSceneTest, TheUpdateDotComesAndGoesWithTheReminder) {
   reminder->willShowUpdate(/*updaterShowsIt=*/false, /*userInitiated=*/false, "1.4");
   runDeferred();
+  ASSERT_FALSE(icons.empty());
   EXPECT_TRUE(icons.back().showsUpdateDot);
   reminder->sessionFinished();
   runDeferred();
@@ -91,29 +88,12 @@ TEST_F(MenuBarSceneTest, BecomingKeyRefreshesAgainSoAnApprovalLinkCanBeFollowed)
   EXPECT_EQ(loginItemsOpened, 1);
 }
 
-TEST_F(MenuBarSceneTest, AClosedPanelIsNotRenderedButReopensInFull) {
+TEST_F(MenuBarSceneTest, AClosedPanelIsNotRendered) {
   scene->panelWillOpen();
   scene->panelDidClose();
   app.awake->turnOn(std::nullopt);
   runDeferred();
   EXPECT_EQ(panels.size(), 1u);
-  // With nothing changed since: the view builds a new panel each time.
-  scene->panelWillOpen();
-  scene->panelDidClose();
-  scene->panelWillOpen();
-  EXPECT_EQ(panels.size(), 3u);
-}
-
-// The main button ends Deepwake, then the session: several properties of two
-// controllers change in one action.
-TEST_F(MenuBarSceneTest, ChangesMadeTogetherRenderOnce) {
-  app.turnOnDeepwake();
-  scene->panelWillOpen();
-  ASSERT_EQ(panels.size(), 1u);
-  scene->perform(panels.back().mainButton.action);
-  app.helper->answerAll();
-  runDeferred();
-  EXPECT_EQ(panels.size(), 2u);
 }
 
 // The switch was flipped on screen, but the heat warning comes first.

@@ -58,15 +58,5 @@ TEST_F(SafetyPopupContentTest, WhatAProfileSetsIsMarkedKeptAndTakenUpWhenItChang
   EXPECT_EQ(content().chosenFloor, 50);
 }
 
-TEST_F(SafetyPopupContentTest, TheScriptsSwitchShowsTheAnswerAndIsMarkedWhenAProfileSetsIt) {
-  app.start();
-  SafetyPopupContent::set(Setting::automationMayTurnOn, true, *app.lid, app.consent.get());
-  ASSERT_TRUE(content().automation);
-  EXPECT_TRUE(content().automation->isOn);
-  app.defaults.force(DeepwakeAutomationConsent::key, false);
-  app.consent->reload();
-  EXPECT_EQ(std::pair(content().automation->isOn, content().automation->isForced), std::pair(false, true));
-}
-
 }  // namespace
 }  // namespace wakeloft

@@ -22,14 +22,6 @@ class SettingsPopupContentTest : public ::testing::Test {
   PresetDurationsController presets{store};
 };
 
-TEST_F(SettingsPopupContentTest, EveryCandidateHasARowInShortAndSpokenWords) {
-  const auto rows = SettingsPopupContent::current(presets, "en_US").rows;
-  ASSERT_EQ(rows.size(), 6u);
-  EXPECT_EQ(rows[3].duration, AwakeDuration{14400});
-  EXPECT_EQ(rows[3].label.english(), "4h");
-  EXPECT_EQ(rows[3].spokenLabel.english(), "4 hours");
-}
-
 TEST_F(SettingsPopupContentTest, StarsShowWhatIsPinnedAndTogglingOneStoresIt) {
   EXPECT_EQ(stars(), (std::vector<bool>{true, true, true, false, false, false}));
   SettingsPopupContent::toggle({3600}, presets);

@@ -15,10 +15,8 @@ std::optional<std::string> format(std::string_view text, std::vector<TextArgumen
 
 TEST(StringFormatTest, FillsPlaceholdersInOrderOrByPositionButArgumentsThatDoNotFitOrMalformedFormatsGiveNothing) {
   EXPECT_EQ(format("On \xC2\xB7 %@ left", {std::string("4:07")}), "On \xC2\xB7 4:07 left");
-  EXPECT_EQ(format("(IOKit error %d).", {std::int32_t{-536870199}}), "(IOKit error -536870199).");
   EXPECT_EQ(format("%@ and %@", {std::string("a"), std::string("b")}), "a and b");
   EXPECT_EQ(format("100%% %@", {std::string("sure")}), "100% sure");
-  EXPECT_EQ(format("no placeholders", {}), "no placeholders");
 
   EXPECT_EQ(format("%2$@ vor %1$@", {std::string("A"), std::string("B")}), "B vor A");
   EXPECT_EQ(format("%1$@, %1$@", {std::string("x")}), "x, x");

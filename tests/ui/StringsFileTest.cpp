@@ -3,22 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "ui/StringsFileError.h"
 
 namespace wakeloft {
 namespace {
-
-using Entries = std::vector<std::tuple<std::string, std::string, int>>;
-
-Entries entries(std::string_view bytes) {
-  Entries found;
-  const auto file = StringsFile::parse(bytes);
-  for (const auto& entry : file.entries()) found.emplace_back(entry.key, entry.value, entry.line);
-  return found;
-}
 
 // The line a parse fails on, or 0 when it does not fail.
 int failingLine(std::string_view bytes) {
@@ -28,24 +18,6 @@ int failingLine(std::string_view bytes) {
     return error.line();
   }
   return 0;
-}
-
-TEST(StringsFileTest, ReadsEntriesInOrderWithTheirLinesAroundComments) {
-  EXPECT_EQ(entries("\xEF\xBB\xBF/* header\n   spanning lines */\n"
-                    "\"On\" = \"Ein\";  // trailing\n"
-                    "\n"
-                    "\"Off\"\t=\n\"Aus\" ;\n"),
-            (Entries{{"On", "Ein", 3}, {"Off", "Aus", 5}}));
-  EXPECT_TRUE(entries("  /* nothing */ // here\n").empty());
-}
-
-TEST(StringsFileTest, ReadsEscapesAndUtf8Exactly) {
-  EXPECT_EQ(entries("\"a\\\"b\\\\c\" = \"1\\n2\\t3\\r\";\n"
-                    "\"\\U00e9\\U2026\" = \"\\Ud83d\\Ude00\";\n"
-                    "\"\xC2\xB7 %@\" = \"\xD9\x8A \xC2\xB7 %@\";\n"),
-            (Entries{{"a\"b\\c", "1\n2\t3\r", 1},
-                     {"\xC3\xA9\xE2\x80\xA6", "\xF0\x9F\x98\x80", 2},
-                     {"\xC2\xB7 %@", "\xD9\x8A \xC2\xB7 %@", 3}}));
 }
 
 // Loose forms, unfinished parts where they start, bad escapes, and bytes
@@ -72,15 +44,6 @@ TEST(StringsFileTest, WhatIsNotATableIsRefusedWithItsLine) {
       {"\"a\" = \"b\x01\";", 1},
   };
   for (const auto& [bytes, line] : cases) EXPECT_EQ(failingLine(bytes), line) << bytes;
-}
-
-TEST(StringsFileTest, ARefusalSaysWhatIsWrong) {
-  try {
-    StringsFile::parse("\"a\" = \"b\";\n\"a\" = \"c\";");
-    FAIL() << "a duplicate key was accepted";
-  } catch (const StringsFileError& error) {
-    EXPECT_STREQ(error.what(), "line 2: the key \"a\" appears twice");
-  }
 }
 
 }  // namespace
