@@ -67,8 +67,8 @@ AppControllers::SystemParts systemParts() {
       .processTable = [] { return std::make_shared<LibprocProcessTable>(); },
       .processExitWatcher = [] { return std::make_shared<DispatchProcessExitWatcher>(); },
       .screenLockNotifier = [] { return std::make_shared<SystemScreenLockNotifier>(); },
-      .timeZones = [] { return std::make_shared<SystemTimeZoneProvider>(); },
       .runningApplications = [] { return std::make_shared<WorkspaceRunningApplications>(); },
+      .timeZones = [] { return std::make_shared<SystemTimeZoneProvider>(); },
   };
 }
 
