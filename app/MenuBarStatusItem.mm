@@ -43,7 +43,7 @@ using namespace wakeloft;
                                                       lid:controllers.lid
                                                   consent:controllers.consent
                                                 automatic:controllers.automatic
-                                               screenLock:nullptr
+                                               screenLock:controllers.screenLock
                                            updateReminder:SoftwareUpdate.shared.reminder
                                           checkForUpdates:^{
                                             [SoftwareUpdate.shared checkForUpdates];

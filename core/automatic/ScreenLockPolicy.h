@@ -5,6 +5,7 @@
 
 #include "automatic/AutomaticSessionController.h"
 #include "automatic/AutomaticSessionStore.h"
+#include "automatic/ScreenLockSetting.h"
 #include "base/Observation.h"
 #include "lid/LidAwakeController.h"
 #include "session/AwakeController.h"
@@ -19,7 +20,7 @@ namespace wakeloft {
 // while Deepwake is wanted: closing the lid locks most Macs, and keeping a
 // closed Mac awake is what Deepwake is for. Automatic sessions stay away
 // until the unlock, then come back if a rule holds. Main thread only.
-class ScreenLockPolicy {
+class ScreenLockPolicy final : public ScreenLockSetting {
  public:
   // `automatic` is absent where no automatic sessions are built.
   ScreenLockPolicy(std::shared_ptr<ScreenLockState> lock, std::shared_ptr<AwakeController> awake,
@@ -28,8 +29,8 @@ class ScreenLockPolicy {
   ScreenLockPolicy(const ScreenLockPolicy&) = delete;
   ScreenLockPolicy& operator=(const ScreenLockPolicy&) = delete;
 
-  bool stopsWhenScreenLocks() const { return stopsWhenScreenLocks_; }
-  void setStopsWhenScreenLocks(bool on);
+  bool stopsWhenScreenLocks() const override { return stopsWhenScreenLocks_; }
+  void setStopsWhenScreenLocks(bool on) override;
 
   [[nodiscard]] Subscription observe(std::function<void()> handler) { return changed_.observe(std::move(handler)); }
 

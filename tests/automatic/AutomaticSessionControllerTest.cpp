@@ -142,7 +142,7 @@ TEST_F(AutomaticSessionControllerTest, ASessionHeldForProcessesStaysBoundAndOnly
 
 // Mondays 09:00-17:00: each case begins before the span, in Berlin unless
 // it says otherwise.
-TEST_F(AutomaticSessionControllerTest, TheScheduleIsJudgedAtLaunchAndAgainAfterAWakeOrAZoneChange) {
+TEST_F(AutomaticSessionControllerTest, TheScheduleIsJudgedAtLaunchAndAgainAfterAWakeOrAClockOrZoneChange) {
   const struct {
     const char* name;
     Date launchedAt;
@@ -153,6 +153,8 @@ TEST_F(AutomaticSessionControllerTest, TheScheduleIsJudgedAtLaunchAndAgainAfterA
       {"its start's timer", utc(2026, 1, 5, 7, 50), berlin, [](auto& t) { t.pass(600); }},
       {"a sleep past its start", utc(2026, 1, 5, 7), berlin,
        [](auto& t) { t.app.clocks.sleep(7200), t.recheck->post(); }},
+      {"the clock set past its start", utc(2026, 1, 5, 7, 55), berlin,
+       [](auto& t) { t.app.clocks.setWallClock(600), t.recheck->post(); }},
       {"the zone changed to one inside", utc(2026, 1, 5, 12), newYork,
        [](auto& t) { t.zones->zone = berlin, t.recheck->post(); }},
   };
