@@ -75,6 +75,7 @@ std::optional<std::string> infoString(NSBundle* bundle, NSString* key) {
   NSPopUpButton* _combinations;
   std::vector<AutomaticRules::Combination> _combinationChoices;
   NSButton* _screenLockSwitch;
+  NSTextField* _managedNote;
 }
 
 - (instancetype)initWithAutomatic:(std::shared_ptr<AutomaticSessionController>)automatic
@@ -98,6 +99,9 @@ std::optional<std::string> infoString(NSBundle* bundle, NSString* key) {
   NSMutableArray<NSView*>* views = [NSMutableArray array];
   [views addObject:PanelViews::label(BundleTexts::string(content.title), PanelViews::font(NSFontTextStyleHeadline),
                                      NSColor.labelColor)];
+  // A profile may arrive while the popover is shown: render shows the note.
+  _managedNote = hintLabel(TextCatalog::setByOrganization);
+  [views addObject:_managedNote];
 
   _ruleSwitches = [NSMutableArray array];
   for (const auto& rule : content.rules) {
@@ -281,7 +285,7 @@ std::optional<std::string> infoString(NSBundle* bundle, NSString* key) {
   [self fitContent];
 }
 
-- (NSView*)appRow:(const AutomaticPopupContent::App&)app {
+- (NSView*)appRow:(const AutomaticPopupContent::App&)app removable:(BOOL)removable {
   NSImage* icon = [NSWorkspace.sharedWorkspace iconForFile:BundleTexts::string(app.path)];
   icon.size = NSMakeSize(AutomaticPopupContent::appIconSize, AutomaticPopupContent::appIconSize);
   NSImageView* image = [NSImageView imageViewWithImage:icon];
@@ -295,6 +299,7 @@ std::optional<std::string> infoString(NSBundle* bundle, NSString* key) {
   remove.image = PanelViews::symbol("minus.circle", NSFontTextStyleBody);
   remove.imagePosition = NSImageOnly;
   remove.bordered = NO;
+  remove.enabled = removable;
   [remove setAccessibilityLabel:BundleTexts::string(app.removeLabel)];
   const std::string identifier = app.bundleIdentifier;
   __weak AutomaticPopup* weakSelf = self;
@@ -314,8 +319,15 @@ std::optional<std::string> infoString(NSBundle* bundle, NSString* key) {
   }
   for (NSView* row in [_appList.arrangedSubviews copy]) [row removeFromSuperview];
   if (content.apps.empty()) [_appList addArrangedSubview:hintLabel(content.noApps)];
-  for (const auto& app : content.apps) [_appList addArrangedSubview:[self appRow:app]];
+  const BOOL changeable = !content.rulesAreForced;
+  for (const auto& app : content.apps) [_appList addArrangedSubview:[self appRow:app removable:changeable]];
   _addApp.enabled = content.canAddApp;
+  for (NSButton* box in _ruleSwitches) box.enabled = changeable;
+  for (NSButton* day in _days) day.enabled = changeable;
+  _start.enabled = changeable;
+  _end.enabled = changeable;
+  _combinations.enabled = changeable;
+  _managedNote.hidden = !content.managedNote;
   for (std::size_t i = 0; i < content.days.size() && i < _days.count; ++i) {
     _days[i].state = content.days[i].isOn ? NSControlStateValueOn : NSControlStateValueOff;
   }
@@ -326,6 +338,7 @@ std::optional<std::string> infoString(NSBundle* bundle, NSString* key) {
   }
   if (content.stopWhenScreenLocks) {
     _screenLockSwitch.state = content.stopWhenScreenLocks->isOn ? NSControlStateValueOn : NSControlStateValueOff;
+    _screenLockSwitch.enabled = !content.stopWhenScreenLocks->isForced;
   }
   [self fitContent];
 }

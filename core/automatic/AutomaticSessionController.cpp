@@ -29,6 +29,7 @@ AutomaticSessionController::AutomaticSessionController(
       recheck_(std::move(recheck)) {
   requireMainThread("AutomaticSessionController");
   settings_.set(store_->settings());
+  rulesForced_.set(store_->areRulesForced());
   suppressed_.set(store_->isSuppressed());
 
   awake_->observeSession(weakSelf_([](AutomaticSessionController& self) { self.sessionChanged(); }));
@@ -60,11 +61,17 @@ AutomaticSessionController::AutomaticSessionController(
 }
 
 bool AutomaticSessionController::setSettings(const AutomaticRules::Settings& settings) {
-  if (!settings.isValid()) return false;
+  if (rulesForced_ || !settings.isValid()) return false;
   store_->setSettings(settings);
   settings_.set(settings);
   evaluate();
   return true;
+}
+
+void AutomaticSessionController::reload() {
+  settings_.set(store_->settings());
+  rulesForced_.set(store_->areRulesForced());
+  evaluate();
 }
 
 void AutomaticSessionController::resume() {

@@ -60,8 +60,10 @@ class AutomaticSessionController {
   AutomaticSessionController& operator=(const AutomaticSessionController&) = delete;
 
   // Keeps and applies new settings; false, changing nothing, for settings
-  // that cannot be kept.
+  // that cannot be kept or while a profile fixes the rules.
   bool setSettings(const AutomaticRules::Settings& settings);
+  // Reads the settings again, for a profile that arrived or changed.
+  void reload();
   // Ends a suppression: the rules that hold start a session at once.
   void resume();
   // Judges the rules again, as after a fact changed.
@@ -77,6 +79,7 @@ class AutomaticSessionController {
   // The enabled rules that hold, in naming order.
   const std::vector<AutomaticRules::Rule>& holding() const { return holding_; }
   bool isSuppressed() const { return suppressed_; }
+  bool areRulesForced() const { return rulesForced_; }
   // While the rules have stopped holding and an automatic session or a
   // suppression waits out the grace period: when it ends.
   const std::optional<Date>& graceEndsAt() const { return graceEndsAt_; }
@@ -115,6 +118,7 @@ class AutomaticSessionController {
   Published<AutomaticRules::Facts> facts_{changed_, {}};
   Published<std::vector<AutomaticRules::Rule>> holding_{changed_, {}};
   Published<bool> suppressed_{changed_, false};
+  Published<bool> rulesForced_{changed_, false};
   Published<std::optional<Date>> graceEndsAt_{changed_, std::nullopt};
   // On the continuous clock, so neither a clock change nor a sleep stretches
   // the grace period.

@@ -18,6 +18,10 @@ class AutomaticSessionStore {
   // default.
   virtual bool stopsWhenScreenLocks() = 0;
   virtual void setStopsWhenScreenLocks(bool on) = 0;
+  // Whether a configuration profile fixes any of the rules, which fixes them
+  // as a whole, and whether it fixes the lock's setting.
+  virtual bool areRulesForced() = 0;
+  virtual bool isStopWhenScreenLocksForced() = 0;
 };
 
 }  // namespace wakeloft

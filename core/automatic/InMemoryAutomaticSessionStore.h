@@ -13,6 +13,11 @@ class InMemoryAutomaticSessionStore final : public AutomaticSessionStore {
   void setSuppressed(bool suppressed) override { suppressed_ = suppressed; }
   bool stopsWhenScreenLocks() override { return stopsWhenScreenLocks_; }
   void setStopsWhenScreenLocks(bool on) override { stopsWhenScreenLocks_ = on; }
+  bool areRulesForced() override { return rulesForced; }
+  bool isStopWhenScreenLocksForced() override { return stopWhenScreenLocksForced; }
+
+  bool rulesForced = false;
+  bool stopWhenScreenLocksForced = false;
 
  private:
   AutomaticRules::Settings settings_;

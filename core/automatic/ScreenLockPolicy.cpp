@@ -16,11 +16,17 @@ ScreenLockPolicy::ScreenLockPolicy(std::shared_ptr<ScreenLockState> lock, std::s
       automatic_(std::move(automatic)),
       store_(std::move(store)) {
   requireMainThread("ScreenLockPolicy");
-  stopsWhenScreenLocks_.set(store_->stopsWhenScreenLocks());
+  reload();
   lockChanges_ = lock_->observe(weakSelf_([](ScreenLockPolicy& self) { self.lockChanged(); }));
 }
 
+void ScreenLockPolicy::reload() {
+  stopsWhenScreenLocks_.set(store_->stopsWhenScreenLocks());
+  isForced_.set(store_->isStopWhenScreenLocksForced());
+}
+
 void ScreenLockPolicy::setStopsWhenScreenLocks(bool on) {
+  if (isForced_) return;
   store_->setStopsWhenScreenLocks(on);
   stopsWhenScreenLocks_.set(on);
 }

@@ -31,6 +31,9 @@ class ScreenLockPolicy final : public ScreenLockSetting {
 
   bool stopsWhenScreenLocks() const override { return stopsWhenScreenLocks_; }
   void setStopsWhenScreenLocks(bool on) override;
+  bool isForced() const override { return isForced_; }
+  // Reads the setting again, for a profile that arrived or changed.
+  void reload();
 
   [[nodiscard]] Subscription observe(std::function<void()> handler) { return changed_.observe(std::move(handler)); }
 
@@ -45,6 +48,7 @@ class ScreenLockPolicy final : public ScreenLockSetting {
   std::shared_ptr<AutomaticSessionStore> store_;
   ChangeSignal changed_;
   Published<bool> stopsWhenScreenLocks_{changed_, false};
+  Published<bool> isForced_{changed_, false};
   // Whether this lock ended the sessions, so that the unlock lets the
   // automatic ones back.
   bool endedByLock_ = false;

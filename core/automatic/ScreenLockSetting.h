@@ -10,6 +10,8 @@ class ScreenLockSetting {
   virtual ~ScreenLockSetting() = default;
   virtual bool stopsWhenScreenLocks() const = 0;
   virtual void setStopsWhenScreenLocks(bool stops) = 0;
+  // A configuration profile fixes it; changes are ignored.
+  virtual bool isForced() const = 0;
 };
 
 }  // namespace wakeloft

@@ -54,7 +54,7 @@ AutomaticRules::Settings UserDefaultsAutomaticSessionStore::settings() {
     if (name && *name == "all") {
       settings.combination = AutomaticRules::Combination::all;
     } else if (!name || *name != "any") {
-      defaults_.remove(combinationKey);
+      removeUnlessForced(combinationKey);
     }
   }
   if (const auto value = defaults_.object(appsKey)) {
@@ -66,13 +66,14 @@ AutomaticRules::Settings UserDefaultsAutomaticSessionStore::settings() {
     if (apps && withApps.isValid()) {
       settings.apps = std::move(withApps.apps);
     } else {
-      defaults_.remove(appsKey);
+      removeUnlessForced(appsKey);
     }
   }
   return settings;
 }
 
 void UserDefaultsAutomaticSessionStore::setSettings(const AutomaticRules::Settings& settings) {
+  if (areRulesForced()) return;
   defaults_.set(whileExternalDisplayKey, settings.whileExternalDisplay);
   defaults_.set(whileOnPowerAdapterKey, settings.whileOnPowerAdapter);
   defaults_.set(whileAppsRunKey, settings.whileAppsRun);
@@ -89,11 +90,27 @@ void UserDefaultsAutomaticSessionStore::setSettings(const AutomaticRules::Settin
   defaults_.set(appsKey, std::move(apps));
 }
 
+void UserDefaultsAutomaticSessionStore::setStopsWhenScreenLocks(bool on) {
+  if (!isStopWhenScreenLocksForced()) defaults_.set(stopWhenScreenLocksKey, on);
+}
+
+bool UserDefaultsAutomaticSessionStore::areRulesForced() {
+  for (const char* key : {whileExternalDisplayKey, whileOnPowerAdapterKey, whileAppsRunKey, appsKey, onScheduleKey,
+                          scheduleWeekdaysKey, scheduleStartKey, scheduleEndKey, combinationKey}) {
+    if (defaults_.isForced(key)) return true;
+  }
+  return false;
+}
+
+void UserDefaultsAutomaticSessionStore::removeUnlessForced(const char* key) {
+  if (!defaults_.isForced(key)) defaults_.remove(key);
+}
+
 bool UserDefaultsAutomaticSessionStore::readSwitch(const char* key, bool fallback) {
   const auto value = defaults_.object(key);
   if (!value) return fallback;
   if (const bool* on = value->get<bool>()) return *on;
-  defaults_.remove(key);
+  removeUnlessForced(key);
   return fallback;
 }
 
@@ -103,7 +120,7 @@ int UserDefaultsAutomaticSessionStore::readInteger(const char* key, int fallback
   // Booleans are not numbers here, whatever the platform's bridging says.
   const auto number = value->number();
   if (number && std::trunc(*number) == *number && *number >= 0 && *number <= highest) return static_cast<int>(*number);
-  defaults_.remove(key);
+  removeUnlessForced(key);
   return fallback;
 }
 

@@ -10,7 +10,8 @@ namespace wakeloft {
 // the combination "any" or "all", the apps an array of dictionaries of three
 // strings that the settings can keep. Anything else reads as the default and
 // is removed, so that the next launch does not trip over it again; reading
-// never writes anything else.
+// never writes anything else. A value a configuration profile forces is the
+// administrator's: read as it is, never removed, never written over.
 class UserDefaultsAutomaticSessionStore final : public AutomaticSessionStore {
  public:
   static constexpr const char* whileExternalDisplayKey = "com.wakeloft.automaticWhileExternalDisplay";
@@ -32,11 +33,14 @@ class UserDefaultsAutomaticSessionStore final : public AutomaticSessionStore {
   bool isSuppressed() override { return readSwitch(suppressedKey, false); }
   void setSuppressed(bool suppressed) override { defaults_.set(suppressedKey, suppressed); }
   bool stopsWhenScreenLocks() override { return readSwitch(stopWhenScreenLocksKey, false); }
-  void setStopsWhenScreenLocks(bool on) override { defaults_.set(stopWhenScreenLocksKey, on); }
+  void setStopsWhenScreenLocks(bool on) override;
+  bool areRulesForced() override;
+  bool isStopWhenScreenLocksForced() override { return defaults_.isForced(stopWhenScreenLocksKey); }
 
  private:
   bool readSwitch(const char* key, bool fallback);
   int readInteger(const char* key, int fallback, int highest);
+  void removeUnlessForced(const char* key);
 
   DefaultsDomain& defaults_;
 };

@@ -44,9 +44,9 @@ std::string fileName(const std::string& path) {
 AutomaticPopupContent AutomaticPopupContent::current(const AutomaticSessionController& automatic,
                                                      const std::string& locale, const ScreenLockSetting* screenLock) {
   auto settings = automatic.settings();
-  AutomaticPopupContent content{.title = TextCatalog::automatic};
+  AutomaticPopupContent content{.title = TextCatalog::automatic, .rulesAreForced = automatic.areRulesForced()};
   const auto row = [&](Rule rule, TextKey title, TextKey hint) {
-    content.rules.push_back({rule, {title, ruleSwitch(settings, rule), hint}});
+    content.rules.push_back({rule, {title, ruleSwitch(settings, rule), hint, content.rulesAreForced}});
   };
   row(Rule::externalDisplay, TextCatalog::whileExternalDisplay, TextCatalog::whileExternalDisplayHint);
   row(Rule::powerAdapter, TextCatalog::whileOnPowerAdapter, TextCatalog::whileOnPowerAdapterHint);
@@ -57,7 +57,7 @@ AutomaticPopupContent AutomaticPopupContent::current(const AutomaticSessionContr
     const auto name = LocalizedText::verbatim(app.name);
     content.apps.push_back({app.bundleIdentifier, name, app.path, {TextCatalog::removeApp, {app.name}}});
   }
-  content.canAddApp = settings.apps.size() < Settings::mostApps;
+  content.canAddApp = settings.apps.size() < Settings::mostApps && !content.rulesAreForced;
 
   const int first = static_cast<int>(WeekdayWords::firstWeekday(locale));
   for (int offset = 0; offset < 7; ++offset) {
@@ -76,8 +76,11 @@ AutomaticPopupContent AutomaticPopupContent::current(const AutomaticSessionContr
                           {AutomaticRules::Combination::all, TextCatalog::combinationAll}};
   content.combination = settings.combination;
   if (screenLock) {
-    content.stopWhenScreenLocks =
-        Switch{TextCatalog::stopWhenScreenLocks, screenLock->stopsWhenScreenLocks(), TextCatalog::stopWhenScreenLocksHint};
+    content.stopWhenScreenLocks = Switch{TextCatalog::stopWhenScreenLocks, screenLock->stopsWhenScreenLocks(),
+                                         TextCatalog::stopWhenScreenLocksHint, screenLock->isForced()};
+  }
+  if (content.rulesAreForced || (screenLock && screenLock->isForced())) {
+    content.managedNote = LocalizedText(TextCatalog::setByOrganization);
   }
   return content;
 }

@@ -30,6 +30,8 @@ struct AutomaticPopupContent {
     bool isOn;
     // Shown under the switch and read by VoiceOver as its help.
     LocalizedText hint;
+    // Fixed by a configuration profile: shown, not changeable.
+    bool isForced = false;
     friend bool operator==(const Switch&, const Switch&) = default;
   };
   struct RuleSwitch {
@@ -70,13 +72,19 @@ struct AutomaticPopupContent {
   };
 
   LocalizedText title;
+  // Under the title while a profile fixes anything here.
+  std::optional<LocalizedText> managedNote = std::nullopt;
+  // A profile fixes the rules as a whole: every control but the lock's is
+  // shown, not changeable.
+  bool rulesAreForced = false;
   // In the order the rules are named.
   std::vector<RuleSwitch> rules = {};
   // Under the app rule's switch.
   std::vector<App> apps = {};
   LocalizedText noApps = TextCatalog::noAppsChosen;
   LocalizedText addApp = TextCatalog::addApp;
-  // False once the list holds as many apps as can be kept.
+  // False once the list holds as many apps as can be kept, or while the
+  // rules are fixed.
   bool canAddApp = true;
   // Under the schedule's switch: the days in the locale's week order, then
   // the two times, each in minutes after midnight.

@@ -24,6 +24,8 @@ ManagedSettings::~ManagedSettings() { changes_->observe(nullptr); }
 void ManagedSettings::apply() {
   controllers_.lid->refresh();
   if (controllers_.consent) controllers_.consent->reload();
+  if (controllers_.automatic) controllers_.automatic->reload();
+  if (controllers_.screenLock) controllers_.screenLock->reload();
   if (controllers_.lid->refusal() != LidAwakeRefusal::forbiddenByOrganization) return;
   const auto status = registration_->status();
   if (status != LidHelperStatus::enabled && status != LidHelperStatus::requiresApproval) return;

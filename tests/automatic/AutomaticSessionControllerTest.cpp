@@ -57,6 +57,19 @@ struct AutomaticSessionControllerTest : Test {
   std::unique_ptr<AutomaticSessionController> automatic;
 };
 
+TEST_F(AutomaticSessionControllerTest, RulesAProfileFixesAreReadAgainAndCannotBeChanged) {
+  launch();
+  store->rulesForced = true;
+  auto fixed = store->settings();
+  fixed.whileOnPowerAdapter = true;
+  store->setSettings(fixed);
+  automatic->reload();
+  EXPECT_TRUE(automatic->areRulesForced());
+  EXPECT_TRUE(automatic->settings().whileOnPowerAdapter);
+  EXPECT_FALSE(automatic->setSettings({}));
+  EXPECT_TRUE(store->settings().whileOnPowerAdapter);
+}
+
 TEST_F(AutomaticSessionControllerTest, ASessionOutlastsADisplayOrAppFlappingAndEndsAGracePeriodAfterTheRulesStop) {
   const std::function<void(AutomaticSessionControllerTest&, bool)> flappers[] = {
       [](auto& t, bool on) { t.display(on); },

@@ -54,6 +54,23 @@ TEST(UserDefaultsAutomaticSessionStoreTest, AnUnreadableValueReadsAsTheDefaultAn
   }
 }
 
+TEST(UserDefaultsAutomaticSessionStoreTest, AProfileFixesTheRulesAsAWholeAndTheUsersOwnValuesStayUnderneath) {
+  InMemoryDefaultsDomain defaults;
+  defaults.set(Store::whileExternalDisplayKey, true);
+  defaults.set(Store::combinationKey, "all");
+  const auto own = defaults.values();
+  defaults.force(Store::whileOnPowerAdapterKey, true);
+  defaults.force(Store::combinationKey, "both");
+  defaults.force(Store::stopWhenScreenLocksKey, true);
+  Store store(defaults);
+  EXPECT_TRUE(store.areRulesForced());
+  EXPECT_TRUE(store.settings().whileOnPowerAdapter);
+  store.setSettings({});
+  store.setStopsWhenScreenLocks(false);
+  EXPECT_EQ(defaults.values(), own);
+  EXPECT_TRUE(store.stopsWhenScreenLocks());
+}
+
 TEST(UserDefaultsAutomaticSessionStoreTest, TheScreenSwitchesAreOffByDefaultAndAnythingButABooleanIsRemoved) {
   struct Switch {
     const char* key;

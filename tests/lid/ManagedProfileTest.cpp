@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "automatic/UserDefaultsAutomaticSessionStore.h"
 #include "base/InMemoryDefaultsDomain.h"
 #include "lid/DeepwakeAutomationConsent.h"
 #include "lid/UserDefaultsDeepwakeGuardrailStore.h"
@@ -17,6 +18,7 @@ namespace wakeloft {
 namespace {
 
 using Store = UserDefaultsDeepwakeGuardrailStore;
+using AutomaticStore = UserDefaultsAutomaticSessionStore;
 
 TEST(ManagedProfileTest, TheSampleSetsOnlyKnownKeysWithValuesTheAppReadsAsSet) {
   std::ifstream file(WAKELOFT_SOURCE_DIR "/packaging/managed/Wakeloft.mobileconfig", std::ios::binary);
@@ -27,11 +29,14 @@ TEST(ManagedProfileTest, TheSampleSetsOnlyKnownKeysWithValuesTheAppReadsAsSet) {
   const auto& payload = content->get<PropertyList::Array>()->front();
   EXPECT_EQ(*findEntry(payload, "PayloadType"), PropertyList("com.wakeloft.app"));
 
-  const std::set<std::string> known = {Store::deepwakeAllowedKey, Store::batteryFloorKey, Store::stopsInLowPowerModeKey,
-                                       Store::stopsWhenLidOpensKey, Store::onlyOnPowerAdapterKey,
-                                       DeepwakeAutomationConsent::key,
-                                       // Sparkle's own, which it reads from the app's defaults.
-                                       "SUEnableAutomaticChecks"};
+  const std::set<std::string> known = {
+      Store::deepwakeAllowedKey, Store::batteryFloorKey, Store::stopsInLowPowerModeKey, Store::stopsWhenLidOpensKey,
+      Store::onlyOnPowerAdapterKey, DeepwakeAutomationConsent::key,
+      // Sparkle's own, which it reads from the app's defaults.
+      "SUEnableAutomaticChecks", AutomaticStore::whileExternalDisplayKey, AutomaticStore::whileOnPowerAdapterKey,
+      AutomaticStore::whileAppsRunKey, AutomaticStore::appsKey, AutomaticStore::onScheduleKey,
+      AutomaticStore::scheduleWeekdaysKey, AutomaticStore::scheduleStartKey, AutomaticStore::scheduleEndKey,
+      AutomaticStore::combinationKey, AutomaticStore::stopWhenScreenLocksKey};
   InMemoryDefaultsDomain defaults;
   for (const auto& [key, value] : *payload.get<PropertyList::Dictionary>()) {
     if (key.starts_with("Payload")) continue;
@@ -44,6 +49,10 @@ TEST(ManagedProfileTest, TheSampleSetsOnlyKnownKeysWithValuesTheAppReadsAsSet) {
   const DeepwakeAutomationConsent consent(defaults);
   EXPECT_TRUE(consent.isForced());
   EXPECT_EQ(consent.answer(), DeepwakeAutomationConsent::Answer::refused);
+  AutomaticStore automatic(defaults);
+  EXPECT_TRUE(automatic.areRulesForced());
+  EXPECT_TRUE(automatic.settings().whileOnPowerAdapter);
+  EXPECT_TRUE(automatic.isStopWhenScreenLocksForced() && automatic.stopsWhenScreenLocks());
 }
 
 }  // namespace

@@ -30,6 +30,16 @@ TEST_F(AutomaticPopupContentTest, EachRuleSwitchTurnsOnlyItsOwnRuleOn) {
   }
 }
 
+TEST_F(AutomaticPopupContentTest, RulesAProfileFixesAreShownAsSetByTheOrganization) {
+  EXPECT_FALSE(content().managedNote);
+  sessions.store->rulesForced = true;
+  sessions.automatic->reload();
+  const auto shown = content();
+  EXPECT_TRUE(shown.managedNote);
+  EXPECT_FALSE(shown.canAddApp);
+  for (const auto& rule : shown.rules) EXPECT_TRUE(rule.toggle.isForced);
+}
+
 TEST_F(AutomaticPopupContentTest, TheWeekStartsAsTheLocaleStartsItAndReadsRightToLeftInArabic) {
   const struct {
     const char* locale;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "TestAutomaticSessions.h"
 #include "TestControllers.h"
 #include "support/FakeLidHelperRegistration.h"
 
@@ -84,6 +85,18 @@ TEST_F(ManagedSettingsTest, AForcedAnswerForScriptsIsReadWhenTheProfileArrives) 
   changes->arrive();
   EXPECT_TRUE(app.consent->isForced());
   EXPECT_EQ(app.consent->answer(), DeepwakeAutomationConsent::Answer::allowed);
+}
+
+TEST(ManagedSettingsAutomaticTest, RulesAProfileFixesAreReadWhenItArrives) {
+  testing::TestAutomaticSessions sessions;
+  sessions.start();
+  auto controllers = sessions.app.controllers();
+  controllers.automatic = sessions.automatic;
+  auto changes = std::make_shared<ProfileChanges>();
+  ManagedSettings managed(controllers, std::make_shared<testing::FakeLidHelperRegistration>(), changes);
+  sessions.store->rulesForced = true;
+  changes->arrive();
+  EXPECT_TRUE(sessions.automatic->areRulesForced());
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ struct ManualScreenLockSetting final : ScreenLockSetting {
   bool stops = false;
   bool stopsWhenScreenLocks() const override { return stops; }
   void setStopsWhenScreenLocks(bool value) override { stops = value; }
+  bool isForced() const override { return false; }
 };
 
 // The automatic controller over the test controllers, started with them.
