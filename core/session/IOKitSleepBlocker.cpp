@@ -21,8 +21,9 @@ void IOKitSleepBlocker::engage() {
 
 void IOKitSleepBlocker::restore() {
   if (!assertionID_ || assertions_->isHeld(*assertionID_, type_, reason_)) return;
-  // Gone already: nothing to give back under the old ID.
-  assertionID_.reset();
+  // Given back under the old ID all the same: should the system still count
+  // it after all, it must not outlive the session.
+  release();
   engage();
 }
 
