@@ -2,7 +2,12 @@
 
 #include <cmath>
 
+#include "base/StrictDefaults.h"
+
 namespace wakeloft {
+
+using StrictDefaults::readSwitch;
+using StrictDefaults::removeUnlessForced;
 
 namespace {
 
@@ -39,10 +44,10 @@ std::optional<std::vector<AutomaticRules::ChosenApp>> readApps(const DefaultsVal
 
 AutomaticRules::Settings UserDefaultsAutomaticSessionStore::settings() {
   AutomaticRules::Settings settings;
-  settings.whileExternalDisplay = readSwitch(whileExternalDisplayKey, settings.whileExternalDisplay);
-  settings.whileOnPowerAdapter = readSwitch(whileOnPowerAdapterKey, settings.whileOnPowerAdapter);
-  settings.whileAppsRun = readSwitch(whileAppsRunKey, settings.whileAppsRun);
-  settings.onSchedule = readSwitch(onScheduleKey, settings.onSchedule);
+  settings.whileExternalDisplay = readSwitch(defaults_, whileExternalDisplayKey, settings.whileExternalDisplay);
+  settings.whileOnPowerAdapter = readSwitch(defaults_, whileOnPowerAdapterKey, settings.whileOnPowerAdapter);
+  settings.whileAppsRun = readSwitch(defaults_, whileAppsRunKey, settings.whileAppsRun);
+  settings.onSchedule = readSwitch(defaults_, onScheduleKey, settings.onSchedule);
   auto& schedule = settings.schedule;
   schedule.weekdays =
       static_cast<std::uint8_t>(readInteger(scheduleWeekdaysKey, schedule.weekdays, Schedule::allWeekdays));
@@ -54,7 +59,7 @@ AutomaticRules::Settings UserDefaultsAutomaticSessionStore::settings() {
     if (name && *name == "all") {
       settings.combination = AutomaticRules::Combination::all;
     } else if (!name || *name != "any") {
-      removeUnlessForced(combinationKey);
+      removeUnlessForced(defaults_, combinationKey);
     }
   }
   if (const auto value = defaults_.object(appsKey)) {
@@ -66,7 +71,7 @@ AutomaticRules::Settings UserDefaultsAutomaticSessionStore::settings() {
     if (apps && withApps.isValid()) {
       settings.apps = std::move(withApps.apps);
     } else {
-      removeUnlessForced(appsKey);
+      removeUnlessForced(defaults_, appsKey);
     }
   }
   return settings;
@@ -102,25 +107,13 @@ bool UserDefaultsAutomaticSessionStore::areRulesForced() {
   return false;
 }
 
-void UserDefaultsAutomaticSessionStore::removeUnlessForced(const char* key) {
-  if (!defaults_.isForced(key)) defaults_.remove(key);
-}
-
-bool UserDefaultsAutomaticSessionStore::readSwitch(const char* key, bool fallback) {
-  const auto value = defaults_.object(key);
-  if (!value) return fallback;
-  if (const bool* on = value->get<bool>()) return *on;
-  removeUnlessForced(key);
-  return fallback;
-}
-
 int UserDefaultsAutomaticSessionStore::readInteger(const char* key, int fallback, int highest) {
   const auto value = defaults_.object(key);
   if (!value) return fallback;
   // Booleans are not numbers here, whatever the platform's bridging says.
   const auto number = value->number();
   if (number && std::trunc(*number) == *number && *number >= 0 && *number <= highest) return static_cast<int>(*number);
-  removeUnlessForced(key);
+  removeUnlessForced(defaults_, key);
   return fallback;
 }
 

@@ -2,6 +2,7 @@
 
 #include "automatic/AutomaticSessionStore.h"
 #include "base/DefaultsDomain.h"
+#include "base/StrictDefaults.h"
 
 namespace wakeloft {
 
@@ -30,17 +31,17 @@ class UserDefaultsAutomaticSessionStore final : public AutomaticSessionStore {
 
   AutomaticRules::Settings settings() override;
   void setSettings(const AutomaticRules::Settings& settings) override;
-  bool isSuppressed() override { return readSwitch(suppressedKey, false); }
+  bool isSuppressed() override { return StrictDefaults::readSwitch(defaults_, suppressedKey, false); }
   void setSuppressed(bool suppressed) override { defaults_.set(suppressedKey, suppressed); }
-  bool stopsWhenScreenLocks() override { return readSwitch(stopWhenScreenLocksKey, false); }
+  bool stopsWhenScreenLocks() override {
+    return StrictDefaults::readSwitch(defaults_, stopWhenScreenLocksKey, false);
+  }
   void setStopsWhenScreenLocks(bool on) override;
   bool areRulesForced() override;
   bool isStopWhenScreenLocksForced() override { return defaults_.isForced(stopWhenScreenLocksKey); }
 
  private:
-  bool readSwitch(const char* key, bool fallback);
   int readInteger(const char* key, int fallback, int highest);
-  void removeUnlessForced(const char* key);
 
   DefaultsDomain& defaults_;
 };

@@ -3,7 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/StrictDefaults.h"
+
 namespace wakeloft {
+
+using StrictDefaults::readSwitch;
+using StrictDefaults::removeUnlessForced;
 
 DeepwakeGuardrails::Settings UserDefaultsDeepwakeGuardrailStore::settings() {
   DeepwakeGuardrails::Settings settings;
@@ -14,25 +19,13 @@ DeepwakeGuardrails::Settings UserDefaultsDeepwakeGuardrailStore::settings() {
                                                          static_cast<long long>(std::clamp(*number, -1.0, 101.0)))) {
       settings.batteryFloor = static_cast<int>(*number);
     } else {
-      removeUnlessForced(batteryFloorKey);
+      removeUnlessForced(defaults_, batteryFloorKey);
     }
   }
-  settings.stopsInLowPowerMode = readSwitch(stopsInLowPowerModeKey, settings.stopsInLowPowerMode);
-  settings.stopsWhenLidOpens = readSwitch(stopsWhenLidOpensKey, settings.stopsWhenLidOpens);
-  settings.onlyOnPowerAdapter = readSwitch(onlyOnPowerAdapterKey, settings.onlyOnPowerAdapter);
+  settings.stopsInLowPowerMode = readSwitch(defaults_, stopsInLowPowerModeKey, settings.stopsInLowPowerMode);
+  settings.stopsWhenLidOpens = readSwitch(defaults_, stopsWhenLidOpensKey, settings.stopsWhenLidOpens);
+  settings.onlyOnPowerAdapter = readSwitch(defaults_, onlyOnPowerAdapterKey, settings.onlyOnPowerAdapter);
   return settings;
-}
-
-bool UserDefaultsDeepwakeGuardrailStore::readSwitch(const char* key, bool fallback) {
-  const auto value = defaults_.object(key);
-  if (!value) return fallback;
-  if (const bool* on = value->get<bool>()) return *on;
-  removeUnlessForced(key);
-  return fallback;
-}
-
-void UserDefaultsDeepwakeGuardrailStore::removeUnlessForced(const char* key) {
-  if (!defaults_.isForced(key)) defaults_.remove(key);
 }
 
 template <typename T>

@@ -27,8 +27,6 @@ class UserDefaultsDeepwakeGuardrailStore final : public DeepwakeGuardrailStore {
   bool isDeepwakeAllowed() const override;
 
  private:
-  bool readSwitch(const char* key, bool fallback);
-  void removeUnlessForced(const char* key);
   template <typename T>
   void setUnlessForced(const char* key, T value);
 

@@ -1,13 +1,11 @@
 #include "session/UserDefaultsScreenOnStore.h"
 
+#include "base/StrictDefaults.h"
+
 namespace wakeloft {
 
 bool UserDefaultsScreenOnStore::keepsScreenOn() {
-  const auto value = defaults_.object(keepScreenOnKey);
-  if (!value) return false;
-  if (const bool* on = value->get<bool>()) return *on;
-  defaults_.remove(keepScreenOnKey);
-  return false;
+  return StrictDefaults::readSwitch(defaults_, keepScreenOnKey, false);
 }
 
 }  // namespace wakeloft
